@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace config {
+
+/// The text of a settings file, edited in place: lines that a call does not change keep every
+/// byte. Sections and keys are found without regard to the case of A to Z.
+///
+/// A line is a header when it begins, after blanks, with "["; its name goes to the first "]" or to
+/// the line's end. A line that begins with ";" or "//" is a comment. Any other line with a "=" in
+/// it is a key. Several sections of one name count as one: a key is read where it stands first.
+///
+/// A file in UTF-16 (told by its byte-order mark) is left alone: reads are empty, writes do
+/// nothing. Cost: linear in the text to build, constant for a read or a write of a key.
+class ProfileText {
+ public:
+  explicit ProfileText(std::string_view bytes = {});
+
+  /// Whether the text can be read and written at all (see UTF-16 above).
+  bool IsUsable() const { return usable_; }
+
+  /// The value of a key as UTF-8, without surrounding blanks and without one pair of quotes around
+  /// the whole; nothing when the key is missing. A NUL ends the value.
+  std::optional<std::string> Get(std::string_view section, std::string_view key) const;
+
+  /// The names of a section's keys in the order of the file, repeated ones repeated, as UTF-8.
+  std::vector<std::string> KeyNames(std::string_view section) const;
+
+  /// Writes a key: replaces its value where the key stands first, else adds it after the last key
+  /// of its section, creating the section at the end of the text when there is none. Line breaks
+  /// in the name or the value become blanks. A section without a name and a key whose name would
+  /// read as a header or a comment are not written.
+  void Set(std::string_view section, std::string_view key, std::string_view value);
+
+  /// Takes every line but headers and comments out of a section, every blank line out of the whole
+  /// text, and puts two empty lines in front of every header.
+  void EmptySection(std::string_view section);
+
+  /// The whole text as it goes to disk.
+  std::string Bytes() const;
+
+ private:
+  struct Line {
+    std::string text;
+    std::string ending;  // LF, CR LF, CR, or nothing at the end of the text
+  };
+  /// A header and the lines up to the next one; the first block has no header.
+  struct Block {
+    std::string name;  // folded; empty for the first block
+    std::vector<Line> lines;
+    std::size_t keysEnd = 0;  // just after the last key line, 0 without keys
+  };
+  struct Place {
+    std::size_t block;
+    std::size_t line;
+  };
+  struct Section {
+    std::size_t firstBlock;
+    std::unordered_map<std::string, Place> keys;  // by folded name, the first of each
+  };
+
+  void SplitLines(std::string_view bytes);
+  void BuildIndex();
+  void IndexBlock(std::size_t block);
+  std::vector<Line> KeptLines(const Block& block, bool emptied) const;
+  void AddKey(Section& section, const std::string& foldedKey, std::string text);
+  Section& AddSection(std::string_view section);
+  std::string EndingAfter(std::size_t block, std::size_t line) const;
+  void TerminateLastLine();
+
+  bool usable_ = true;
+  std::string mark_;  // the byte-order mark, where there is one
+  std::vector<Block> blocks_;
+  std::unordered_map<std::string, Section> sections_;
+};
+
+}  // namespace config

@@ -1,0 +1,160 @@
+#include "platform/files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <utility>
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::error_code LastError() { return {errno, std::generic_category()}; }
+
+/// An open file descriptor that closes itself.
+class Descriptor {
+ public:
+  explicit Descriptor(int value) : value_(value) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() {
+    if (value_ >= 0) close(value_);
+  }
+
+  int Get() const { return value_; }
+  /// Closes now, so that a failing close is heard of.
+  std::error_code Close() {
+    const int value = std::exchange(value_, -1);
+    return close(value) == 0 ? std::error_code() : LastError();
+  }
+
+ private:
+  int value_;
+};
+
+std::error_code WriteAll(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+    if (written < 0 && errno != EINTR) return LastError();
+    if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return {};
+}
+
+/// Where a save to `path` really goes: the end of its chain of symbolic links.
+std::error_code ResolveLinks(fs::path& path) {
+  constexpr int kMostLinks = 40;
+  for (int links = 0; links < kMostLinks; ++links) {
+    std::error_code error;
+    const fs::file_status status = fs::symlink_status(path, error);
+    if (!fs::is_symlink(status)) return {};
+    const fs::path target = fs::read_symlink(path, error);
+    if (error) return error;
+    path = path.parent_path() / target;
+  }
+  return std::make_error_code(std::errc::too_many_symbolic_link_levels);
+}
+
+/// Permissions and owner of the file that is to be replaced.
+struct Attributes {
+  bool exists = false;
+  mode_t mode = 0;
+  uid_t user = 0;
+  gid_t group = 0;
+};
+
+std::error_code ReadAttributes(const fs::path& path, Attributes& attributes) {
+  struct stat status = {};
+  if (stat(path.c_str(), &status) != 0) return errno == ENOENT ? std::error_code() : LastError();
+  if (S_ISDIR(status.st_mode)) return std::make_error_code(std::errc::is_a_directory);
+  attributes = {true, status.st_mode & 07777U, status.st_uid, status.st_gid};
+  // Root may write to any file, but a file that its owner closed to writing is meant to stay.
+  const bool anyoneMayWrite = (status.st_mode & 0222U) != 0;
+  if (!anyoneMayWrite || access(path.c_str(), W_OK) != 0) {
+    return std::make_error_code(std::errc::permission_denied);
+  }
+  return {};
+}
+
+std::error_code WriteTemporary(int descriptor, const Attributes& attributes,
+                               std::string_view bytes) {
+  if (attributes.exists) {
+    // A user may not give files away; the permissions must hold in any case. The owner goes first
+    // because a change of owner clears permission bits.
+    [[maybe_unused]] const int owner = fchown(descriptor, attributes.user, attributes.group);
+    if (fchmod(descriptor, attributes.mode) != 0) return LastError();
+  } else {
+    const mode_t mask = umask(0);
+    umask(mask);
+    if (fchmod(descriptor, 0666U & ~mask) != 0) return LastError();
+  }
+  if (const std::error_code error = WriteAll(descriptor, bytes)) return error;
+  return fsync(descriptor) == 0 ? std::error_code() : LastError();
+}
+
+/// Makes the rename itself durable. A folder that cannot be flushed costs durability after a power
+/// cut, not the file, so a failure here is none of the save.
+void FlushFolder(const fs::path& folder) {
+  const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (descriptor.Get() >= 0) fsync(descriptor.Get());
+}
+
+}  // namespace
+
+bool FileExists(const fs::path& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  return fs::exists(status) && !fs::is_directory(status);
+}
+
+std::string ReadWholeFile(const fs::path& path, std::error_code& error) {
+  error.clear();
+  std::string bytes;
+  const Descriptor descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (descriptor.Get() < 0) {
+    error = LastError();
+    return bytes;
+  }
+  std::array<char, 1 << 16> buffer;
+  while (true) {
+    const ssize_t count = read(descriptor.Get(), buffer.data(), buffer.size());
+    if (count == 0) return bytes;
+    if (count > 0) {
+      bytes.append(buffer.data(), static_cast<std::size_t>(count));
+    } else if (errno != EINTR) {
+      error = LastError();
+      return {};
+    }
+  }
+}
+
+std::error_code ReplaceFile(const fs::path& path, std::string_view bytes) {
+  fs::path target = path;
+  if (const std::error_code error = ResolveLinks(target)) return error;
+  Attributes attributes;
+  if (const std::error_code error = ReadAttributes(target, attributes)) return error;
+
+  const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+  std::string temporary = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
+  Descriptor descriptor(mkostemp(temporary.data(), O_CLOEXEC));
+  if (descriptor.Get() < 0) return LastError();
+  std::error_code error = WriteTemporary(descriptor.Get(), attributes, bytes);
+  if (!error) error = descriptor.Close();
+  if (!error && rename(temporary.c_str(), target.c_str()) != 0) error = LastError();
+  if (error) {
+    unlink(temporary.c_str());
+    return error;
+  }
+  FlushFolder(folder);
+  return {};
+}
+
+std::error_code DeleteOneFile(const fs::path& path) {
+  return unlink(path.c_str()) == 0 ? std::error_code() : LastError();
+}
+
+}  // namespace platform

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace platform {
+
+/// Whether a file stands at the path. A folder of that name is not a file; a symbolic link counts
+/// as what it points to.
+bool FileExists(const std::filesystem::path& path);
+
+/// The bytes of a file. On failure the result is empty and `error` says why (a folder and a file
+/// that does not exist are failures too).
+std::string ReadWholeFile(const std::filesystem::path& path, std::error_code& error);
+
+/// Puts `bytes` in the place of a file's content, all or nothing: whoever reads the file, and
+/// whatever kills this process, meets the whole old or the whole new content. The new file keeps
+/// the permissions (and, where the system allows it, the owner) of the old one; a symbolic link
+/// stays a link and its target is replaced. A missing file is created.
+/// Fails with `permission_denied` on a file without any write permission, for root too; on failure
+/// the old content stands and nothing is left beside it.
+std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view bytes);
+
+/// Deletes one file. A file that does not exist is a failure; so is a folder.
+std::error_code DeleteOneFile(const std::filesystem::path& path);
+
+}  // namespace platform

@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# Sets up, builds and runs all tests. Needs no display.
+set -euo pipefail
+cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")"
+
+scripts/setup.sh
+cmake --preset release >/dev/null
+cmake --build --preset release
+ctest --preset release -j "$(nproc)" "$@"
