@@ -56,6 +56,10 @@ std::string modIni::ReadIni(std::string_view section, std::string_view key) cons
   });
 }
 
+bool modIni::HasKey(std::string_view section, std::string_view key) const {
+  return Read([&](const ProfileText& text) { return text.Get(section, key).has_value(); });
+}
+
 void modIni::WriteIni(std::string_view section, std::string_view key, std::string_view value) {
   Change([&](ProfileText& text) { text.Set(section, key, value); });
 }

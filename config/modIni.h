@@ -35,6 +35,9 @@ class modIni {
   /// missing: file, section, key, or a file that cannot be read.
   std::string ReadIni(std::string_view section, std::string_view key) const;
 
+  /// Whether a key stands in the file, with or without a value.
+  bool HasKey(std::string_view section, std::string_view key) const;
+
   /// Writes a key (see ProfileText::Set). The file is replaced at once and only when the write
   /// changes it; a missing file is created. A failure is silent.
   void WriteIni(std::string_view section, std::string_view key, std::string_view value);

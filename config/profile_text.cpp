@@ -79,7 +79,8 @@ void ProfileText::SplitLines(std::string_view bytes) {
     const std::size_t length = std::min(bytes.find_first_of("\r\n"), bytes.size());
     const std::string_view text = bytes.substr(0, length);
     bytes.remove_prefix(length);
-    const std::size_t ending = bytes.starts_with("\r\n") ? 2 : std::min<std::size_t>(1, bytes.size());
+    const std::size_t ending =
+        bytes.starts_with("\r\n") ? 2 : std::min<std::size_t>(1, bytes.size());
     if (usable_ && IsHeader(text)) blocks_.push_back({FoldedHeaderName(text), {}, 0});
     blocks_.back().lines.push_back({std::string(text), std::string(bytes.substr(0, ending))});
     bytes.remove_prefix(ending);
@@ -214,7 +215,8 @@ void ProfileText::EmptySection(std::string_view section) {
     // The first line of the text has no line before it to take its ending from.
     const std::string& own = blocks_[next].lines.front().ending;
     const bool first = next == 1 && before.empty();
-    const std::string ending = first && !own.empty() ? own : EndingAfter(next - 1, std::string::npos);
+    const std::string ending =
+        first && !own.empty() ? own : EndingAfter(next - 1, std::string::npos);
     before.insert(before.end(), 2, {"", ending});
   }
   BuildIndex();

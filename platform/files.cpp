@@ -1,11 +1,10 @@
 #include "platform/files.h"
 
+#include <array>
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <array>
-#include <cerrno>
 #include <utility>
 
 namespace platform {
