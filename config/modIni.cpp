@@ -72,6 +72,10 @@ void modIni::ClearSection(std::string_view section) {
   Change([&](ProfileText& text) { text.EmptySection(section); });
 }
 
+void modIni::SpaceHeaders() {
+  Change([](ProfileText& text) { text.SpaceHeaders(); });
+}
+
 modIni::Stage::Stage(modIni& ini) : ini_(ini) {
   ini_.staged_ = std::make_unique<Copy>(ini_.Load());
 }

@@ -48,6 +48,11 @@ class modIni {
   /// Removes the key lines of a section (see ProfileText::EmptySection); silent on failure.
   void ClearSection(std::string_view section);
 
+  /// Leaves exactly two empty lines in front of every header and no blank line elsewhere (see
+  /// ProfileText::SpaceHeaders); silent on failure. A save ends with it, so that sections it had
+  /// to create look like the others and a second save finds nothing to change.
+  void SpaceHeaders();
+
   /// Gathers the calls made while it lives: all of them work on one copy of the file, read when
   /// the stage is made. `Commit` puts the copy on disk in one step; without it nothing is written.
   /// One stage at a time.

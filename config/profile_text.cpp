@@ -196,20 +196,27 @@ void ProfileText::TerminateLastLine() {
   }
 }
 
-std::vector<ProfileText::Line> ProfileText::KeptLines(const Block& block, bool emptied) const {
-  std::vector<Line> kept;
-  std::copy_if(block.lines.begin(), block.lines.end(), std::back_inserter(kept),
-               [&](const Line& line) {
-                 if (TrimBlanks(line.text).empty()) return false;
-                 return !emptied || IsHeader(line.text) || IsComment(line.text);
-               });
-  return kept;
-}
-
 void ProfileText::EmptySection(std::string_view section) {
   const std::string name = FoldedName(section);
   if (!usable_ || name.empty()) return;
-  for (Block& block : blocks_) block.lines = KeptLines(block, block.name == name);
+  for (Block& block : blocks_) {
+    if (block.name != name) continue;
+    std::erase_if(block.lines,
+                  [](const Line& line) { return !IsHeader(line.text) && !IsComment(line.text); });
+  }
+  SpaceHeaders();
+}
+
+void ProfileText::SpaceHeaders() {
+  if (!usable_) return;
+  for (Block& block : blocks_) {
+    std::erase_if(block.lines, [](const Line& line) { return TrimBlanks(line.text).empty(); });
+  }
+  InsertBlankLines();
+  BuildIndex();
+}
+
+void ProfileText::InsertBlankLines() {
   for (std::size_t next = 1; next < blocks_.size(); ++next) {
     std::vector<Line>& before = blocks_[next - 1].lines;
     // The first line of the text has no line before it to take its ending from.
@@ -219,7 +226,6 @@ void ProfileText::EmptySection(std::string_view section) {
         first && !own.empty() ? own : EndingAfter(next - 1, std::string::npos);
     before.insert(before.end(), 2, {"", ending});
   }
-  BuildIndex();
 }
 
 std::string ProfileText::Bytes() const {

@@ -38,9 +38,11 @@ class ProfileText {
   /// read as a header or a comment are not written.
   void Set(std::string_view section, std::string_view key, std::string_view value);
 
-  /// Takes every line but headers and comments out of a section, every blank line out of the whole
-  /// text, and puts two empty lines in front of every header.
+  /// Takes every line but headers and comments out of a section, and spaces the headers.
   void EmptySection(std::string_view section);
+
+  /// Takes every blank line out of the text and puts two empty lines in front of every header.
+  void SpaceHeaders();
 
   /// The whole text as it goes to disk.
   std::string Bytes() const;
@@ -68,7 +70,7 @@ class ProfileText {
   void SplitLines(std::string_view bytes);
   void BuildIndex();
   void IndexBlock(std::size_t block);
-  std::vector<Line> KeptLines(const Block& block, bool emptied) const;
+  void InsertBlankLines();
   void AddKey(Section& section, const std::string& foldedKey, std::string text);
   Section& AddSection(std::string_view section);
   std::string EndingAfter(std::size_t block, std::size_t line) const;

@@ -132,6 +132,15 @@ TEST(ProfileText, EmptiesASection) {
   }
 }
 
+TEST(ProfileText, SpacesHeaders) {
+  ProfileText text("[x]\na=1\n\nb=2\n[y]\n\n");
+  text.Set("new", "k", "v");
+  text.SpaceHeaders();
+  EXPECT_EQ(text.Bytes(), "\n\n[x]\na=1\nb=2\n\n\n[y]\n\n\n[new]\nk=v\n");
+  text.Set("x", "c", "3");
+  EXPECT_EQ(text.Bytes(), "\n\n[x]\na=1\nb=2\nc=3\n\n\n[y]\n\n\n[new]\nk=v\n");
+}
+
 TEST(ProfileText, ListsTheNamesOfASection) {
   const ProfileText text("[u]\nb = 1\n;c=1\nnone\n[v]\nx=1\n[U]\n a=2\nB=3\n=4\n\xE9=5\n");
   EXPECT_EQ(text.KeyNames("u"), (std::vector<std::string>{"b", "a", "B", "", "\xC3\xA9"}));
