@@ -139,16 +139,15 @@ void ProfileText::Set(std::string_view section, std::string_view key, std::strin
 
   const auto found = sections_.find(foldedSection);
   Section& target = found != sections_.end() ? found->second : AddSection(section);
-  const std::string foldedKey = FoldedName(name);
-  const auto place = target.keys.find(foldedKey);
+  const auto place = target.keys.find(FoldedName(name));
   if (place != target.keys.end()) {
     ReplaceValue(blocks_[place->second.block].lines[place->second.line].text, OneLine(value));
   } else {
-    AddKey(target, foldedKey, name + "=" + OneLine(value));
+    AddKey(target, name + "=" + OneLine(value));
   }
 }
 
-void ProfileText::AddKey(Section& section, const std::string& foldedKey, std::string text) {
+void ProfileText::AddKey(Section& section, std::string text) {
   const std::size_t index = section.firstBlock;
   Block& block = blocks_[index];
   std::size_t line = block.keysEnd;
@@ -162,8 +161,7 @@ void ProfileText::AddKey(Section& section, const std::string& foldedKey, std::st
                      {std::move(text), ending});
   block.keysEnd = line + 1;
   // A name that holds a "=" reads back as the part before it, so that part is what is found again.
-  const std::string stored = FoldedName(KeyName(block.lines[line].text));
-  section.keys.try_emplace(stored.empty() ? foldedKey : stored, Place{index, line});
+  section.keys.try_emplace(FoldedName(KeyName(block.lines[line].text)), Place{index, line});
 }
 
 ProfileText::Section& ProfileText::AddSection(std::string_view section) {

@@ -71,7 +71,7 @@ class ProfileText {
   void BuildIndex();
   void IndexBlock(std::size_t block);
   void InsertBlankLines();
-  void AddKey(Section& section, const std::string& foldedKey, std::string text);
+  void AddKey(Section& section, std::string text);
   Section& AddSection(std::string_view section);
   std::string EndingAfter(std::size_t block, std::size_t line) const;
   void TerminateLastLine();
