@@ -1,1 +1,144 @@
 #include "platform/qt_controls.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include <QEvent>
+#include <QImageReader>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+#include <QTabBar>
+
+#include "platform/qt_layout.h"
+
+namespace platform {
+
+QColor ToQColor(int color) {
+  const auto bits = static_cast<unsigned>(color);
+  return QColor::fromRgb(static_cast<int>(bits & 0xFFU), static_cast<int>((bits >> 8U) & 0xFFU),
+                         static_cast<int>((bits >> 16U) & 0xFFU));
+}
+
+int ToColorValue(const QColor& color) {
+  return color.red() | color.green() << 8 | color.blue() << 16;
+}
+
+QColor ReadableOn(const QColor& background) {
+  // The lightness at which black and white text have the same contrast by the usual formula of
+  // relative luminance.
+  constexpr double kEqualContrast = 0.179;
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  const double luminance = 0.2126 * linear(background.redF()) +
+                           0.7152 * linear(background.greenF()) +
+                           0.0722 * linear(background.blueF());
+  return luminance > kEqualContrast ? Qt::black : Qt::white;
+}
+
+ColorButton::ColorButton(QWidget* parent) : QPushButton(parent) {
+  setFocusPolicy(Qt::ClickFocus);
+  setProperty("BackColor", 0);
+}
+
+bool ColorButton::event(QEvent* event) {
+  if (event->type() == QEvent::DynamicPropertyChange) update();
+  return QPushButton::event(event);
+}
+
+void ColorButton::paintEvent(QPaintEvent* /*event*/) {
+  QStyleOptionButton option;
+  initStyleOption(&option);
+  option.text.clear();
+  QStylePainter painter(this);
+  painter.drawControl(QStyle::CE_PushButtonBevel, option);
+
+  const QColor face = ToQColor(property("BackColor").toInt());
+  const QColor ink = ReadableOn(face);
+  const QRect inside = rect().adjusted(3, 3, -3, -3);
+  painter.fillRect(inside, face);
+  painter.setPen(isEnabled() ? ink : Qt::gray);
+  painter.drawText(inside, Qt::AlignCenter, text());
+  if (!hasFocus()) return;
+  painter.setPen(QPen(ink, 1, Qt::DotLine));
+  painter.drawRect(inside.adjusted(1, 1, -2, -2));
+}
+
+ArrowRing::ArrowRing(std::vector<QWidget*> ring, QObject* owner)
+    : QObject(owner), ring_(std::move(ring)) {
+  for (QWidget* control : ring_) control->installEventFilter(this);
+}
+
+bool ArrowRing::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return false;
+  const auto* key = static_cast<QKeyEvent*>(event);
+  if ((key->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) return false;
+  const bool next = key->key() == Qt::Key_Right || key->key() == Qt::Key_Down;
+  const bool previous = key->key() == Qt::Key_Left || key->key() == Qt::Key_Up;
+  if (!next && !previous) return false;
+  MoveFocus(static_cast<QWidget*>(watched), next ? 1 : -1);
+  return true;
+}
+
+void ArrowRing::MoveFocus(QWidget* from, int step) {
+  const auto count = static_cast<std::ptrdiff_t>(ring_.size());
+  const auto place = std::find(ring_.begin(), ring_.end(), from) - ring_.begin();
+  QWidget* target = ring_[static_cast<std::size_t>((place + step + count) % count)];
+  target->setFocus(step > 0 ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+}
+
+namespace {
+
+/// A tab bar whose tabs fill the strip: the room that the captions leave is shared out evenly.
+class SharedTabBar : public QTabBar {
+ public:
+  using QTabBar::QTabBar;
+
+ protected:
+  QSize tabSizeHint(int index) const override {
+    int captions = 0;
+    for (int tab = 0; tab < count(); ++tab) captions += CaptionWidth(tab);
+    const int room = parentWidget()->width() - captions;
+    const int before = room * index / count();
+    const int share = room * (index + 1) / count() - before;
+    return {CaptionWidth(index) + share, TabControl::StripHeight()};
+  }
+  QSize minimumTabSizeHint(int index) const override { return tabSizeHint(index); }
+
+ private:
+  int CaptionWidth(int tab) const {
+    return fontMetrics().size(Qt::TextShowMnemonic, tabText(tab)).width();
+  }
+};
+
+constexpr int kTabStripTwips = 350;
+
+}  // namespace
+
+TabControl::TabControl(QWidget* parent) : QTabWidget(parent) {
+  auto* bar = new SharedTabBar(this);
+  bar->setExpanding(false);
+  bar->setUsesScrollButtons(false);
+  bar->setElideMode(Qt::ElideNone);
+  setTabBar(bar);
+}
+
+int TabControl::StripHeight() { return Pixels(kTabStripTwips); }
+
+Picture::Picture(QString path, QWidget* parent) : QWidget(parent), path_(std::move(path)) {}
+
+void Picture::paintEvent(QPaintEvent* /*event*/) {
+  const QSize size = (QSizeF(this->size()) * devicePixelRatioF()).toSize();
+  if (drawn_.size() != size) {
+    QImageReader reader(path_);
+    reader.setScaledSize(size);
+    drawn_ = reader.read();
+  }
+  QPainter(this).drawImage(rect(), drawn_);
+}
+
+}  // namespace platform
