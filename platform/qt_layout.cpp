@@ -1,6 +1,7 @@
 #include "platform/qt_layout.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -11,6 +12,7 @@
 #include <QTreeWidget>
 
 #include "platform/qt_controls.h"
+#include "platform/qt_folder_list.h"
 
 namespace platform {
 namespace {
@@ -23,7 +25,20 @@ QWidget* BuildLabel(const ControlRow& row, QWidget* container) {
   label->setText(row.caption);
   label->setWordWrap(row.wraps);
   if (row.align != Qt::Alignment()) label->setAlignment(row.align);
+  if (row.border) label->setFrameStyle(QFrame::Box | QFrame::Plain);
   return label;
+}
+
+QWidget* BuildPanel(const ControlRow& row, QWidget* container) {
+  auto* panel = new QFrame(container);
+  if (row.border) panel->setFrameStyle(QFrame::Box | QFrame::Plain);
+  return panel;
+}
+
+QWidget* BuildLine(QWidget* container) {
+  auto* line = new QFrame(container);
+  line->setFrameStyle(QFrame::HLine | QFrame::Plain);
+  return line;
 }
 
 QWidget* BuildTextBox(const ControlRow& row, QWidget* container) {
@@ -92,7 +107,7 @@ QWidget* Build(const ControlRow& row, QWidget* container) {
     case ControlKind::kFrame:
       return new QGroupBox(row.caption, container);
     case ControlKind::kPanel:
-      return new QFrame(container);
+      return BuildPanel(row, container);
     case ControlKind::kTabs:
       return new TabControl(container);
     case ControlKind::kTabPage:
@@ -101,6 +116,12 @@ QWidget* Build(const ControlRow& row, QWidget* container) {
       return new Picture(row.caption, container);
     case ControlKind::kStatusBar:
       return BuildStatusBar(container);
+    case ControlKind::kDropDown:
+      return new QComboBox(container);
+    case ControlKind::kFolderList:
+      return new FolderList(container);
+    case ControlKind::kLine:
+      return BuildLine(container);
   }
   qFatal("A control of no kind: %s", row.name);
 }

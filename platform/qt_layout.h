@@ -41,6 +41,9 @@ enum class ControlKind {
   kTabPage,      // TabPage; its controls are placed relative to the tab control
   kPicture,      // Picture; the caption is the path of the picture
   kStatusBar,    // QStatusBar; its panels are labels
+  kDropDown,     // QComboBox
+  kFolderList,   // FolderList
+  kLine,         // QFrame; a horizontal line
 };
 
 /// One control of a window. Windows are tables of these rows; a row stands after its container,
@@ -59,6 +62,7 @@ struct ControlRow {
   QRgb ink = 0;            // colour of the text; 0 for the usual one
   QRgb paper = 0;          // colour of the background; 0 for a transparent one
   int columnWidth = 1440;  // of a list view, in twips
+  bool border = false;     // a single line around a label or a panel
 
   /// The row with a font of its own.
   constexpr ControlRow In(const FontSpec& spec) const {
@@ -86,6 +90,11 @@ struct ControlRow {
   constexpr ControlRow Wrapped() const {
     ControlRow row = AtTop();
     row.wraps = true;
+    return row;
+  }
+  constexpr ControlRow Bordered() const {
+    ControlRow row = *this;
+    row.border = true;
     return row;
   }
   constexpr ControlRow Ink(QRgb color) const {

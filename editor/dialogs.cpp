@@ -1,0 +1,27 @@
+#include "editor/dialogs.h"
+
+namespace editor {
+
+std::optional<int> ColorDialog::Show() {
+  const std::optional<int> chosen = desktop_.ChooseColor(&owner_, color_);
+  if (chosen) color_ = *chosen;
+  return chosen;
+}
+
+std::optional<QString> FileDialog::Show() {
+  const std::optional<QString> chosen = desktop_.ChooseFile(&owner_, request_);
+  if (chosen) request_.fileName = *chosen;
+  return chosen;
+}
+
+Dialogs::Dialogs(platform::Desktop& desktopToUse, QWidget& window)
+    : desktop(desktopToUse),
+      CColorDialog(desktop, window),
+      CDialog(desktop, window),
+      CLogDialog(desktop, window) {
+  CLogDialog.SetTitle("Select Quake 3 Arena Log File");
+  CLogDialog.SetFilter("Log Files (*.log) |*.log|All Files (*.*)|*.*");
+  CLogDialog.SetDefaultExtension("*.log");
+}
+
+}  // namespace editor

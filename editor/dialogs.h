@@ -1,0 +1,59 @@
+#pragma once
+
+#include <optional>
+
+#include <QString>
+#include <QWidget>
+
+#include "platform/qt_desktop.h"
+
+namespace editor {
+
+/// A colour dialog. It remembers the last colour that it was given or that the user chose.
+class ColorDialog {
+ public:
+  ColorDialog(platform::Desktop& desktop, QWidget& owner) : desktop_(desktop), owner_(owner) {}
+
+  /// The colour (0x00BBGGRR) that the next showing opens with; black at first.
+  void SetColor(int color) { color_ = color; }
+
+  /// Shows the dialog. The chosen colour, nothing when the user cancels.
+  std::optional<int> Show();
+
+ private:
+  platform::Desktop& desktop_;
+  QWidget& owner_;
+  int color_ = 0;
+};
+
+/// An open-file dialog. It remembers the file of its last use.
+class FileDialog {
+ public:
+  FileDialog(platform::Desktop& desktop, QWidget& owner) : desktop_(desktop), owner_(owner) {}
+
+  void SetTitle(const QString& title) { request_.title = title; }
+  /// Description and pattern pairs, all separated by "|".
+  void SetFilter(const QString& filter) { request_.filter = filter; }
+  void SetDefaultExtension(const QString& pattern) { request_.defaultExtension = pattern; }
+
+  /// Shows the dialog. The full path of the chosen file, nothing when the user cancels.
+  std::optional<QString> Show();
+
+ private:
+  platform::Desktop& desktop_;
+  QWidget& owner_;
+  platform::OpenFileRequest request_;
+};
+
+/// The dialogs that a main window keeps for its life, with what they remember from one use to the
+/// next.
+struct Dialogs {
+  Dialogs(platform::Desktop& desktopToUse, QWidget& window);
+
+  platform::Desktop& desktop;
+  ColorDialog CColorDialog;
+  FileDialog CDialog;
+  FileDialog CLogDialog;
+};
+
+}  // namespace editor

@@ -1,0 +1,142 @@
+#include "editor/edit_menu.h"
+
+#include <array>
+#include <limits>
+#include <optional>
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMimeData>
+
+#include "platform/qt_controls.h"
+
+namespace editor {
+namespace {
+
+using platform::Control;
+
+constexpr std::array kItems = {"mnuEditCut", "mnuEditCopy", "mnuEditPaste", "mnuEditSelectAll"};
+
+/// Texts and positions are counted in 16 bits; nothing stands for a number beyond them.
+std::optional<qsizetype> InRange(qsizetype number) {
+  if (number > std::numeric_limits<qint16>::max()) return std::nullopt;
+  return number;
+}
+
+/// The clipboard's plain text, which may be empty; nothing when it holds none.
+std::optional<QString> ClipboardText() {
+  const QMimeData* const data = QApplication::clipboard()->mimeData();
+  if (data == nullptr || !data->hasFormat("text/plain")) return std::nullopt;
+  QString kind = "plain";
+  return QApplication::clipboard()->text(kind);
+}
+
+}  // namespace
+
+/// The focused control as a text, a selection start and a length. Of a control that is no text box
+/// nothing can be read or written.
+class EditMenu::TextBox {
+ public:
+  explicit TextBox(QWidget* control) : box_(qobject_cast<QLineEdit*>(control)) {}
+
+  explicit operator bool() const { return box_ != nullptr; }
+
+  QString SelText() const { return box_ != nullptr ? box_->selectedText() : QString(); }
+
+  /// Nothing when it cannot be read or is out of range.
+  std::optional<qsizetype> SelStart() const {
+    if (box_ == nullptr) return std::nullopt;
+    return InRange(box_->hasSelectedText() ? box_->selectionStart() : box_->cursorPosition());
+  }
+
+  /// The caret goes to the position; nothing stays selected.
+  void SetSelStart(std::optional<qsizetype> start) {
+    if (start) box_->setCursorPosition(static_cast<int>(*start));
+  }
+
+  void SelectAll() {
+    if (box_ == nullptr) return;
+    SetSelStart(0);
+    if (const auto length = InRange(box_->text().size())) {
+      box_->setSelection(0, static_cast<int>(*length));
+    }
+  }
+
+  /// Puts a text in the place of the selection, which begins at `start`. Whether it was done: not
+  /// when a position or the new text is out of range.
+  bool ReplaceSelection(std::optional<qsizetype> start, const QString& with) {
+    if (!start) return false;
+    const auto rest = InRange(*start + box_->selectionLength() + 1);  // counted from 1
+    if (!rest) return false;
+    const QString text = box_->text();
+    const QString replaced = text.left(*start) + with + text.mid(*rest - 1);
+    if (!InRange(replaced.size())) return false;
+    box_->setText(replaced);
+    return true;
+  }
+
+ private:
+  QLineEdit* box_;
+};
+
+EditMenu::EditMenu(QWidget& window) : window_(window) {
+  for (QLineEdit* const box : window.findChildren<QLineEdit*>()) box->installEventFilter(this);
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget* old, const QWidget* now) {
+    if (qobject_cast<const QMenuBar*>(now) != nullptr) beforeMenuBar_ = old;
+  });
+}
+
+QWidget* EditMenu::FocusedControl() const {
+  QWidget* const focused = window_.focusWidget();
+  return qobject_cast<QMenuBar*>(focused) != nullptr ? beforeMenuBar_.data() : focused;
+}
+
+void EditMenu::mnuEdit_Click() {
+  const bool canPaste = !ClipboardText().value_or(QString()).isEmpty();
+  const bool hasSelection = !TextBox(FocusedControl()).SelText().isEmpty();
+  Control<QAction>(window_, "mnuEditPaste").setEnabled(canPaste);
+  Control<QAction>(window_, "mnuEditCut").setEnabled(hasSelection);
+  Control<QAction>(window_, "mnuEditCopy").setEnabled(hasSelection);
+}
+
+void EditMenu::mnuEditCopy_Click() {
+  QClipboard& clipboard = *QApplication::clipboard();
+  clipboard.clear();
+  if (const TextBox box(FocusedControl()); box) clipboard.setText(box.SelText());
+}
+
+void EditMenu::mnuEditCut_Click() {
+  mnuEditCopy_Click();
+  TextBox box(FocusedControl());
+  const std::optional<qsizetype> start = box.SelStart();
+  box.ReplaceSelection(start, {});
+  box.SetSelStart(start);
+}
+
+void EditMenu::mnuEditPaste_Click() {
+  TextBox box(FocusedControl());
+  const std::optional<qsizetype> start = box.SelStart();
+  const std::optional<QString> text = ClipboardText();
+  const bool pasted = text && box.ReplaceSelection(start, *text);
+  if (start) box.SetSelStart(*start + (pasted ? text->size() : 0));
+}
+
+void EditMenu::mnuEditSelectAll_Click() { TextBox(FocusedControl()).SelectAll(); }
+
+bool EditMenu::eventFilter(QObject* object, QEvent* event) {
+  if (event->type() != QEvent::ShortcutOverride) return QObject::eventFilter(object, event);
+  const QKeySequence key(static_cast<QKeyEvent*>(event)->keyCombination());
+  for (const char* const name : kItems) {
+    const QAction& item = Control<QAction>(window_, name);
+    // Filtered out and not accepted, the key goes on to the menu's shortcuts.
+    if (item.isEnabled() && item.shortcut() == key) return true;
+  }
+  return QObject::eventFilter(object, event);
+}
+
+}  // namespace editor

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+namespace editor {
+
+/// Cut, copy, paste and select-all on the text box that has the keyboard focus, with the system
+/// clipboard's plain text. A step that cannot be done (the focus is on another kind of control, a
+/// text or a position is beyond 32767) is skipped and the next one follows; nothing is reported.
+///
+/// The shortcuts act while their menu item is enabled, as it was computed when the menu was last
+/// opened. While an item is disabled its key is the text box's own.
+class EditMenu : public QObject {
+ public:
+  /// `window` holds the text boxes and the menu's actions and outlives this object.
+  explicit EditMenu(QWidget& window);
+
+  /// Called each time the menu is opened: enables Paste when the clipboard has text, Cut and Copy
+  /// when the focused control has selected text.
+  void mnuEdit_Click();
+  void mnuEditCut_Click();
+  void mnuEditCopy_Click();
+  void mnuEditPaste_Click();
+  void mnuEditSelectAll_Click();
+
+ protected:
+  /// Keeps a text box from taking the keys of enabled items for itself.
+  bool eventFilter(QObject* object, QEvent* event) override;
+
+ private:
+  class TextBox;
+
+  QWidget* FocusedControl() const;
+
+  QWidget& window_;
+  QPointer<QWidget> beforeMenuBar_;  // had the focus when the menu bar took it
+};
+
+}  // namespace editor

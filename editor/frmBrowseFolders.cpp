@@ -1,0 +1,82 @@
+#include "editor/frmBrowseFolders.h"
+
+#include <QComboBox>
+#include <QPushButton>
+
+#include "platform/qt_controls.h"
+#include "platform/qt_drives.h"
+#include "platform/qt_folder_list.h"
+#include "platform/qt_layout.h"
+
+namespace editor {
+namespace {
+
+using platform::Control;
+using platform::ControlKind;
+using platform::ControlRow;
+
+constexpr int kWidth = 3525;
+constexpr int kHeight = 3285;
+
+constexpr ControlRow kRows[] = {
+    ControlRow{ControlKind::kFolderList, "Folders", "", {120, 120, 3255, 2115}}.Named("Folders"),
+    ControlRow{ControlKind::kDropDown, "Drives", "", {120, 2280, 3255, 315}}.Named("Drives"),
+    {ControlKind::kButton, "cmdOK", "", {2400, 2760, 975, 375}, "OK"},
+    {ControlKind::kButton, "cmdCancel", "", {1320, 2760, 975, 375}, "Cancel"},
+};
+
+}  // namespace
+
+frmBrowseFolders::frmBrowseFolders(QWidget& owner, platform::Desktop& desktop,
+                                   const QStringList& drives, const QString& start)
+    : QDialog(&owner), desktop_(desktop), drives_(drives), selectedFolder_(start) {
+  setObjectName("frmBrowseFolders");
+  setWindowTitle("Select A Directory");
+  setFixedSize(platform::Pixels(kWidth), platform::Pixels(kHeight));
+  platform::BuildControls(*this, kRows);
+
+  auto& ok = Control<QPushButton>(*this, "cmdOK");
+  ok.setDefault(true);
+  connect(&ok, &QPushButton::clicked, this, &frmBrowseFolders::cmdOK_Click);
+  connect(&Control<QPushButton>(*this, "cmdCancel"), &QPushButton::clicked, this,
+          &frmBrowseFolders::cmdCancel_Click);
+
+  auto& list = Control<QComboBox>(*this, "Drives");
+  list.addItems(drives_);
+  connect(&list, &QComboBox::activated, this, &frmBrowseFolders::Drives_Change);
+  Control<platform::FolderList>(*this, "Folders").OnOpen([this](const QString& folder) {
+    Open(folder, windowTitle());
+  });
+  OpenStart();
+}
+
+void frmBrowseFolders::cmdOK_Click() {
+  selectedFolder_ = Control<platform::FolderList>(*this, "Folders").Path();
+  accept();
+}
+
+void frmBrowseFolders::Drives_Change() {
+  Open(Control<QComboBox>(*this, "Drives").currentText(), "Drive Error");
+}
+
+void frmBrowseFolders::OpenStart() {
+  auto& folders = Control<platform::FolderList>(*this, "Folders");
+  if (folders.SetPath(selectedFolder_)) folders.SetPath(".");
+  ShowDrive();
+}
+
+void frmBrowseFolders::Open(const QString& folder, const QString& failureTitle) {
+  auto& folders = Control<platform::FolderList>(*this, "Folders");
+  if (const std::error_code error = folders.SetPath(folder)) {
+    desktop_.ShowMessage(this, QString::fromStdString(error.message()),
+                         platform::MessageStyle::kCritical, failureTitle);
+  }
+  ShowDrive();
+}
+
+void frmBrowseFolders::ShowDrive() {
+  const QString folder = Control<platform::FolderList>(*this, "Folders").Path();
+  Control<QComboBox>(*this, "Drives").setCurrentIndex(platform::DriveOf(drives_, folder));
+}
+
+}  // namespace editor

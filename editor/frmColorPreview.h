@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QDialog>
+
+namespace editor {
+
+/// The preview of the page and kill-table colours: a modal snapshot of the colour buttons of the
+/// main window at the moment when it is made.
+class frmColorPreview : public QDialog {
+ public:
+  explicit frmColorPreview(QWidget& window);
+
+ private:
+  void cdClose_Click() { accept(); }
+};
+
+}  // namespace editor

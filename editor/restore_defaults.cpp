@@ -1,0 +1,32 @@
+#include "editor/restore_defaults.h"
+
+#include "config/settings.h"
+#include "editor/fields.h"
+
+namespace editor {
+
+void RestoreDefaults(QWidget& window) {
+  for (const config::Setting& setting : config::Settings()) {
+    if (setting.encoding == config::Encoding::kUserVariables) continue;
+    if (setting.encoding == config::Encoding::kEntries) {
+      std::vector<config::Entry> entries;
+      for (const config::DefaultEntry& entry : setting.defaultEntries) {
+        entries.push_back({std::string(entry.first), std::string(entry.second)});
+      }
+      ShowEntries(window, setting, entries);
+    } else {
+      ShowValue(window, setting, setting.defaultValue);
+    }
+  }
+}
+
+bool ConfirmAndRestoreDefaults(QWidget& window, platform::Desktop& desktop) {
+  const platform::Answer answer = desktop.ShowMessage(
+      &window, "This will reset defaults for ALL settings.  Do you want to continue?",
+      platform::MessageStyle::kYesNoQuestion, "Restore Defaults");
+  if (answer != platform::Answer::kYes) return false;
+  RestoreDefaults(window);
+  return true;
+}
+
+}  // namespace editor

@@ -1,0 +1,91 @@
+#include "editor/save_settings.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include <QLineEdit>
+
+#include "config/settings.h"
+#include "config/text.h"
+#include "editor/fields.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/qt_controls.h"
+
+namespace editor {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Copies a file into a folder under its own name. The copy is a file of its own: its permissions
+/// are those of the file that it replaces, or those of any new file.
+void CopyInto(const fs::path& folder, std::string_view file) {
+  std::error_code error;
+  const fs::path source = platform::SystemPath(file);
+  const fs::path target = folder / platform::FileNamePart(file);
+  if (!fs::is_regular_file(source, error) || fs::equivalent(source, target, error)) return;
+  const std::string bytes = platform::ReadWholeFile(source, error);
+  if (!error) platform::ReplaceFile(target, bytes);
+}
+
+/// Trims the field of the background image and, where it names more than a bare file name, copies
+/// the file to where the pages look for it. The output directory, when it is a relative path, is
+/// taken from the current folder.
+void CopyBackgroundImage(QWidget& window) {
+  const QString output = platform::Control<QLineEdit>(window, "txtDestPath").text();
+  const fs::path images = platform::SystemPath(output.toStdString()) / "images";
+  std::error_code ignored;
+  fs::create_directories(images, ignored);
+
+  QLineEdit& field = platform::Control<QLineEdit>(window, "txtBkgndImage");
+  const std::string text = field.text().toStdString();
+  const std::string image(config::TrimBlanks(text));
+  if (image != text) field.setText(QString::fromStdString(image));
+  if (platform::HasSeparator(image)) CopyInto(images, image);
+}
+
+void WriteEntries(const QWidget& window, const config::Setting& setting, config::modIni& ini) {
+  int number = 0;
+  for (const config::Entry& entry : EntriesOf(window, setting)) {
+    const std::string index = std::to_string(number++);
+    ini.WriteIni(setting.section, std::string(setting.key) + index, entry.first);
+    if (setting.secondKey.empty()) continue;
+    const std::string_view second =
+        setting.secondConstant.empty() ? entry.second : setting.secondConstant;
+    ini.WriteIni(setting.section, std::string(setting.secondKey) + index, second);
+  }
+}
+
+void WriteUserVars(const QWidget& window, const config::Setting& setting, config::modIni& ini) {
+  for (const config::Entry& variable : EntriesOf(window, setting)) {
+    ini.WriteIni(setting.section, variable.first, variable.second);
+  }
+}
+
+void WriteSettings(const QWidget& window, config::modIni& ini) {
+  for (const config::Setting& setting : config::Settings()) {
+    switch (setting.encoding) {
+      case config::Encoding::kEntries:
+        WriteEntries(window, setting, ini);
+        break;
+      case config::Encoding::kUserVariables:
+        WriteUserVars(window, setting, ini);
+        break;
+      default:
+        ini.WriteIni(setting.section, setting.key, ValueOf(window, setting));
+    }
+  }
+}
+
+}  // namespace
+
+std::string SaveSettings(QWidget& window, config::modIni& ini,
+                         const std::function<void()>& pumpEvents) {
+  config::modIni::Stage stage(ini);
+  config::ClearSections(ini, pumpEvents);
+  CopyBackgroundImage(window);
+  WriteSettings(window, ini);
+  return stage.Commit();
+}
+
+}  // namespace editor

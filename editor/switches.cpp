@@ -1,0 +1,36 @@
+#include "editor/switches.h"
+
+#include <QCheckBox>
+
+#include "config/settings.h"
+#include "platform/qt_controls.h"
+
+namespace editor {
+namespace {
+
+using platform::Control;
+
+void SetMessageOptions(QWidget& window, bool checked) {
+  for (const config::Setting& setting : config::Settings()) {
+    if (setting.encoding != config::Encoding::kMessageOptions) continue;
+    for (const std::string_view option : setting.options) {
+      Control<QCheckBox>(window, QString::fromStdString(std::string(option))).setChecked(checked);
+    }
+  }
+}
+
+}  // namespace
+
+void cmdCheckAll_Click(QWidget& window) { SetMessageOptions(window, true); }
+
+void cmdClearAll_Click(QWidget& window) { SetMessageOptions(window, false); }
+
+void UpdateCustomRank(QWidget& window) {
+  const bool enabled = Control<QCheckBox>(window, "ckUseCustomRank").isChecked();
+  for (const char* const name : {"lblCustRank1", "lblCustRank2", "txtCustomRankTemplate",
+                                 "txtCustomRankStart", "cmdBrowse5"}) {
+    Control<QWidget>(window, name).setEnabled(enabled);
+  }
+}
+
+}  // namespace editor

@@ -1,0 +1,106 @@
+#include "platform/qt_folder_list.h"
+
+#include <filesystem>
+
+#include <QDir>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QStyle>
+
+#include "platform/paths.h"
+
+namespace platform {
+namespace {
+
+constexpr int kPathRole = Qt::UserRole;
+constexpr int kIndentation = 12;
+
+QString FullPath(const QString& path) {
+  const std::string native = SystemPath(path.toStdString()).string();
+  return QDir::cleanPath(QDir::current().absoluteFilePath(QString::fromStdString(native)));
+}
+
+std::error_code CheckReadable(const QString& folder) {
+  std::error_code error;
+  const std::filesystem::directory_iterator probe(folder.toStdString(), error);
+  return error;
+}
+
+/// The folders from the root down to `folder`.
+QStringList WayTo(const QString& folder) {
+  QStringList way{folder};
+  QDir step(folder);
+  while (step.cdUp()) way.prepend(step.path());
+  return way;
+}
+
+QString NameOf(const QString& folder) {
+  const QString name = QFileInfo(folder).fileName();
+  return name.isEmpty() ? folder : name;
+}
+
+QTreeWidgetItem* NewItem(const QString& folder, const QIcon& icon) {
+  auto* const item = new QTreeWidgetItem({NameOf(folder)});
+  item->setData(0, kPathRole, folder);
+  item->setIcon(0, icon);
+  return item;
+}
+
+}  // namespace
+
+FolderList::FolderList(QWidget* parent) : QTreeWidget(parent) {
+  setHeaderHidden(true);
+  setRootIsDecorated(false);
+  setItemsExpandable(false);
+  setExpandsOnDoubleClick(false);
+  setIndentation(kIndentation);
+  setUniformRowHeights(true);
+  header()->setStretchLastSection(false);
+  header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  connect(this, &QTreeWidget::itemDoubleClicked, this, [this](const QTreeWidgetItem* item) {
+    if (open_) open_(item->data(0, kPathRole).toString());
+  });
+}
+
+std::error_code FolderList::SetPath(const QString& path) {
+  const QString folder = FullPath(path);
+  if (const std::error_code error = CheckReadable(folder)) return error;
+  path_ = folder;
+  Fill();
+  return {};
+}
+
+void FolderList::Fill() {
+  clear();
+  QTreeWidgetItem* current = nullptr;
+  for (const QString& folder : WayTo(path_)) {
+    QTreeWidgetItem* const item = NewItem(folder, style()->standardIcon(QStyle::SP_DirOpenIcon));
+    current == nullptr ? addTopLevelItem(item) : current->addChild(item);
+    current = item;
+  }
+  const QIcon closed = style()->standardIcon(QStyle::SP_DirClosedIcon);
+  const QDir folder(path_);
+  for (const QString& name :
+       folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase)) {
+    current->addChild(NewItem(folder.filePath(name), closed));
+  }
+  expandAll();
+  setCurrentItem(current);
+}
+
+void FolderList::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (!enter) {
+    QTreeWidget::keyPressEvent(event);
+    return;
+  }
+  const QString chosen =
+      currentItem() != nullptr ? currentItem()->data(0, kPathRole).toString() : path_;
+  if (chosen == path_ || !open_) {
+    event->ignore();
+    return;
+  }
+  open_(chosen);
+}
+
+}  // namespace platform
