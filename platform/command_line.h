@@ -5,6 +5,10 @@
 
 namespace platform {
 
+/// The name that stands for the desktop's viewer of text files, and its switch for printing.
+inline constexpr const char* kNotepad = "notepad.exe";
+inline constexpr const char* kPrintSwitch = "/p";
+
 /// A program to start. It reaches the system as a list of arguments, never through a shell, so
 /// that blanks, quotes, "$" and ";" in a file name are just characters.
 struct CommandLine {

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include "platform/command_line.h"
+#include "platform/process.h"
 
 class QWidget;
 
@@ -23,12 +24,6 @@ struct OpenFileRequest {
   QString filter;            // description and pattern pairs, all separated by "|"
   QString defaultExtension;  // pattern "*.log" style, or empty
   QString fileName;          // preset file name: the one of the dialog's last use, or empty
-};
-
-/// What starting a program gave.
-struct StartResult {
-  int processId = 0;   // 0 when the program could not be started
-  std::string reason;  // why not, for a message to the user
 };
 
 /// Everything that a person or another program answers: message boxes, the standard dialogs,
@@ -63,6 +58,18 @@ class Desktop {
 
   /// Hands a URL to the desktop's browser. Nothing is reported.
   virtual void OpenUrl(const QString& url) = 0;
+};
+
+/// The desktop that the user sits at.
+class RealDesktop : public Desktop {
+ public:
+  Answer ShowMessage(QWidget* owner, const QString& text, MessageStyle style,
+                     const QString& title) override;
+  std::optional<int> ChooseColor(QWidget* owner, int color) override;
+  std::optional<QString> ChooseFile(QWidget* owner, const OpenFileRequest& request) override;
+  StartResult StartProgram(const CommandLine& command) override;
+  std::string StartDetached(const CommandLine& command) override;
+  void OpenUrl(const QString& url) override;
 };
 
 }  // namespace platform

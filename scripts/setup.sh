@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   # build
   g++ cmake ninja-build
-  qt6-base-dev libqt6svg6-dev qt6-qpa-plugins libglib2.0-dev
+  qt6-base-dev qt6-svg-dev qt6-qpa-plugins libglib2.0-dev
   libkainjow-mustache-dev libmuparser-dev libsqlite3-dev
   # tests
   libgtest-dev libgmock-dev tidy

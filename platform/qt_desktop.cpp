@@ -1,0 +1,126 @@
+#include "platform/qt_desktop.h"
+
+#include <algorithm>
+#include <vector>
+
+#include <QColor>
+#include <QColorDialog>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QStringList>
+
+#include "platform/paths.h"
+#include "platform/qt_controls.h"
+#include "platform/qt_text_viewer.h"
+
+namespace platform {
+namespace {
+
+QString SystemText(const QString& path) {
+  return QString::fromStdString(SystemPath(path.toStdString()).string());
+}
+
+/// The dialog's name filters for "description|pattern|description|pattern". The pattern stands in
+/// brackets at the end and is hidden there, so that the user reads the description as it is.
+QStringList NameFilters(const QString& filter) {
+  const QStringList parts = filter.split('|');
+  QStringList filters;
+  for (qsizetype at = 0; at + 1 < parts.size(); at += 2) {
+    QStringList patterns = parts[at + 1].trimmed().split(';', Qt::SkipEmptyParts);
+    // "*.*" means every file, with or without a dot in its name.
+    std::replace(patterns.begin(), patterns.end(), QStringLiteral("*.*"), QStringLiteral("*"));
+    filters << QStringLiteral("%1 (%2)").arg(parts[at].trimmed(), patterns.join(' '));
+  }
+  return filters;
+}
+
+void SelectFile(QFileDialog& dialog, const QString& fileName) {
+  if (fileName.isEmpty()) return;
+  const QFileInfo file(SystemText(fileName));
+  if (file.dir().exists()) dialog.setDirectory(file.absolutePath());
+  dialog.selectFile(file.fileName());
+}
+
+bool HasSwitch(const CommandLine& command, const std::string& text) {
+  return std::find(command.switches.begin(), command.switches.end(), text) !=
+         command.switches.end();
+}
+
+/// The argument list of a command that is started as it stands.
+std::vector<std::string> PlainArguments(const CommandLine& command) {
+  const std::string& program = command.program;
+  std::vector<std::string> arguments = {HasSeparator(program) ? SystemPath(program).string()
+                                                              : program};
+  arguments.insert(arguments.end(), command.switches.begin(), command.switches.end());
+  if (!command.file.empty()) arguments.push_back(SystemPath(command.file).string());
+  return arguments;
+}
+
+std::string StartTextViewer(const std::string& file) {
+  const std::optional<DesktopApplication> viewer = TextViewer();
+  if (!viewer) return "No program for text files (text/plain) is installed.";
+  const std::vector<std::string> arguments = ArgumentsToOpen(*viewer, file);
+  if (arguments.empty()) return "The command of " + viewer->name + " is unusable.";
+  const std::string reason = StartDetachedProcess(arguments);
+  return reason.empty() ? reason : arguments.front() + ": " + reason;
+}
+
+}  // namespace
+
+Answer RealDesktop::ShowMessage(QWidget* owner, const QString& text, MessageStyle style,
+                                const QString& title) {
+  QMessageBox box(owner);
+  box.setWindowTitle(title);
+  box.setTextFormat(Qt::PlainText);
+  box.setText(text);
+  if (style == MessageStyle::kYesNoQuestion) {
+    box.setIcon(QMessageBox::Question);
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(QMessageBox::Yes);
+    box.setEscapeButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes ? Answer::kYes : Answer::kNo;
+  }
+  if (style == MessageStyle::kCritical) box.setIcon(QMessageBox::Critical);
+  box.setStandardButtons(QMessageBox::Ok);
+  box.exec();
+  return Answer::kOk;
+}
+
+std::optional<int> RealDesktop::ChooseColor(QWidget* owner, int color) {
+  QColorDialog dialog(ToQColor(color), owner);
+  dialog.setOption(QColorDialog::DontUseNativeDialog);  // some hide the custom colours
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return ToColorValue(dialog.selectedColor());
+}
+
+std::optional<QString> RealDesktop::ChooseFile(QWidget* owner, const OpenFileRequest& request) {
+  QFileDialog dialog(owner, request.title, QDir::currentPath());
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  dialog.setNameFilters(NameFilters(request.filter));
+  dialog.setDefaultSuffix(QFileInfo(request.defaultExtension).suffix());
+  SelectFile(dialog, request.fileName);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  const QFileInfo file(dialog.selectedFiles().constFirst());
+  QDir::setCurrent(file.absolutePath());
+  return file.absoluteFilePath();
+}
+
+StartResult RealDesktop::StartProgram(const CommandLine& command) {
+  return StartProcess(PlainArguments(command));
+}
+
+std::string RealDesktop::StartDetached(const CommandLine& command) {
+  if (command.program != kNotepad) return StartDetachedProcess(PlainArguments(command));
+  const std::string file = SystemPath(command.file).string();
+  return HasSwitch(command, kPrintSwitch) ? StartDetachedProcess({"lp", file})
+                                          : StartTextViewer(file);
+}
+
+void RealDesktop::OpenUrl(const QString& url) {
+  StartDetachedProcess({"xdg-open", url.toStdString()});
+}
+
+}  // namespace platform

@@ -1,0 +1,13 @@
+#pragma once
+
+namespace platform {
+
+/// Handles the events that wait for the program's windows, and returns. Handlers run inside it.
+void PumpEvents();
+
+/// Lets the given time pass, in milliseconds. Events are handled as they come and the thread sleeps
+/// between them. A handler that takes longer than the time left delays the return. Works on after
+/// the program was told to quit.
+void WaitHandlingEvents(int milliseconds);
+
+}  // namespace platform
