@@ -1,5 +1,6 @@
 #include "editor/edit_menu.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <optional>
@@ -85,7 +86,7 @@ class EditMenu::TextBox {
 };
 
 EditMenu::EditMenu(QWidget& window) : window_(window) {
-  for (QLineEdit* const box : window.findChildren<QLineEdit*>()) box->installEventFilter(this);
+  qApp->installEventFilter(this);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget* old, const QWidget* now) {
     if (qobject_cast<const QMenuBar*>(now) != nullptr) beforeMenuBar_ = old;
   });
@@ -129,14 +130,15 @@ void EditMenu::mnuEditPaste_Click() {
 void EditMenu::mnuEditSelectAll_Click() { TextBox(FocusedControl()).SelectAll(); }
 
 bool EditMenu::eventFilter(QObject* object, QEvent* event) {
-  if (event->type() != QEvent::ShortcutOverride) return QObject::eventFilter(object, event);
+  if (event->type() != QEvent::ShortcutOverride) return false;
+  const auto* const box = qobject_cast<QLineEdit*>(object);
+  if (box == nullptr || box->window() != &window_) return false;
   const QKeySequence key(static_cast<QKeyEvent*>(event)->keyCombination());
-  for (const char* const name : kItems) {
+  // Filtered out and not accepted, the key goes on to the menu's shortcuts.
+  return std::any_of(kItems.begin(), kItems.end(), [&](const char* name) {
     const QAction& item = Control<QAction>(window_, name);
-    // Filtered out and not accepted, the key goes on to the menu's shortcuts.
-    if (item.isEnabled() && item.shortcut() == key) return true;
-  }
-  return QObject::eventFilter(object, event);
+    return item.isEnabled() && item.shortcut() == key;
+  });
 }
 
 }  // namespace editor

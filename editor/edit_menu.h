@@ -14,7 +14,8 @@ namespace editor {
 /// opened. While an item is disabled its key is the text box's own.
 class EditMenu : public QObject {
  public:
-  /// `window` holds the text boxes and the menu's actions and outlives this object.
+  /// `window` is the one that holds, or will hold, the text boxes and the menu's actions; it
+  /// outlives this object.
   explicit EditMenu(QWidget& window);
 
   /// Called each time the menu is opened: enables Paste when the clipboard has text, Cut and Copy
@@ -26,7 +27,7 @@ class EditMenu : public QObject {
   void mnuEditSelectAll_Click();
 
  protected:
-  /// Keeps a text box from taking the keys of enabled items for itself.
+  /// Keeps the text boxes of the window from taking the keys of enabled items for itself.
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
