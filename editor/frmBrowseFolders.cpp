@@ -32,8 +32,7 @@ frmBrowseFolders::frmBrowseFolders(QWidget& owner, platform::Desktop& desktop,
     : QDialog(&owner), desktop_(desktop), drives_(drives), selectedFolder_(start) {
   setObjectName("frmBrowseFolders");
   setWindowTitle("Select A Directory");
-  setFixedSize(platform::Pixels(kWidth), platform::Pixels(kHeight));
-  platform::BuildControls(*this, kRows);
+  platform::BuildFixedDialog(*this, kWidth, kHeight, kRows);
 
   auto& ok = Control<QPushButton>(*this, "cmdOK");
   ok.setDefault(true);

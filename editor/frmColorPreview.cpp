@@ -78,8 +78,7 @@ void SetColor(QWidget& control, QPalette::ColorRole role, int color) {
 frmColorPreview::frmColorPreview(QWidget& window) : QDialog(&window) {
   setObjectName("frmColorPreview");
   setWindowTitle("Kill Tables");
-  setFixedSize(platform::Pixels(kWidth), platform::Pixels(kHeight));
-  platform::BuildControls(*this, kRows);
+  platform::BuildFixedDialog(*this, kWidth, kHeight, kRows);
   for (const Source& source : kSources) {
     const QVariant color = Control<QWidget>(window, source.button).property(kBackColor);
     SetColor(Control<QWidget>(*this, source.control), source.role, color.toInt());

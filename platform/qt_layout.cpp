@@ -207,4 +207,11 @@ void BuildControls(QWidget& area, std::span<const ControlRow> rows) {
   }
 }
 
+void BuildFixedDialog(QDialog& dialog, int width, int height, std::span<const ControlRow> rows) {
+  dialog.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                        Qt::WindowCloseButtonHint);
+  dialog.setFixedSize(Pixels(width), Pixels(height));
+  BuildControls(dialog, rows);
+}
+
 }  // namespace platform

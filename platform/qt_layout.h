@@ -3,6 +3,7 @@
 #include <span>
 
 #include <QColor>
+#include <QDialog>
 #include <QRect>
 #include <QWidget>
 
@@ -112,5 +113,9 @@ struct ControlRow {
 /// Builds the rows of a table, in order, into `area`. Rows may lie in containers that an earlier
 /// table built.
 void BuildControls(QWidget& area, std::span<const ControlRow> rows);
+
+/// Gives a dialog its rows and the size of its client area in twips, which nobody can change; its
+/// frame has a close box only.
+void BuildFixedDialog(QDialog& dialog, int width, int height, std::span<const ControlRow> rows);
 
 }  // namespace platform
