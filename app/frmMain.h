@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstdint>
+
+#include <QMainWindow>
+#include <QSettings>
+#include <QString>
+
+#include "config/modIni.h"
+#include "platform/qt_desktop.h"
+
+namespace app {
+
+/// What the window is in the middle of. Saving and running handle window events while they last,
+/// so other handlers run inside them.
+enum class Activity { kIdle, kSaving, kRunning };
+
+/// The editor's main window. Its fields are the settings while the program runs.
+class frmMain : public QMainWindow {
+ public:
+  /// Builds the window and loads it (Form_Load); it is not shown yet. All three outlive the window.
+  /// `settings` are the per-user settings.
+  frmMain(config::modIni& ini, platform::Desktop& desktop, QSettings& settings);
+
+  config::modIni& Ini() const { return ini_; }
+  platform::Desktop& Desktop() const { return desktop_; }
+
+  /// What goes on; changed by an ActivityScope only.
+  Activity CurrentActivity() const { return activity_; }
+
+  /// Puts a text into the second panel of the status bar, whether the bar is shown or not.
+  void SetStatus(const QString& text);
+
+  /// Shows the status bar if it is hidden and hides it if it is shown. The check mark of
+  /// `mnViewStatusBar` is the one record of that; the window's height follows.
+  void ToggleStatusBar();
+
+  /// Stores the window's position and whether the status bar is shown in the per-user settings.
+  void SaveWindowState();
+
+  /// Stores the window's state and closes the window. Closing it in any other way stores nothing.
+  void cmdClose_Click();
+
+ private:
+  friend class ActivityScope;
+
+  void Form_Load();
+  void RestorePosition();
+  void RestoreStatusBar();
+  void ShowStatusBar(bool shown);
+  void Form_Resize();
+  void LinkColorButtons(const QString& frame, const QString& preview);
+
+  config::modIni& ini_;
+  platform::Desktop& desktop_;
+  QSettings& settings_;
+  Activity activity_ = Activity::kIdle;
+  std::int16_t FixedHeight;  // height in force, in twips, frame and menu bar included
+};
+
+/// Marks the window as saving or running while it lives; then what went on before goes on again.
+class ActivityScope {
+ public:
+  ActivityScope(frmMain& window, Activity activity) : window_(window), before_(window.activity_) {
+    window_.activity_ = activity;
+  }
+  ActivityScope(const ActivityScope&) = delete;
+  ActivityScope& operator=(const ActivityScope&) = delete;
+  ~ActivityScope() { window_.activity_ = before_; }
+
+ private:
+  frmMain& window_;
+  Activity before_;
+};
+
+}  // namespace app

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <span>
+
+#include "platform/qt_layout.h"
+
+namespace app {
+
+using LayoutRows = std::span<const platform::ControlRow>;
+
+/// The main window's controls, one table for the window itself and one for each tab, in tab order.
+LayoutRows WindowLayout();
+LayoutRows MainLayout();
+LayoutRows LogsLayout();
+LayoutRows GameLayout();
+LayoutRows HtmlLayout();
+LayoutRows KillTablesLayout();
+LayoutRows TemplatesLayout();
+LayoutRows UserVarsLayout();
+LayoutRows AboutLayout();
+
+/// The explanation beside the colour buttons of two tabs.
+inline constexpr const char* kColorHint =
+    "To modify a color, click the desired button and choose a color.  Once the desired color is "
+    "selected, press the OK button.  The button will now reflect your color choice.";
+
+}  // namespace app

@@ -1,0 +1,25 @@
+#include "app/modMain.h"
+
+#include "platform/files.h"
+
+namespace app {
+
+std::unique_ptr<frmMain> Main(config::modIni& ini, platform::Desktop& desktop,
+                              QSettings& settings) {
+  if (platform::FileExists(ini.ConfigFilePath())) {
+    auto window = std::make_unique<frmMain>(ini, desktop, settings);
+    window->show();
+    return window;
+  }
+  const QString file = QString::fromUtf8(config::kConfigFileName.data(),
+                                         static_cast<qsizetype>(config::kConfigFileName.size()));
+  desktop.ShowMessage(nullptr,
+                      "The Morvane Configuration file was not found!\r\n"
+                      "Please reinstall this software or restore a copy of " +
+                          file + " to " + QString::fromStdString(ini.ProgramDirectory()) +
+                          "\r\n\r\nIf you need additional help, please see SETUP.TXT.",
+                      platform::MessageStyle::kCritical, file + " Not Found");
+  return nullptr;
+}
+
+}  // namespace app

@@ -1,0 +1,64 @@
+#include "app/tabs.h"
+
+#include <iterator>
+
+#include <QTabWidget>
+
+#include "app/frmMain.h"
+#include "platform/qt_controls.h"
+
+namespace app {
+namespace {
+
+using platform::Control;
+
+struct TabRow {
+  const char* viewItem;
+  const char* status;
+};
+
+// By tab index.
+constexpr TabRow kTabs[] = {
+    {"mnuVuewMain", "Main Settings."},
+    {"mnuViewLogs", "Quake 3 Arena Logs"},
+    {"mnuViewGame", "Qualifying Game Settings"},
+    {"mnuViewHTML", "HTML Settings"},
+    {"mnuViewKillTables", "Kill Table Settings"},
+    {"mnuViewTemplates", "Template Lists"},
+    {"mnuViewUserVars", "User Defined Variables"},
+    {"mnuViewAbout", "Quillon's Vantorel"},
+};
+
+QAction& ViewItem(frmMain& window, int tab) {
+  return Control<QAction>(window, kTabs[tab].viewItem);
+}
+
+void BringToFront(frmMain& window, int tab) {
+  Control<QTabWidget>(window, "SSTab1").setCurrentIndex(tab);
+  ClearViewChecks(window, ViewItem(window, tab));
+}
+
+}  // namespace
+
+void SSTab1_Click(frmMain& window) {
+  const int tab = Control<QTabWidget>(window, "SSTab1").currentIndex();
+  if (tab < 0 || tab >= static_cast<int>(std::size(kTabs))) return;
+  window.SetStatus(kTabs[tab].status);
+  ClearViewChecks(window, ViewItem(window, tab));
+}
+
+void ClearViewChecks(frmMain& window, QAction& item) {
+  for (const TabRow& row : kTabs) Control<QAction>(window, row.viewItem).setChecked(false);
+  item.setChecked(true);
+}
+
+void mnuVuewMain_Click(frmMain& window) { BringToFront(window, 0); }
+void mnuViewLogs_Click(frmMain& window) { BringToFront(window, 1); }
+void mnuViewGame_Click(frmMain& window) { BringToFront(window, 2); }
+void mnuViewHTML_Click(frmMain& window) { BringToFront(window, 3); }
+void mnuViewKillTables_Click(frmMain& window) { BringToFront(window, 4); }
+void mnuViewTemplates_Click(frmMain& window) { BringToFront(window, 5); }
+void mnuViewUserVars_Click(frmMain& window) { BringToFront(window, 6); }
+void mnuViewAbout_Click(frmMain& window) { BringToFront(window, 7); }
+
+}  // namespace app
