@@ -14,6 +14,8 @@
 #include "app/handlers.h"
 #include "app/layout.h"
 #include "app/menus.h"
+#include "editor/load_settings.h"
+#include "editor/switches.h"
 #include "platform/qt_controls.h"
 
 namespace app {
@@ -92,8 +94,8 @@ void frmMain::Form_Load() {
   setWindowTitle("Quillon's Vantorel v" + ShortVersion());
   Control<QLabel>(*this, "lblSplashVersion").setText("Version " + ShortVersion());
   Control<QAction>(*this, "mnuHelpAbout").setText("About Vantorel...");
-  // editor::LoadSettings(*this, ini_);
-  // editor::UpdateCustomRank(*this);
+  editor::LoadSettings(*this, ini_);
+  editor::UpdateCustomRank(*this);
   SetStatus("Ready.");
 }
 
