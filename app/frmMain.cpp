@@ -71,7 +71,12 @@ QString ShortVersion() {
 }  // namespace
 
 frmMain::frmMain(config::modIni& ini, platform::Desktop& desktop, QSettings& settings)
-    : ini_(ini), desktop_(desktop), settings_(settings), FixedHeight(kHeightWithStatusBar) {
+    : ini_(ini),
+      desktop_(desktop),
+      settings_(settings),
+      dialogs_(desktop, *this),
+      editMenu_(*this),
+      FixedHeight(kHeightWithStatusBar) {
   setObjectName("frmMain");
   setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                  Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |

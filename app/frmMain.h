@@ -7,6 +7,8 @@
 #include <QString>
 
 #include "config/modIni.h"
+#include "editor/dialogs.h"
+#include "editor/edit_menu.h"
 #include "platform/qt_desktop.h"
 
 namespace app {
@@ -24,6 +26,8 @@ class frmMain : public QMainWindow {
 
   config::modIni& Ini() const { return ini_; }
   platform::Desktop& Desktop() const { return desktop_; }
+  editor::Dialogs& Dialogs() { return dialogs_; }
+  editor::EditMenu& EditMenu() { return editMenu_; }
 
   /// What goes on; changed by an ActivityScope only.
   Activity CurrentActivity() const { return activity_; }
@@ -54,6 +58,8 @@ class frmMain : public QMainWindow {
   config::modIni& ini_;
   platform::Desktop& desktop_;
   QSettings& settings_;
+  editor::Dialogs dialogs_;
+  editor::EditMenu editMenu_;
   Activity activity_ = Activity::kIdle;
   std::int16_t FixedHeight;  // height in force, in twips, frame and menu bar included
 };

@@ -1,13 +1,21 @@
 #include "app/handlers.h"
 
+#include <functional>
+#include <type_traits>
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QCheckBox>
 #include <QMenu>
 #include <QTabWidget>
 
+#include "app/file_actions.h"
 #include "app/frmMain.h"
 #include "app/tabs.h"
+#include "editor/colors.h"
+#include "editor/list_editors.h"
+#include "editor/pickers.h"
+#include "editor/switches.h"
 
 namespace app {
 namespace {
@@ -18,24 +26,100 @@ struct HandlerRow {
   void (*handler)(frmMain& window, int index);
 };
 
+/// A handler as the table has it, from one that takes the window and, where it needs them, the
+/// window's dialogs and the index.
+template <auto handler>
+void Run(frmMain& window, [[maybe_unused]] int index) {
+  using Handler = decltype(handler);
+  if constexpr (std::is_invocable_v<Handler, QWidget&, editor::Dialogs&, int>) {
+    handler(window, window.Dialogs(), index);
+  } else if constexpr (std::is_invocable_v<Handler, QWidget&, editor::Dialogs&>) {
+    handler(window, window.Dialogs());
+  } else {
+    std::invoke(handler, window);
+  }
+}
+
+/// The same for a handler of the Edit menu.
+template <void (editor::EditMenu::*handler)()>
+void RunEdit(frmMain& window, int /*index*/) {
+  (window.EditMenu().*handler)();
+}
+
 // Buttons and menu items run their handler when they are chosen, check boxes when their value
 // changes, menus before they show, the tab control when another tab comes to the front.
 const HandlerRow kHandlers[] = {
     // File, and the strip of buttons
-    {"cmdClose", [](frmMain& window, int) { window.cmdClose_Click(); }},
-    {"mnuFileExit", [](frmMain& window, int) { window.cmdClose_Click(); }},
+    {"cmdSave", Run<cmdSave_Click>},
+    {"mnuFileSave", Run<mnuFileSave_Click>},
+    {"cmdDefaults", Run<cmdDefaults_Click>},
+    {"mnuFileDefaults", Run<mnuFileDefaults_Click>},
+    {"cmdClose", Run<&frmMain::cmdClose_Click>},
+    {"mnuFileExit", Run<&frmMain::cmdClose_Click>},
+
+    // Edit
+    {"mnuEdit", RunEdit<&editor::EditMenu::mnuEdit_Click>},
+    {"mnuEditCut", RunEdit<&editor::EditMenu::mnuEditCut_Click>},
+    {"mnuEditCopy", RunEdit<&editor::EditMenu::mnuEditCopy_Click>},
+    {"mnuEditPaste", RunEdit<&editor::EditMenu::mnuEditPaste_Click>},
+    {"mnuEditSelectAll", RunEdit<&editor::EditMenu::mnuEditSelectAll_Click>},
 
     // View
-    {"mnViewStatusBar", [](frmMain& window, int) { window.ToggleStatusBar(); }},
-    {"mnuVuewMain", [](frmMain& window, int) { mnuVuewMain_Click(window); }},
-    {"mnuViewLogs", [](frmMain& window, int) { mnuViewLogs_Click(window); }},
-    {"mnuViewGame", [](frmMain& window, int) { mnuViewGame_Click(window); }},
-    {"mnuViewHTML", [](frmMain& window, int) { mnuViewHTML_Click(window); }},
-    {"mnuViewKillTables", [](frmMain& window, int) { mnuViewKillTables_Click(window); }},
-    {"mnuViewTemplates", [](frmMain& window, int) { mnuViewTemplates_Click(window); }},
-    {"mnuViewUserVars", [](frmMain& window, int) { mnuViewUserVars_Click(window); }},
-    {"mnuViewAbout", [](frmMain& window, int) { mnuViewAbout_Click(window); }},
-    {"SSTab1", [](frmMain& window, int) { SSTab1_Click(window); }},
+    {"mnViewStatusBar", Run<&frmMain::ToggleStatusBar>},
+    {"mnuVuewMain", Run<mnuVuewMain_Click>},
+    {"mnuViewLogs", Run<mnuViewLogs_Click>},
+    {"mnuViewGame", Run<mnuViewGame_Click>},
+    {"mnuViewHTML", Run<mnuViewHTML_Click>},
+    {"mnuViewKillTables", Run<mnuViewKillTables_Click>},
+    {"mnuViewTemplates", Run<mnuViewTemplates_Click>},
+    {"mnuViewUserVars", Run<mnuViewUserVars_Click>},
+    {"mnuViewAbout", Run<mnuViewAbout_Click>},
+    {"SSTab1", Run<SSTab1_Click>},
+
+    // Switches
+    {"ckUseCustomRank", Run<editor::UpdateCustomRank>},
+    {"cmdCheckAll", Run<editor::cmdCheckAll_Click>},
+    {"cmdClearAll", Run<editor::cmdClearAll_Click>},
+
+    // List editors
+    {"cmdAddLog", Run<editor::cmdAddLog_Click>},
+    {"cmdRemovelog", Run<editor::cmdRemovelog_Click>},
+    {"cmdAddMainTemplate", Run<editor::cmdAddMainTemplate_Click>},
+    {"cmdRemoveMainTemplate", Run<editor::cmdRemoveMainTemplate_Click>},
+    {"cmdAddMapTemplate", Run<editor::cmdAddMapTemplate_Click>},
+    {"cmdRemoveMapTemplate", Run<editor::cmdRemoveMapTemplate_Click>},
+    {"cmdAddGameTemplate", Run<editor::cmdAddGameTemplate_Click>},
+    {"cmdRemoveGameTemplate", Run<editor::cmdRemoveGameTemplate_Click>},
+    {"cmdAddUserVar", Run<editor::cmdAddUserVar_Click>},
+    {"cmdRemoveUserVar", Run<editor::cmdRemoveUserVar_Click>},
+    {"Command4", Run<editor::Command4_Click>},
+    {"cmdRemoveHiLiteLevel", Run<editor::cmdRemoveHiLiteLevel_Click>},
+
+    // Pickers
+    {"cmdBrowse2", Run<editor::cmdBrowse2_Click>},
+    {"cmdBrowse3", Run<editor::cmdBrowse3_Click>},
+    {"cmdBrowse4", Run<editor::cmdBrowse4_Click>},
+    {"cmdBrowse5", Run<editor::cmdBrowse5_Click>},
+    {"cmdLogFileBrowse", Run<editor::cmdLogFileBrowse_Click>},
+    {"cmdBkgndImageBrowse", Run<editor::cmdBkgndImageBrowse_Click>},
+    {"cmdBrsTemplate", Run<editor::cmdBrsTemplate_Click>},
+    {"cmdBrowseMaps", Run<editor::cmdBrowseMaps_Click>},
+    {"cmdBrsGame", Run<editor::cmdBrsGame_Click>},
+    {"cmdBrsGameList", Run<editor::cmdBrsGameList_Click>},
+    {"cmdBrwsPlayers", Run<editor::cmdBrwsPlayers_Click>},
+    {"cmdBrowseLastGame", Run<editor::cmdBrowseLastGame_Click>},
+    {"cmdBrowseGameListLoop", Run<editor::cmdBrowseGameListLoop_Click>},
+
+    // Colours
+    {"cmdTextColor", Run<editor::cmdTextColor_Click>},
+    {"cmdLinkColor", Run<editor::cmdLinkColor_Click>},
+    {"cmdVLinkColor", Run<editor::cmdVLinkColor_Click>},
+    {"cmdALinkColor", Run<editor::cmdALinkColor_Click>},
+    {"cmdBGColor", Run<editor::cmdBGColor_Click>},
+    {"cmdColumnColor", Run<editor::cmdColumnColor_Click>},
+    {"cmdNameColor", Run<editor::cmdNameColor_Click>},
+    {"cmdColorPreview", Run<editor::cmdColorPreview_Click>},
+    {"cmdKillPreview", Run<editor::cmdKillPreview_Click>},
 };
 
 /// The index of a member of a control array ("cmdNameColor(3)" gives 3), -1 for other controls.
