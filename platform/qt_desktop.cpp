@@ -69,6 +69,17 @@ std::string StartTextViewer(const std::string& file) {
 
 }  // namespace
 
+void ViewTextFile(Desktop& desktop, QWidget* owner, const std::string& file) {
+  const CommandLine command{kNotepad, {}, file};
+  const std::string reason = desktop.StartDetached(command);
+  if (reason.empty()) return;
+  desktop.ShowMessage(
+      owner,
+      QStringLiteral("The text viewer could not be started:\n%1\n\n%2")
+          .arg(QString::fromStdString(command.Text()), QString::fromStdString(reason)),
+      MessageStyle::kCritical, QString::fromStdString(std::string(FileNamePart(file))));
+}
+
 Answer RealDesktop::ShowMessage(QWidget* owner, const QString& text, MessageStyle style,
                                 const QString& title) {
   QMessageBox box(owner);

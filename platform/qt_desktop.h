@@ -60,6 +60,10 @@ class Desktop {
   virtual void OpenUrl(const QString& url) = 0;
 };
 
+/// Opens a text file in the desktop's viewer and does not wait for it. A viewer that cannot be
+/// started is told to the user, with the command and the reason.
+void ViewTextFile(Desktop& desktop, QWidget* owner, const std::string& file);
+
 /// The desktop that the user sits at.
 class RealDesktop : public Desktop {
  public:

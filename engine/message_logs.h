@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include "platform/qt_desktop.h"
+
+class QWidget;
+
+namespace engine {
+
+/// Runs before the View menu shows: a log's item is enabled when the log exists in the program
+/// directory; the submenu and "Delete Logs" follow the log parser's log alone.
+void mnuView_Click(QWidget& window, const std::string& programDirectory);
+
+/// The message log that a View item stands for: `mnuViewLogMain` gives "morvane.log.txt". Empty
+/// for any other name.
+std::string MessageLogOf(const std::string& menuItem);
+
+/// Asks whether all message logs are to be deleted and deletes them. One that cannot be deleted is
+/// told to the user, and the next one follows. The result is false when the user did not want it.
+bool DeleteMessageLogs(platform::Desktop& desktop, QWidget* owner,
+                       const std::string& programDirectory);
+
+}  // namespace engine

@@ -1,0 +1,13 @@
+#include "engine/print.h"
+
+#include "config/modIni.h"
+
+namespace engine {
+
+void PrintConfiguration(platform::Desktop& desktop, const std::string& programDirectory) {
+  desktop.StartDetached({platform::kNotepad,
+                         {platform::kPrintSwitch},
+                         programDirectory + "\\" + std::string(config::kConfigFileName)});
+}
+
+}  // namespace engine
