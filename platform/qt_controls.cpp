@@ -68,6 +68,27 @@ void ColorButton::paintEvent(QPaintEvent* /*event*/) {
   painter.drawRect(inside.adjusted(1, 1, -2, -2));
 }
 
+void Frame::paintEvent(QPaintEvent* /*event*/) {
+  constexpr int kTitleLeft = 9;
+  constexpr int kTitleGap = 3;
+  constexpr double kCornerRadius = 3;
+  const QSize titleSize = fontMetrics().size(Qt::TextSingleLine, title());
+  const int lineTop = title().isEmpty() ? 0 : titleSize.height() / 2;
+  const QRect titleRect(QPoint(kTitleLeft, 0), titleSize);
+
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(palette().color(QPalette::WindowText));
+  painter.drawText(titleRect, Qt::AlignCenter, title());
+  if (!title().isEmpty()) {
+    const QRegion gap = titleRect.adjusted(-kTitleGap, 0, kTitleGap, 0);
+    painter.setClipRegion(QRegion(rect()) - gap);
+  }
+  painter.setPen(palette().color(QPalette::Mid));
+  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, lineTop + 0.5, -0.5, -0.5), kCornerRadius,
+                          kCornerRadius);
+}
+
 ArrowRing::ArrowRing(std::vector<QWidget*> ring, QObject* owner)
     : QObject(owner), ring_(std::move(ring)) {
   for (QWidget* control : ring_) control->installEventFilter(this);

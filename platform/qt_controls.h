@@ -4,7 +4,7 @@
 #include <vector>
 
 #include <QColor>
-#include <QFrame>
+#include <QGroupBox>
 #include <QImage>
 #include <QPushButton>
 #include <QString>
@@ -40,6 +40,15 @@ class ColorButton : public QPushButton {
 
  protected:
   bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+};
+
+/// A frame whose title stands in its upper line.
+class Frame : public QGroupBox {
+ public:
+  using QGroupBox::QGroupBox;
+
+ protected:
   void paintEvent(QPaintEvent* event) override;
 };
 

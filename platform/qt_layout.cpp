@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -105,7 +104,7 @@ QWidget* Build(const ControlRow& row, QWidget* container) {
     case ControlKind::kListView:
       return BuildListView(row, container);
     case ControlKind::kFrame:
-      return new QGroupBox(row.caption, container);
+      return new Frame(row.caption, container);
     case ControlKind::kPanel:
       return BuildPanel(row, container);
     case ControlKind::kTabs:

@@ -36,7 +36,7 @@ enum class ControlKind {
   kColorButton,  // ColorButton (a QPushButton)
   kListBox,      // QListWidget
   kListView,     // QTreeWidget; the caption holds the column titles, separated by "|"
-  kFrame,        // QGroupBox
+  kFrame,        // Frame (a QGroupBox)
   kPanel,        // QFrame
   kTabs,         // TabControl (a QTabWidget)
   kTabPage,      // TabPage; its controls are placed relative to the tab control

@@ -35,6 +35,13 @@ class DesignedStyle : public QProxyStyle {
     }
   }
 
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override {
+    // The strip's own width is shared out among the captions; see TabControl.
+    if (metric == PM_TabBarTabHSpace) return 0;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* data) const override {
     if (hint == SH_UnderlineShortcut) return 1;
@@ -59,6 +66,7 @@ QPalette DesignedPalette() {
   palette.setColor(QPalette::ToolTipBase, QColor(0xFF, 0xFB, 0xE6));
   palette.setColor(QPalette::ToolTipText, ink);
   palette.setColor(QPalette::PlaceholderText, faint);
+  palette.setColor(QPalette::Mid, QColor(0xBE, 0xB8, 0xAE));
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, faint);
   }

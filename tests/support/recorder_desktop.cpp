@@ -1,0 +1,49 @@
+#include "tests/support/recorder_desktop.h"
+
+#include <utility>
+
+namespace support {
+namespace {
+
+template <class T>
+T Next(std::deque<T>& queue, T otherwise) {
+  if (queue.empty()) return otherwise;
+  T next = std::move(queue.front());
+  queue.pop_front();
+  return next;
+}
+
+}  // namespace
+
+platform::Answer RecorderDesktop::ShowMessage(QWidget* /*owner*/, const QString& text,
+                                              platform::MessageStyle style, const QString& title) {
+  messages.push_back({text, style, title});
+  if (duringMessage) duringMessage();
+  const bool question = style == platform::MessageStyle::kYesNoQuestion;
+  return Next(answers, question ? platform::Answer::kNo : platform::Answer::kOk);
+}
+
+std::optional<int> RecorderDesktop::ChooseColor(QWidget* /*owner*/, int color) {
+  offeredColors.push_back(color);
+  return Next(colors, std::optional<int>());
+}
+
+std::optional<QString> RecorderDesktop::ChooseFile(QWidget* /*owner*/,
+                                                   const platform::OpenFileRequest& request) {
+  fileRequests.push_back(request);
+  return Next(files, std::optional<QString>());
+}
+
+platform::StartResult RecorderDesktop::StartProgram(const platform::CommandLine& command) {
+  started.push_back(command.Text());
+  return platform::RealDesktop().StartProgram(command);
+}
+
+std::string RecorderDesktop::StartDetached(const platform::CommandLine& command) {
+  detached.push_back(command.Text());
+  return detachedFailure;
+}
+
+void RecorderDesktop::OpenUrl(const QString& url) { urls.push_back(url); }
+
+}  // namespace support
