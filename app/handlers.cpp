@@ -1,6 +1,7 @@
 #include "app/handlers.h"
 
 #include <functional>
+#include <string>
 #include <type_traits>
 
 #include <QAbstractButton>
@@ -9,6 +10,7 @@
 #include <QMenu>
 #include <QTabWidget>
 
+#include "app/engine_actions.h"
 #include "app/file_actions.h"
 #include "app/frmMain.h"
 #include "app/tabs.h"
@@ -16,6 +18,9 @@
 #include "editor/list_editors.h"
 #include "editor/pickers.h"
 #include "editor/switches.h"
+#include "engine/message_logs.h"
+#include "help/frmAbout.h"
+#include "help/links.h"
 
 namespace app {
 namespace {
@@ -27,7 +32,8 @@ struct HandlerRow {
 };
 
 /// A handler as the table has it, from one that takes the window and, where it needs them, the
-/// window's dialogs and the index.
+/// window's dialogs and the index, or from one that takes the desktop, the window as owner of what
+/// it shows, and the program directory.
 template <auto handler>
 void Run(frmMain& window, [[maybe_unused]] int index) {
   using Handler = decltype(handler);
@@ -35,6 +41,15 @@ void Run(frmMain& window, [[maybe_unused]] int index) {
     handler(window, window.Dialogs(), index);
   } else if constexpr (std::is_invocable_v<Handler, QWidget&, editor::Dialogs&>) {
     handler(window, window.Dialogs());
+  } else if constexpr (std::is_invocable_v<Handler, QWidget&, const std::string&>) {
+    handler(window, window.Ini().ProgramDirectory());
+  } else if constexpr (std::is_invocable_v<Handler, platform::Desktop&>) {
+    handler(window.Desktop());
+  } else if constexpr (std::is_invocable_v<Handler, platform::Desktop&, QWidget*>) {
+    handler(window.Desktop(), &window);
+  } else if constexpr (std::is_invocable_v<Handler, platform::Desktop&, QWidget*,
+                                           const std::string&>) {
+    handler(window.Desktop(), &window, window.Ini().ProgramDirectory());
   } else {
     std::invoke(handler, window);
   }
@@ -54,6 +69,9 @@ const HandlerRow kHandlers[] = {
     {"mnuFileSave", Run<mnuFileSave_Click>},
     {"cmdDefaults", Run<cmdDefaults_Click>},
     {"mnuFileDefaults", Run<mnuFileDefaults_Click>},
+    {"mnuFilePrint", Run<mnuFilePrint_Click>},
+    {"cmdMakeStats", Run<cmdMakeStats_Click>},
+    {"mnuFileGenerate", Run<mnuFileGenerate_Click>},
     {"cmdClose", Run<&frmMain::cmdClose_Click>},
     {"mnuFileExit", Run<&frmMain::cmdClose_Click>},
 
@@ -65,6 +83,7 @@ const HandlerRow kHandlers[] = {
     {"mnuEditSelectAll", RunEdit<&editor::EditMenu::mnuEditSelectAll_Click>},
 
     // View
+    {"mnuView", Run<engine::mnuView_Click>},
     {"mnViewStatusBar", Run<&frmMain::ToggleStatusBar>},
     {"mnuVuewMain", Run<mnuVuewMain_Click>},
     {"mnuViewLogs", Run<mnuViewLogs_Click>},
@@ -75,6 +94,20 @@ const HandlerRow kHandlers[] = {
     {"mnuViewUserVars", Run<mnuViewUserVars_Click>},
     {"mnuViewAbout", Run<mnuViewAbout_Click>},
     {"SSTab1", Run<SSTab1_Click>},
+    {"mnuViewLogCustRank", Run<engine::mnuViewLogCustRank_Click>},
+    {"mnuViewLogMain", Run<engine::mnuViewLogMain_Click>},
+    {"mnuViewLogLogParser", Run<engine::mnuViewLogLogParser_Click>},
+    {"mnuViewLogTemplateParser", Run<engine::mnuViewLogTemplateParser_Click>},
+    {"mnuViewLogsDelete", Run<mnuViewLogsDelete_Click>},
+
+    // Help
+    {"mnuHelpQuickStart", Run<help::mnuHelpQuickStart_Click>},
+    {"mnuHelpUpdate", Run<help::mnuHelpUpdate_Click>},
+    {"mnuHelpFeedback", Run<help::mnuHelpFeedback_Click>},
+    {"mnuHelpBugs", Run<help::mnuHelpBugs_Click>},
+    {"mnuHelpQuillon", Run<help::mnuHelpQuillon_Click>},
+    {"mnuHelpMorvaneHome", Run<help::mnuHelpMorvaneHome_Click>},
+    {"mnuHelpAbout", Run<help::mnuHelpAbout_Click>},
 
     // Switches
     {"ckUseCustomRank", Run<editor::UpdateCustomRank>},

@@ -1,8 +1,6 @@
 #include "engine/message_logs.h"
 
-#include <algorithm>
 #include <filesystem>
-#include <iterator>
 #include <system_error>
 
 #include <QAction>
@@ -19,22 +17,31 @@ namespace {
 
 using platform::Control;
 
-/// A message log of the engine and the View item that shows it, in the order of deleting.
+/// A message log of the engine and the View item that shows it.
 struct MessageLog {
   const char* file;
   const char* menuItem;
 };
-constexpr MessageLog kMessageLogs[] = {
-    {"custrank.log.txt", "mnuViewLogCustRank"},
-    {"logparser.log.txt", "mnuViewLogLogParser"},
-    {"morvane.log.txt", "mnuViewLogMain"},
-    {"templateparser.log.txt", "mnuViewLogTemplateParser"},
-};
+constexpr MessageLog kCustRankLog = {"custrank.log.txt", "mnuViewLogCustRank"};
+constexpr MessageLog kLogParserLog = {"logparser.log.txt", "mnuViewLogLogParser"};
+constexpr MessageLog kMainLog = {"morvane.log.txt", "mnuViewLogMain"};
+constexpr MessageLog kTemplateParserLog = {"templateparser.log.txt", "mnuViewLogTemplateParser"};
 
-constexpr char kLeadingItem[] = "mnuViewLogLogParser";
+/// In the order of deleting.
+constexpr MessageLog kMessageLogs[] = {kCustRankLog, kLogParserLog, kMainLog, kTemplateParserLog};
+
+/// The log as the settings' notation names it.
+std::string NameOf(const MessageLog& log, const std::string& programDirectory) {
+  return programDirectory + "\\" + log.file;
+}
 
 std::filesystem::path PathOf(const MessageLog& log, const std::string& programDirectory) {
-  return platform::SystemPath(programDirectory + "\\" + log.file);
+  return platform::SystemPath(NameOf(log, programDirectory));
+}
+
+void View(const MessageLog& log, platform::Desktop& desktop, QWidget* owner,
+          const std::string& programDirectory) {
+  platform::ViewTextFile(desktop, owner, NameOf(log, programDirectory));
 }
 
 void TellWhyNotDeleted(platform::Desktop& desktop, QWidget* owner,
@@ -53,16 +60,29 @@ void mnuView_Click(QWidget& window, const std::string& programDirectory) {
     Control<QAction>(window, log.menuItem)
         .setEnabled(platform::FileExists(PathOf(log, programDirectory)));
   }
-  const bool hasLogs = Control<QAction>(window, kLeadingItem).isEnabled();
+  const bool hasLogs = Control<QAction>(window, kLogParserLog.menuItem).isEnabled();
   Control<QMenu>(window, "mnuViewLog").menuAction()->setEnabled(hasLogs);
   Control<QAction>(window, "mnuViewLogsDelete").setEnabled(hasLogs);
 }
 
-std::string MessageLogOf(const std::string& menuItem) {
-  const auto* const log =
-      std::find_if(std::begin(kMessageLogs), std::end(kMessageLogs),
-                   [&](const MessageLog& candidate) { return candidate.menuItem == menuItem; });
-  return log == std::end(kMessageLogs) ? std::string() : log->file;
+void mnuViewLogCustRank_Click(platform::Desktop& desktop, QWidget* owner,
+                              const std::string& programDirectory) {
+  View(kCustRankLog, desktop, owner, programDirectory);
+}
+
+void mnuViewLogMain_Click(platform::Desktop& desktop, QWidget* owner,
+                          const std::string& programDirectory) {
+  View(kMainLog, desktop, owner, programDirectory);
+}
+
+void mnuViewLogLogParser_Click(platform::Desktop& desktop, QWidget* owner,
+                               const std::string& programDirectory) {
+  View(kLogParserLog, desktop, owner, programDirectory);
+}
+
+void mnuViewLogTemplateParser_Click(platform::Desktop& desktop, QWidget* owner,
+                                    const std::string& programDirectory) {
+  View(kTemplateParserLog, desktop, owner, programDirectory);
 }
 
 bool DeleteMessageLogs(platform::Desktop& desktop, QWidget* owner,

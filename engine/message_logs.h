@@ -12,9 +12,15 @@ namespace engine {
 /// directory; the submenu and "Delete Logs" follow the log parser's log alone.
 void mnuView_Click(QWidget& window, const std::string& programDirectory);
 
-/// The message log that a View item stands for: `mnuViewLogMain` gives "morvane.log.txt". Empty
-/// for any other name.
-std::string MessageLogOf(const std::string& menuItem);
+// The View items of the message logs: each opens its log in the text viewer.
+void mnuViewLogCustRank_Click(platform::Desktop& desktop, QWidget* owner,
+                              const std::string& programDirectory);
+void mnuViewLogMain_Click(platform::Desktop& desktop, QWidget* owner,
+                          const std::string& programDirectory);
+void mnuViewLogLogParser_Click(platform::Desktop& desktop, QWidget* owner,
+                               const std::string& programDirectory);
+void mnuViewLogTemplateParser_Click(platform::Desktop& desktop, QWidget* owner,
+                                    const std::string& programDirectory);
 
 /// Asks whether all message logs are to be deleted and deletes them. One that cannot be deleted is
 /// told to the user, and the next one follows. The result is false when the user did not want it.
