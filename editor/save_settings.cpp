@@ -85,6 +85,7 @@ std::string SaveSettings(QWidget& window, config::modIni& ini,
   config::ClearSections(ini, pumpEvents);
   CopyBackgroundImage(window);
   WriteSettings(window, ini);
+  ini.SpaceHeaders();
   return stage.Commit();
 }
 
