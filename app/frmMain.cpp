@@ -64,6 +64,12 @@ void BuildLayout(QWidget& area) {
   }
 }
 
+QIcon WindowIcon() {
+  QIcon icon(":/pictures/icon32.png");
+  icon.addFile(":/pictures/icon16.png");
+  return icon;
+}
+
 QString ShortVersion() {
   return QString("%1.%2").arg(VANTREL3_VERSION_MAJOR).arg(VANTREL3_VERSION_MINOR);
 }
@@ -81,7 +87,7 @@ frmMain::frmMain(config::modIni& ini, platform::Desktop& desktop, QSettings& set
   setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                  Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                  Qt::WindowCloseButtonHint);
-  setWindowIcon(QIcon(":/pictures/icon.png"));
+  setWindowIcon(WindowIcon());
   setCentralWidget(new QWidget(this));
   layout()->setSizeConstraint(QLayout::SetFixedSize);
   BuildMenus(*this);
