@@ -4,58 +4,48 @@ namespace app {
 namespace {
 
 using enum platform::ControlKind;
-using platform::ControlRow;
+using Row = platform::ControlRow;
 
 constexpr QRgb kWhite = 0xFFFFFFFF;
 constexpr QRgb kLightGrey = 0xFFE0E0E0;
 constexpr platform::FontSpec kTitle{platform::FontFace::kCopperplate, 15.75, QFont::DemiBold};
 constexpr platform::FontSpec kSubtitle{platform::FontFace::kCopperplate, 14.25, QFont::DemiBold};
 
-constexpr ControlRow kRows[] = {
-    {kPicture, "Image1", "SSTab1(7)", {50, 425, 6950, 4935}, ":/pictures/about.svg"},
-    ControlRow{kLabel, "Label43", "SSTab1(7)", {240, 1440, 6615, 615}, "Quillon's Vantorel"}
+constexpr Row kRows[] = {
+    Row(kPicture, "Image1", "SSTab1(7)", {50, 425, 6950, 4935}, ":/pictures/about.svg"),
+    Row(kLabel, "Label43", "SSTab1(7)", {240, 1440, 6615, 615}, "Quillon's Vantorel")
         .In(kTitle)
         .Ink(kWhite)
         .AtTop(),
-    ControlRow{kLabel, "Label44", "SSTab1(7)", {360, 1680, 3375, 375}, "For Quake 3 Arena"}
+    Row(kLabel, "Label44", "SSTab1(7)", {360, 1680, 3375, 375}, "For Quake 3 Arena")
         .In(kSubtitle)
         .Ink(kLightGrey)
         .AtTop(),
-    ControlRow{kLabel, "lblSplashVersion", "SSTab1(7)", {4680, 1680, 2295, 375}, "Version "}
+    Row(kLabel, "lblSplashVersion", "SSTab1(7)", {4680, 1680, 2295, 375}, "Version ")
         .In(kSubtitle)
         .Ink(kLightGrey)
         .AtTop(),
-    ControlRow{
-        kLabel, "Label46", "SSTab1(7)", {1080, 2280, 5775, 255}, "- Parse Quake 3 Arena Log Files"}
+    Row(kLabel, "Label46", "SSTab1(7)", {1080, 2280, 5775, 255}, "- Parse Quake 3 Arena Log Files")
         .In(platform::kButtonFont)
         .Ink(kWhite),
-    ControlRow{
-        kLabel, "Label47", "SSTab1(7)", {1080, 2520, 5775, 255}, "- Generate Numerous Statistics"}
+    Row(kLabel, "Label47", "SSTab1(7)", {1080, 2520, 5775, 255}, "- Generate Numerous Statistics")
         .In(platform::kButtonFont)
         .Ink(kWhite),
-    ControlRow{
-        kLabel, "Label48", "SSTab1(7)", {1080, 2760, 5775, 255}, "- Define Custom Ranking Rules"}
+    Row(kLabel, "Label48", "SSTab1(7)", {1080, 2760, 5775, 255}, "- Define Custom Ranking Rules")
         .In(platform::kButtonFont)
         .Ink(kWhite),
-    ControlRow{kLabel, "Label49", "SSTab1(7)", {1080, 3000, 5775, 255}, "- Create Any File Format"}
+    Row(kLabel, "Label49", "SSTab1(7)", {1080, 3000, 5775, 255}, "- Create Any File Format")
         .In(platform::kButtonFont)
         .Ink(kWhite),
-    ControlRow{
-        kLabel, "Label50", "SSTab1(7)", {1080, 3240, 5775, 255}, "- Create User Defined Variables"}
+    Row(kLabel, "Label50", "SSTab1(7)", {1080, 3240, 5775, 255}, "- Create User Defined Variables")
         .In(platform::kButtonFont)
         .Ink(kWhite),
-    ControlRow{kLabel,
-               "Label51",
-               "SSTab1(7)",
-               {1080, 3480, 5775, 255},
-               "- Template Based - Extremely Flexible"}
+    Row(kLabel, "Label51", "SSTab1(7)", {1080, 3480, 5775, 255},
+        "- Template Based - Extremely Flexible")
         .In(platform::kButtonFont)
         .Ink(kWhite),
-    ControlRow{kLabel,
-               "Label45",
-               "SSTab1(7)",
-               {120, 5160, 5775, 375},
-               "Based on the Morvane Log Parser\\Stats Generator"}
+    Row(kLabel, "Label45", "SSTab1(7)", {120, 5160, 5775, 375},
+        "Based on the Morvane Log Parser\\Stats Generator")
         .In(platform::kButtonFont)
         .Ink(kLightGrey)
         .AtTop(),

@@ -22,8 +22,10 @@ QStringList Families(FontFace face) {
   return {};
 }
 
-// Qt draws the small letters of small capitals at 7/10 of the size: a little more height than
-// designed keeps them legible, a little less width keeps every caption within its room.
+// Qt draws the small letters of small capitals at 7/10 of the size. In the sizes of text a little
+// more height than designed keeps them legible, and a little less width keeps every caption within
+// its room.
+constexpr double kTextPoints = 10;
 constexpr double kSmallCapitalsScale = 1.17;
 constexpr int kSmallCapitalsStretch = 88;  // per cent
 
@@ -33,13 +35,13 @@ QFont MakeFont(const FontSpec& spec) {
   const QStringList families = Families(spec.face);
   const bool smallCapitals =
       spec.face == FontFace::kCopperplate && !QFontDatabase::hasFamily(families.first());
-  const double pixels = spec.points * 96 / 72;
+  const bool adjusted = smallCapitals && spec.points < kTextPoints;
   QFont font(families);
-  font.setPixelSize(qRound(smallCapitals ? pixels * kSmallCapitalsScale : pixels));
+  font.setPixelSize(qRound(spec.points * 96 / 72 * (adjusted ? kSmallCapitalsScale : 1)));
   font.setWeight(spec.weight);
-  // Said for every font, or a field would take it over from the frame that it lies in.
-  if (smallCapitals) font.setStretch(kSmallCapitalsStretch);
+  // Said for every font, or a field would take these over from the frame that it lies in.
   font.setCapitalization(smallCapitals ? QFont::SmallCaps : QFont::MixedCase);
+  font.setStretch(adjusted ? kSmallCapitalsStretch : QFont::AnyStretch);
   return font;
 }
 

@@ -24,13 +24,13 @@ QWidget* BuildLabel(const ControlRow& row, QWidget* container) {
   label->setText(row.caption);
   label->setWordWrap(row.wraps);
   if (row.align != Qt::Alignment()) label->setAlignment(row.align);
-  if (row.border) label->setFrameStyle(QFrame::Box | QFrame::Plain);
+  label->setFrameStyle(row.frame);
   return label;
 }
 
 QWidget* BuildPanel(const ControlRow& row, QWidget* container) {
   auto* panel = new QFrame(container);
-  if (row.border) panel->setFrameStyle(QFrame::Box | QFrame::Plain);
+  panel->setFrameStyle(row.frame);
   return panel;
 }
 
@@ -69,7 +69,7 @@ QWidget* BuildListView(const ControlRow& row, QWidget* container) {
   view->header()->setStretchLastSection(false);
   view->header()->setSectionsMovable(false);
   for (int column = 0; column < view->columnCount(); ++column) {
-    view->setColumnWidth(column, Pixels(row.columnWidth));
+    view->setColumnWidth(column, Pixels(kColumnWidth));
   }
   return view;
 }

@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QDialog>
+#include <QFrame>
 #include <QRect>
 #include <QWidget>
 
@@ -54,61 +55,60 @@ struct ControlRow {
   const char* name;       // becomes the object name
   const char* container;  // the control it lies in; "" for the window's own area
   Place place;
-  const char* caption = "";
+  const char* caption;
   const char* tooltip = "";
-  const FontSpec* font = nullptr;  // none: the usual font of the kind
   const char* accessibleName = "";
-  Qt::Alignment align = {};  // none: left, and centred vertically where one line fits
+  const FontSpec* font = nullptr;  // none: the usual font of the kind
+  Qt::Alignment align = {};        // none: the usual one of the kind
   bool wraps = false;
-  QRgb ink = 0;            // colour of the text; 0 for the usual one
-  QRgb paper = 0;          // colour of the background; 0 for a transparent one
-  int columnWidth = 1440;  // of a list view, in twips
-  bool border = false;     // a single line around a label or a panel
+  int frame = QFrame::NoFrame;  // frame style of a label or a panel
+  QRgb ink = 0;                 // colour of the text; 0 for the usual one
+  QRgb paper = 0;               // colour of the background; 0 for a transparent one
 
-  /// The row with a font of its own.
-  constexpr ControlRow In(const FontSpec& spec) const {
-    ControlRow row = *this;
-    row.font = &spec;
-    return row;
-  }
-  /// The row with a name for assistive tools. A field without one is named by the label in the row
-  /// before it.
+  constexpr ControlRow(ControlKind rowKind, const char* rowName, const char* rowContainer,
+                       Place rowPlace, const char* rowCaption = "")
+      : kind(rowKind),
+        name(rowName),
+        container(rowContainer),
+        place(rowPlace),
+        caption(rowCaption) {}
+
+  // The row with one thing changed.
+
+  constexpr ControlRow Tip(const char* text) const { return With(&ControlRow::tooltip, text); }
+  /// A name for assistive tools. A field without one is named by the label in the row before it.
   constexpr ControlRow Named(const char* text) const {
-    ControlRow row = *this;
-    row.accessibleName = text;
-    return row;
+    return With(&ControlRow::accessibleName, text);
   }
-  constexpr ControlRow Centered() const {
-    ControlRow row = *this;
-    row.align = Qt::AlignHCenter | Qt::AlignVCenter;
-    return row;
-  }
+  constexpr ControlRow In(const FontSpec& spec) const { return With(&ControlRow::font, &spec); }
+  constexpr ControlRow Centered() const { return With(&ControlRow::align, Qt::AlignCenter); }
   constexpr ControlRow AtTop() const {
-    ControlRow row = *this;
-    row.align = Qt::AlignLeft | Qt::AlignTop;
-    return row;
+    return With(&ControlRow::align, Qt::AlignLeft | Qt::AlignTop);
   }
-  constexpr ControlRow Wrapped() const {
-    ControlRow row = AtTop();
-    row.wraps = true;
-    return row;
-  }
+  /// Wrapped over lines, from the top.
+  constexpr ControlRow Wrapped() const { return AtTop().With(&ControlRow::wraps, true); }
+  /// With a single line around it.
   constexpr ControlRow Bordered() const {
-    ControlRow row = *this;
-    row.border = true;
-    return row;
+    return With(&ControlRow::frame, QFrame::Box | QFrame::Plain);
   }
-  constexpr ControlRow Ink(QRgb color) const {
-    ControlRow row = *this;
-    row.ink = color;
-    return row;
+  /// Framed like a panel of a status bar.
+  constexpr ControlRow Sunken() const {
+    return With(&ControlRow::frame, QFrame::Panel | QFrame::Sunken);
   }
-  constexpr ControlRow Paper(QRgb color) const {
+  constexpr ControlRow Ink(QRgb color) const { return With(&ControlRow::ink, color); }
+  constexpr ControlRow Paper(QRgb color) const { return With(&ControlRow::paper, color); }
+
+ private:
+  template <class Member, class Value>
+  constexpr ControlRow With(Member ControlRow::*member, const Value& value) const {
     ControlRow row = *this;
-    row.paper = color;
+    row.*member = value;
     return row;
   }
 };
+
+/// Width of a list view's columns, in twips.
+inline constexpr int kColumnWidth = 1440;
 
 /// Builds the rows of a table, in order, into `area`. Rows may lie in containers that an earlier
 /// table built.

@@ -67,6 +67,7 @@ QPalette DesignedPalette() {
   palette.setColor(QPalette::ToolTipText, ink);
   palette.setColor(QPalette::PlaceholderText, faint);
   palette.setColor(QPalette::Mid, QColor(0xBE, 0xB8, 0xAE));
+  palette.setColor(QPalette::Dark, QColor(0xA6, 0xA0, 0x96));
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, faint);
   }
