@@ -1,0 +1,170 @@
+#include "engine/message_logs.h"
+
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+#include <QAction>
+#include <QLineEdit>
+#include <QMenu>
+
+#include "platform/qt_controls.h"
+#include "tests/engine/engine_test.h"
+
+namespace engine {
+namespace {
+
+using app::frmMain;
+using platform::Answer;
+using platform::Control;
+using support::Choose;
+using support::StatusText;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr const char* kLogs[] = {"custrank.log.txt", "logparser.log.txt", "morvane.log.txt",
+                                 "templateparser.log.txt"};
+
+class MessageLogsTest : public EngineTest {
+ protected:
+  void WriteLogs() const {
+    for (const char* log : kLogs) WriteFile(log, "text");
+  }
+  int CountLogs() const {
+    int count = 0;
+    for (const char* log : kLogs) count += std::filesystem::exists(PathOf(log)) ? 1 : 0;
+    return count;
+  }
+};
+
+/// One letter for each item that is enabled: submenu, custom rank, main, log parser, template
+/// parser, delete.
+std::string Enabled(frmMain& window) {
+  std::string letters;
+  if (Control<QMenu>(window, "mnuViewLog").menuAction()->isEnabled()) letters += 'S';
+  const struct {
+    const char* item;
+    char letter;
+  } items[] = {{"mnuViewLogCustRank", 'c'},
+               {"mnuViewLogMain", 'm'},
+               {"mnuViewLogLogParser", 'l'},
+               {"mnuViewLogTemplateParser", 't'},
+               {"mnuViewLogsDelete", 'D'}};
+  for (const auto& [item, letter] : items) {
+    if (Control<QAction>(window, item).isEnabled()) letters += letter;
+  }
+  return letters;
+}
+
+TEST_F(MessageLogsTest, TheViewMenuOffersTheLogsThatExist) {
+  frmMain& window = OpenWindow();
+  EXPECT_EQ(Enabled(window), "ScmltD") << "before the menu was opened";
+  const struct {
+    std::vector<const char*> logs;
+    const char* enabled;
+  } cases[] = {{{}, ""},
+               {{"logparser.log.txt"}, "SlD"},
+               {{"custrank.log.txt", "morvane.log.txt", "templateparser.log.txt"}, "cmt"},
+               {{"logparser.log.txt", "morvane.log.txt"}, "SmlD"}};
+  for (const auto& [logs, enabled] : cases) {
+    for (const char* log : kLogs) std::filesystem::remove(PathOf(log));
+    for (const char* log : logs) WriteFile(log, "");
+    emit Control<QMenu>(window, "mnuView").aboutToShow();
+    EXPECT_EQ(Enabled(window), enabled);
+  }
+  std::filesystem::remove(PathOf("logparser.log.txt"));
+  std::filesystem::create_directory(PathOf("logparser.log.txt"));
+  emit Control<QMenu>(window, "mnuView").aboutToShow();
+  EXPECT_EQ(Enabled(window), "m") << "a folder is no log";
+}
+
+TEST_F(MessageLogsTest, EachItemOpensItsLogInTheViewer) {
+  frmMain& window = OpenWindow();
+  const QString status = StatusText(window);
+  for (const char* item : {"mnuViewLogCustRank", "mnuViewLogMain", "mnuViewLogLogParser",
+                           "mnuViewLogTemplateParser", "mnuHelpQuickStart"}) {
+    Choose(window, item);
+  }
+  const std::string start = "notepad.exe \"" + Directory() + "\\";
+  EXPECT_THAT(desktop.detached,
+              ElementsAre(start + "custrank.log.txt\"", start + "morvane.log.txt\"",
+                          start + "logparser.log.txt\"", start + "templateparser.log.txt\"",
+                          start + "quickstart.txt\""));
+  EXPECT_THAT(desktop.messages, IsEmpty());
+  EXPECT_EQ(StatusText(window), status);
+
+  desktop.detachedFailure = "No viewer";
+  Choose(window, "mnuViewLogMain");
+  ASSERT_EQ(desktop.messages.size(), 1U);
+  EXPECT_EQ(desktop.messages[0].title, "morvane.log.txt");
+  EXPECT_THAT(desktop.messages[0].text.toStdString(), HasSubstr(desktop.detached.back()));
+  EXPECT_THAT(desktop.messages[0].text.toStdString(), HasSubstr("No viewer"));
+}
+
+TEST_F(MessageLogsTest, DeletesTheLogsAfterAQuestion) {
+  WriteLogs();
+  frmMain& window = OpenWindow();
+  desktop.answers = {Answer::kNo};
+  Choose(window, "mnuViewLogsDelete");
+  EXPECT_EQ(CountLogs(), 4);
+  EXPECT_EQ(StatusText(window), "Ready.");
+  ASSERT_EQ(desktop.messages.size(), 1U);
+  EXPECT_EQ(desktop.messages[0].text, "Are you sure you want to remove all message logs?");
+  EXPECT_EQ(desktop.messages[0].title, "Message Logs");
+  EXPECT_EQ(desktop.messages[0].style, platform::MessageStyle::kYesNoQuestion);
+
+  std::filesystem::remove(PathOf("morvane.log.txt"));
+  desktop.answers = {Answer::kYes};
+  Choose(window, "mnuViewLogsDelete");
+  EXPECT_EQ(CountLogs(), 0);
+  EXPECT_EQ(StatusText(window), "Message Logs Deleted.");
+  EXPECT_EQ(desktop.messages.size(), 2U) << "a log that is not there was complained about";
+}
+
+TEST_F(MessageLogsTest, ALogThatCannotBeDeletedIsToldAndTheNextFollows) {
+  WriteLogs();
+  frmMain& window = OpenWindow();
+  desktop.answers = {Answer::kYes};
+  // Root may delete anything, so the test gives its rights up for the time.
+  const uid_t user = geteuid();
+  const auto permissions = std::filesystem::status(Directory()).permissions();
+  std::filesystem::permissions(Directory(), static_cast<std::filesystem::perms>(0555));
+  std::filesystem::permissions(std::filesystem::path(Directory()).parent_path(),
+                               static_cast<std::filesystem::perms>(0755));
+  if (user == 0) {
+    ASSERT_EQ(seteuid(65534), 0);
+  }
+  Choose(window, "mnuViewLogsDelete");
+  ASSERT_EQ(seteuid(user), 0);
+  std::filesystem::permissions(Directory(), permissions);
+  EXPECT_EQ(CountLogs(), 4);
+  ASSERT_EQ(desktop.messages.size(), 5U);
+  for (std::size_t log = 0; log < 4; ++log) {
+    const std::string text = desktop.messages[log + 1].text.toStdString();
+    EXPECT_THAT(text, HasSubstr(PathOf(kLogs[log])));
+    EXPECT_THAT(text, HasSubstr("Permission denied"));
+  }
+  EXPECT_EQ(StatusText(window), "Message Logs Deleted.");
+}
+
+TEST_F(MessageLogsTest, PrintingSavesFirstAndFailsSilently) {
+  frmMain& window = OpenWindow();
+  Control<QLineEdit>(window, "txtMinKills").setText("4711");
+  desktop.detachedFailure = "No printer";
+  Choose(window, "mnuFilePrint");
+  EXPECT_THAT(ReadFile("morvane.cfg"), HasSubstr("4711"));
+  EXPECT_EQ(StatusText(window), "Configuration Saved.");
+  EXPECT_THAT(desktop.detached, ElementsAre("notepad.exe /p \"" + Directory() + "\\morvane.cfg\""));
+  EXPECT_THAT(desktop.messages, IsEmpty());
+
+  chmod(PathOf("morvane.cfg").c_str(), 0444);
+  Choose(window, "mnuFilePrint");
+  EXPECT_THAT(desktop.detached, testing::SizeIs(1)) << "printed although the save failed";
+}
+
+}  // namespace
+}  // namespace engine
