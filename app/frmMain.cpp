@@ -92,7 +92,9 @@ frmMain::frmMain(config::modIni& ini, platform::Desktop& desktop, QSettings& set
   layout()->setSizeConstraint(QLayout::SetFixedSize);
   BuildMenus(*this);
   BuildLayout(*centralWidget());
-  Control<QTabWidget>(*this, "SSTab1").setCurrentIndex(kAboutTab);
+  auto& tabs = Control<QTabWidget>(*this, "SSTab1");
+  tabs.setCurrentIndex(kAboutTab);
+  tabs.setFocus();
   LinkColorButtons("Frame1(4)", "cmdColorPreview");
   LinkColorButtons("Frame1(5)", "cmdKillPreview");
   ConnectHandlers(*this);

@@ -20,11 +20,11 @@ constexpr Row kRows[] = {
     Row(kLabel, "Label44", "SSTab1(7)", {360, 1680, 3375, 375}, "For Quake 3 Arena")
         .In(kSubtitle)
         .Ink(kLightGrey)
-        .AtTop(),
+        .AtBottom(),
     Row(kLabel, "lblSplashVersion", "SSTab1(7)", {4680, 1680, 2295, 375}, "Version ")
         .In(kSubtitle)
         .Ink(kLightGrey)
-        .AtTop(),
+        .AtBottom(),
     Row(kLabel, "Label46", "SSTab1(7)", {1080, 2280, 5775, 255}, "- Parse Quake 3 Arena Log Files")
         .In(platform::kButtonFont)
         .Ink(kWhite),

@@ -85,6 +85,9 @@ struct ControlRow {
   constexpr ControlRow AtTop() const {
     return With(&ControlRow::align, Qt::AlignLeft | Qt::AlignTop);
   }
+  constexpr ControlRow AtBottom() const {
+    return With(&ControlRow::align, Qt::AlignLeft | Qt::AlignBottom);
+  }
   /// Wrapped over lines, from the top.
   constexpr ControlRow Wrapped() const { return AtTop().With(&ControlRow::wraps, true); }
   /// With a single line around it.

@@ -1,0 +1,157 @@
+#include <set>
+
+#include <QAccessible>
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QTabWidget>
+#include <QTest>
+
+#include "platform/qt_controls.h"
+#include "tests/support/editor_test.h"
+
+namespace {
+
+using platform::ColorButton;
+using platform::Control;
+
+class KeyboardTest : public support::EditorTest {
+ protected:
+  /// The controls that a key leads to, from the focused one once around.
+  static std::set<QString> Visited(Qt::Key key) {
+    std::set<QString> names;
+    while (names.insert(QApplication::focusWidget()->objectName()).second) {
+      QTest::keyClick(QApplication::focusWidget(), key);
+    }
+    return names;
+  }
+};
+
+bool TakesInput(const QWidget& control) {
+  return control.isVisible() && control.isEnabled() && !control.objectName().isEmpty() &&
+         !control.objectName().startsWith("qt_") && control.focusPolicy() != Qt::NoFocus &&
+         qobject_cast<const QTabWidget*>(&control) == nullptr;
+}
+
+TEST_F(KeyboardTest, TabAndArrowKeysReachEveryControl) {
+  WriteFile("morvane.cfg", "[Main]\nuse_cust_rank=1\n");
+  app::frmMain& window = OpenWindow();
+  auto& tabs = Control<QTabWidget>(window, "SSTab1");
+  for (int tab = 0; tab < tabs.count(); ++tab) {
+    tabs.setCurrentIndex(tab);
+    tabs.setFocus();
+    const std::set<QString> byTab = Visited(Qt::Key_Tab);
+    std::set<QString> byArrows;
+    for (const char* preview : {"cmdColorPreview", "cmdKillPreview"}) {
+      if (!Control<QWidget>(window, preview).isVisible()) continue;
+      for (const Qt::Key arrow : {Qt::Key_Right, Qt::Key_Up}) {
+        Control<QWidget>(window, preview).setFocus();
+        byArrows.merge(Visited(arrow));
+      }
+    }
+    for (const QWidget* control : window.centralWidget()->findChildren<QWidget*>()) {
+      if (!TakesInput(*control)) continue;
+      const bool isColor = dynamic_cast<const ColorButton*>(control) != nullptr;
+      EXPECT_EQ(byTab.contains(control->objectName()), !isColor)
+          << qPrintable(control->objectName());
+      if (isColor) {
+        EXPECT_TRUE(byArrows.contains(control->objectName())) << qPrintable(control->objectName());
+      }
+    }
+  }
+}
+
+TEST_F(KeyboardTest, TabOrderIsReadingOrder) {
+  WriteFile("morvane.cfg", "[Main]\nuse_cust_rank=1\n");
+  app::frmMain& window = OpenWindow();
+  Control<QTabWidget>(window, "SSTab1").setCurrentIndex(0);
+  Control<QWidget>(window, "txtTimeFormat").setFocus();
+  for (const char* next :
+       {"ckLimitKillTables", "txtSrcPath", "cmdBrowse2", "txtPlayersMinTime", "txtDestPath",
+        "cmdBrowse3", "txtPlayersMinGames", "txtDbPath", "cmdBrowse4", "txtPlayersMinKills",
+        "ckUseCustomRank", "ckUseDatabase", "txtCustomRankStart", "txtCustomRankTemplate",
+        "cmdBrowse5", "ckMainFileNorm", "ckMainFileSevr"}) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), next);
+  }
+}
+
+TEST_F(KeyboardTest, AccessKeysSelectTheTabs) {
+  app::frmMain& window = OpenWindow();
+  auto& tabs = Control<QTabWidget>(window, "SSTab1");
+  constexpr Qt::Key kKeys[] = {Qt::Key_M, Qt::Key_Q, Qt::Key_G, Qt::Key_L,
+                               Qt::Key_K, Qt::Key_T, Qt::Key_U, Qt::Key_A};
+  for (int tab = 0; tab < 8; ++tab) {
+    QTest::keyClick(QApplication::focusWidget(), kKeys[tab], Qt::AltModifier);
+    EXPECT_EQ(tabs.currentIndex(), tab);
+  }
+}
+
+TEST_F(KeyboardTest, AccessKeysPressTheButtons) {
+  app::frmMain& window = OpenWindow();
+  struct Case {
+    Qt::Key key;
+    const char* button;
+  };
+  for (const Case& test : {Case{Qt::Key_C, "cmdMakeStats"}, Case{Qt::Key_D, "cmdDefaults"},
+                           Case{Qt::Key_S, "cmdSave"}, Case{Qt::Key_X, "cmdClose"}}) {
+    auto& button = Control<QPushButton>(window, test.button);
+    button.disconnect();  // only whether it is pressed counts here
+    bool pressed = false;
+    QObject::connect(&button, &QPushButton::clicked, [&pressed] { pressed = true; });
+    QTest::keyClick(QApplication::focusWidget(), test.key, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&pressed] { return pressed; })) << test.button;
+  }
+}
+
+TEST_F(KeyboardTest, ShortcutsChooseTheirItemsFromAnywhere) {
+  app::frmMain& window = OpenWindow();
+  struct Case {
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers;
+    const char* item;
+    bool acts;
+  };
+  const Case cases[] = {{Qt::Key_F5, Qt::NoModifier, "mnuFileGenerate", true},
+                        {Qt::Key_S, Qt::ControlModifier, "mnuFileSave", true},
+                        {Qt::Key_P, Qt::ControlModifier, "mnuFilePrint", true},
+                        {Qt::Key_R, Qt::ControlModifier, "mnuFileDefaults", true},
+                        {Qt::Key_Q, Qt::ControlModifier, "mnuFileExit", true},
+                        {Qt::Key_O, Qt::ControlModifier, "mnuFileOpen", false}};
+  Control<QTabWidget>(window, "SSTab1").setCurrentIndex(0);
+  for (const Case& test : cases) {
+    auto& item = Control<QAction>(window, test.item);
+    item.disconnect();
+    for (const char* focused : {"txtSrcPath", "ckUseDatabase", "cmdSave"}) {
+      bool chosen = false;
+      const auto connection =
+          QObject::connect(&item, &QAction::triggered, [&chosen] { chosen = true; });
+      Control<QWidget>(window, focused).setFocus();
+      QTest::keyClick(QApplication::focusWidget(), test.key, test.modifiers);
+      EXPECT_EQ(chosen, test.acts) << test.item << " from " << focused;
+      QObject::disconnect(connection);
+    }
+  }
+}
+
+TEST_F(KeyboardTest, EveryControlHasAnAccessibleName) {
+  app::frmMain& window = OpenWindow();
+  for (QWidget* control : window.centralWidget()->findChildren<QWidget*>()) {
+    if (control->focusPolicy() == Qt::NoFocus || control->objectName().isEmpty() ||
+        control->objectName().startsWith("qt_")) {
+      continue;
+    }
+    const QString name = QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name);
+    EXPECT_FALSE(name.isEmpty() || name == "...") << qPrintable(control->objectName());
+  }
+  const auto nameOf = [&window](const char* control) {
+    return QAccessible::queryAccessibleInterface(&Control<QWidget>(window, control))
+        ->text(QAccessible::Name);
+  };
+  EXPECT_EQ(nameOf("ckLogFileSevere"), "Log Parser, file, severe");
+  EXPECT_EQ(nameOf("txtDestPath"), "Output Path");
+  EXPECT_EQ(nameOf("cmdVLinkColor"), "Visited Link Color");
+  EXPECT_EQ(nameOf("txtMinTime"), "Minimum Time, seconds");
+}
+
+}  // namespace
