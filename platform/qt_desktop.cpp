@@ -1,6 +1,7 @@
 #include "platform/qt_desktop.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include <QColor>
@@ -35,6 +36,30 @@ QStringList NameFilters(const QString& filter) {
   }
   return filters;
 }
+
+/// Qt adds the default extension to every name without a dot, also to that of a file which exists
+/// under just this name. Here the name as given goes first.
+class OpenFileDialog : public QFileDialog {
+ public:
+  OpenFileDialog(QWidget* owner, const QString& title, QString defaultExtension)
+      : QFileDialog(owner, title, QDir::currentPath()),
+        defaultExtension_(std::move(defaultExtension)) {
+    setFileMode(QFileDialog::ExistingFile);
+    setOption(QFileDialog::HideNameFilterDetails);
+  }
+
+ protected:
+  void accept() override {
+    setDefaultSuffix({});
+    const QStringList files = selectedFiles();
+    const bool exists = !files.isEmpty() && QFileInfo::exists(files.constFirst());
+    if (!exists) setDefaultSuffix(defaultExtension_);
+    QFileDialog::accept();
+  }
+
+ private:
+  QString defaultExtension_;
+};
 
 void SelectFile(QFileDialog& dialog, const QString& fileName) {
   if (fileName.isEmpty()) return;
@@ -107,11 +132,8 @@ std::optional<int> RealDesktop::ChooseColor(QWidget* owner, int color) {
 }
 
 std::optional<QString> RealDesktop::ChooseFile(QWidget* owner, const OpenFileRequest& request) {
-  QFileDialog dialog(owner, request.title, QDir::currentPath());
-  dialog.setFileMode(QFileDialog::ExistingFile);
-  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  OpenFileDialog dialog(owner, request.title, QFileInfo(request.defaultExtension).suffix());
   dialog.setNameFilters(NameFilters(request.filter));
-  dialog.setDefaultSuffix(QFileInfo(request.defaultExtension).suffix());
   SelectFile(dialog, request.fileName);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   const QFileInfo file(dialog.selectedFiles().constFirst());
