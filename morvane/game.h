@@ -1,0 +1,150 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace morvane {
+
+/// No player, no entrant, no weapon.
+inline constexpr std::uint32_t kNobody = 0xFFFFFFFF;
+inline constexpr std::uint16_t kNoWeapon = 0xFFFF;
+
+enum class Team : std::uint8_t { kFree, kRed, kBlue, kSpectator };
+
+/// Kills and deaths by one means of death.
+struct WeaponUse {
+  std::uint16_t weapon = 0;  ///< index into the names of weapons
+  std::uint32_t kills = 0;   ///< frags
+  std::uint32_t deaths = 0;  ///< deaths of every kind, own ones included
+};
+
+struct ItemCount {
+  std::uint16_t item = 0;  ///< index into the names of items
+  std::uint32_t count = 0;
+};
+
+/// An opponent and how often.
+struct Rival {
+  std::uint32_t index = kNobody;
+  std::uint32_t count = 0;
+};
+
+/// What one did: an entrant in a game, a player on a map or over all games.
+struct Figures {
+  std::uint32_t kills = 0;   ///< frags: kills of opponents
+  std::uint32_t deaths = 0;  ///< of every kind: by opponents, team mates, own hand, the world
+  std::uint32_t suicides = 0;
+  std::uint32_t teamKills = 0;
+  std::uint32_t worldDeaths = 0;
+  std::int32_t score = 0;
+  std::uint32_t seconds = 0;  ///< time played
+  std::uint32_t killStreak = 0;   ///< longest row of frags without a death, within one game
+  std::uint32_t deathStreak = 0;  ///< longest row of deaths without a frag, within one game
+  std::uint32_t items = 0;        ///< items taken
+  std::uint16_t favouriteWeapon = kNoWeapon;  ///< the one with most kills
+  Rival nemesis;          ///< who killed this one most often
+  Rival favouriteVictim;  ///< whom this one killed most often
+  std::vector<WeaponUse> weapons;     ///< most kills first, then most deaths
+  std::vector<ItemCount> itemCounts;  ///< most first
+};
+
+/// How often one killed another; killer and victim are indices into the list beside it.
+struct Pair {
+  std::uint32_t killer = 0;
+  std::uint32_t victim = 0;
+  std::uint32_t kills = 0;      ///< frags
+  std::uint32_t teamKills = 0;  ///< kills of a team mate
+};
+
+/// The pair in a list sorted by killer, then victim; nullptr when there is none.
+const Pair* FindPair(const std::vector<Pair>& pairs, std::uint32_t killer, std::uint32_t victim);
+
+/// One client in one game. Who comes back under the same name goes on as the same entrant.
+struct Entrant {
+  std::string name;  ///< bytes of the log, as last used in the game; see names.h
+  std::uint32_t player = kNobody;  ///< index into Statistics::players
+  Team team = Team::kFree;         ///< the last one played in
+  std::uint32_t place = 0;         ///< 1 is best, equal scores share it; 0: only looked on
+  bool winner = false;             ///< place 1, or a member of the winning team
+  Figures figures;                 ///< rivals are indices into the game's entrants
+};
+
+/// From `second` on the lead is `leader`'s: an index into the game's entrants, in team games a Team.
+/// kNobody: more than one leads. `score` is what the leader stands at then, by the frags.
+struct LeadChange {
+  std::uint32_t second = 0;  ///< since the start of the game
+  std::uint32_t leader = kNobody;
+  std::int32_t score = 0;
+};
+
+/// A kill in the order of play; indices into the game's entrants.
+struct KillEvent {
+  std::uint16_t killer = 0;  ///< the victim's own for a suicide; kWorld for the world
+  std::uint16_t victim = 0;
+  std::uint16_t weapon = 0;
+  bool teamKill = false;
+  static constexpr std::uint16_t kWorld = 0xFFFF;
+};
+
+/// One game of a log.
+struct Game {
+  std::string map;  ///< as the log writes it
+  int type = 0;     ///< g_gametype
+  std::int64_t start = 0;  ///< seconds since 1970, reckoned back from the log's time of change;
+                           ///< 0: not known
+  std::uint32_t length = 0;  ///< seconds
+  bool timed = false;        ///< the log has stamps; without them `length` says nothing
+  bool warmup = false;
+  bool complete = false;     ///< has an Exit
+  std::string exitReason;    ///< "Timelimit", "Fraglimit", ...: the Exit's text without " hit."
+  bool hasTeamScores = false;
+  std::int32_t redScore = 0;
+  std::int32_t blueScore = 0;
+  std::uint32_t kills = 0;   ///< frags
+  std::vector<Entrant> entrants;  ///< who played, best place first, then those who looked on
+  std::vector<Pair> pairs;        ///< sorted by killer, then victim
+  std::vector<LeadChange> lead;
+  std::vector<KillEvent> events;  ///< kept only where a custom ranking or a database needs them
+};
+
+/// Whether a game of this g_gametype is played in teams.
+inline bool IsTeamGame(int type) { return type >= 3; }
+
+/// "Free for all", "Tournament", ...; "Type 9" for one that a mod made.
+std::string GameTypeName(int type);
+
+/// Names given numbers as they come, up to a most; later ones share the number of "OTHER".
+class Names {
+ public:
+  static constexpr std::uint16_t kMost = 512;
+
+  std::uint16_t Number(std::string_view name);
+  const std::vector<std::string>& All() const { return names_; }
+  const std::string& operator[](std::uint16_t number) const { return names_[number]; }
+
+ private:
+  struct Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const {
+      return std::hash<std::string_view>{}(text);
+    }
+  };
+  std::vector<std::string> names_;
+  std::unordered_map<std::string, std::uint16_t, Hash, std::equal_to<>> numbers_;
+};
+
+/// A means of death for people: "Rocket splash" for "ROCKET_SPLASH".
+std::string WeaponTitle(std::string_view name);
+
+/// An item for people: "Rocket launcher" for "weapon_rocketlauncher"; unknown ones with blanks for
+/// their underscores.
+std::string ItemTitle(std::string_view name);
+
+/// The number of a means of death: its place in the base game, kUnknownMeans for another.
+int MeansOfDeath(std::string_view name);
+inline constexpr int kUnknownMeans = 0;
+
+}  // namespace morvane
