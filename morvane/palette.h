@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace morvane {
+
+/// A colour of a page, each part 0 to 255.
+struct Rgb {
+  std::uint8_t red = 0;
+  std::uint8_t green = 0;
+  std::uint8_t blue = 0;
+  bool operator==(const Rgb&) const = default;
+};
+
+/// Reads "#RRGGBB", "RRGGBB" or the short "#RGB"; nothing for any other text.
+std::optional<Rgb> ParseColour(std::string_view text);
+
+/// "#RRGGBB".
+std::string ColourText(Rgb colour);
+
+/// The colour that lies `share` (0 to 1) of the way from one to the other.
+Rgb Mix(Rgb from, Rgb to, double share);
+
+/// How well one is told from the other, 1 to 21, as the web's accessibility guidelines reckon it:
+/// text is readable from 4.5 on.
+double Contrast(Rgb one, Rgb other);
+
+/// Black or white, whichever reads better on the colour.
+Rgb InkOn(Rgb background);
+
+/// The colour itself where it can be read on the background, else the nearest lighter or darker
+/// shade of it that can.
+Rgb Readable(Rgb colour, Rgb background);
+
+}  // namespace morvane
