@@ -8,8 +8,9 @@
 
 namespace morvane {
 
-/// No player, no entrant, no weapon.
+/// No player, no entrant.
 inline constexpr std::uint32_t kNobody = 0xFFFFFFFF;
+/// No weapon.
 inline constexpr std::uint16_t kNoWeapon = 0xFFFF;
 
 enum class Team : std::uint8_t { kFree, kRed, kBlue, kSpectator };
@@ -67,8 +68,9 @@ struct Entrant {
   std::string name;  ///< bytes of the log, as last used in the game; see names.h
   std::uint32_t player = kNobody;  ///< index into Statistics::players
   Team team = Team::kFree;         ///< the last one played in
-  std::uint32_t place = 0;         ///< 1 is best, equal scores share it; 0: only looked on
-  bool winner = false;             ///< place 1, or a member of the winning team
+  std::uint32_t place = 0;  ///< 1 is best, equal scores share it; who left comes after who stayed
+  bool stayed = false;      ///< to the end of the game
+  bool winner = false;      ///< place 1, or in team games of the winning team at the end
   Figures figures;                 ///< rivals are indices into the game's entrants
 };
 
@@ -103,8 +105,9 @@ struct Game {
   bool hasTeamScores = false;
   std::int32_t redScore = 0;
   std::int32_t blueScore = 0;
-  std::uint32_t kills = 0;   ///< frags
-  std::vector<Entrant> entrants;  ///< who played, best place first, then those who looked on
+  std::uint32_t kills = 0;   ///< kills of every kind, own ones and the world's included
+  std::uint32_t frags = 0;   ///< kills of opponents
+  std::vector<Entrant> entrants;  ///< who played, best place first; who only looked on is none
   std::vector<Pair> pairs;        ///< sorted by killer, then victim
   std::vector<LeadChange> lead;
   std::vector<KillEvent> events;  ///< kept only where a custom ranking or a database needs them
@@ -116,12 +119,13 @@ inline bool IsTeamGame(int type) { return type >= 3; }
 /// "Free for all", "Tournament", ...; "Type 9" for one that a mod made.
 std::string GameTypeName(int type);
 
-/// Names given numbers as they come, up to a most; later ones share the number of "OTHER".
+/// Names given numbers as they come; those after `kMost` share the number of "OTHER".
 class Names {
  public:
-  static constexpr std::uint16_t kMost = 512;
+  static constexpr std::size_t kMost = 512;
 
   std::uint16_t Number(std::string_view name);
+  std::size_t size() const { return names_.size(); }
   const std::vector<std::string>& All() const { return names_; }
   const std::string& operator[](std::uint16_t number) const { return names_[number]; }
 
@@ -143,8 +147,7 @@ std::string WeaponTitle(std::string_view name);
 /// their underscores.
 std::string ItemTitle(std::string_view name);
 
-/// The number of a means of death: its place in the base game, kUnknownMeans for another.
+/// The number of a means of death in the base game; 0, "UNKNOWN", for a name that it has not.
 int MeansOfDeath(std::string_view name);
-inline constexpr int kUnknownMeans = 0;
 
 }  // namespace morvane

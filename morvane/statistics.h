@@ -20,8 +20,8 @@ struct Player {
   std::vector<std::uint32_t> placings;  ///< [0]: times first, [1]: times second, ...
   std::int64_t firstSeen = 0;  ///< start of the first game, as Game::start
   std::int64_t lastSeen = 0;   ///< end of the last game; 0: not known
-  bool ranked = false;    ///< within the players' limits
-  std::uint32_t rank = 0; ///< 1 is best, equal ones share it; 0: not ranked
+  bool ranked = false;     ///< within the players' limits, over all games
+  std::uint32_t rank = 0;  ///< 1 is best, equal ones share it; 0: not ranked
   double rating = 0;      ///< what orders the ranking: custom rank value, or the score
   std::uint32_t player = 0;  ///< index into Statistics::players (on a map's list: whose this is)
 };
@@ -47,7 +47,7 @@ struct Map {
   std::string name;   ///< lower case
   std::string title;  ///< as a log last wrote it
   Summary summary;
-  std::vector<Player> players;       ///< in the order of the overall ranking
+  std::vector<Player> players;       ///< ranked ones first, by the score on this map
   std::vector<Pair> pairs;           ///< indices into `players`
   std::vector<std::uint32_t> games;  ///< indices into Statistics::games
 };
