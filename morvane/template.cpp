@@ -30,6 +30,16 @@ TemplateFault FaultOf(const TemplateSource& source, const std::string& message) 
   return source.FaultAt(position, message.substr(0, at));
 }
 
+/// The member that a name with dots in it leads to. A member's own name may hold dots: user
+/// variables are named freely.
+const Data* Member(const Data& object, const std::string& name) {
+  if (const Data* value = object.get(name)) return value;
+  const std::size_t dot = name.find('.');
+  if (dot == std::string::npos) return nullptr;
+  const Data* inner = object.get(name.substr(0, dot));
+  return inner == nullptr ? nullptr : Member(*inner, name.substr(dot + 1));
+}
+
 std::string NoteOr(const TemplateSource& source, const std::string& name,
                    const std::string& otherwise) {
   const auto note = source.Notes().find(name);
@@ -64,8 +74,7 @@ const Data* PageContext::get(const std::string& name) const {
   const std::size_t dot = name.find('.');
   if (dot == std::string::npos) return Find(name);
   const Data* object = Find(name.substr(0, dot));
-  // A member's own name may hold dots: user variables are named freely.
-  return object == nullptr ? nullptr : object->get(name.substr(dot + 1));
+  return object == nullptr ? nullptr : Member(*object, name.substr(dot + 1));
 }
 
 bool Template::Load(const fs::path& folder, std::string_view name, TemplateFault& fault) {

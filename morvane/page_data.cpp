@@ -1,0 +1,22 @@
+#include "morvane/page_data.h"
+
+#include <algorithm>
+
+#include "morvane/format.h"
+
+namespace morvane {
+
+void SetDecimal(Data& object, const char* name, double number) {
+  object[name] = Data(Fixed(number, 2));
+}
+
+void SetPercent(Data& object, const char* name, double part, double whole) {
+  object[name] = Data(Fixed(std::clamp(Percent(part, whole), 0.0, 100.0), 1));
+}
+
+void Append(Data& list, Data item) {
+  list.push_back(Data(false));
+  const_cast<Data&>(list.list_value().back()) = std::move(item);
+}
+
+}  // namespace morvane
