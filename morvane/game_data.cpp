@@ -233,6 +233,7 @@ Data GameRow(const SiteFacts& facts, std::uint32_t index) {
 Data GameData(const SiteFacts& facts, std::uint32_t index) {
   const Game& game = facts.statistics.games[index];
   Data object = GameRow(facts, index);
+  SetFlag(object, "has_players", !game.entrants.empty());
   SetData(object, "players", Entrants(facts, game));
   SetData(object, "kill_table", GameTable(facts, game));
   SetUses(object, facts, WeaponsOf(game), {});

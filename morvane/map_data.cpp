@@ -82,6 +82,7 @@ Data MapData(const SiteFacts& facts, std::uint32_t index) {
   const Map& map = facts.statistics.maps[index];
   Data object = MapRow(facts, index, MostOf(facts.statistics.maps));
   SetData(object, "summary", SummaryData(facts, map.summary));
+  SetFlag(object, "has_players", !map.players.empty());
   SetData(object, "players", PlayerList(facts, map.players));
   SetUses(object, facts, map.summary.weapons, map.summary.itemCounts);
   SetData(object, "kill_table", MapTable(facts, map));

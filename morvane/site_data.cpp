@@ -84,6 +84,19 @@ Data HiliteList(const Settings& settings) {
   return list;
 }
 
+Data ColumnColourList(const Settings& settings) {
+  Data list = List();
+  for (std::size_t i = 0; i < settings.columnColors.size(); ++i) {
+    const Rgb colour = ParseColour(settings.columnColors[i]).value_or(Rgb{});
+    Data row;
+    Set(row, "tone", i);
+    Set(row, "color", ColourText(colour));
+    Set(row, "ink", ColourText(InkOn(colour)));
+    Append(list, std::move(row));
+  }
+  return list;
+}
+
 Data Limits(const Settings& settings) {
   Data object;
   Set(object, "minutes", settings.playersMinTime);
@@ -244,6 +257,7 @@ void DefineSettings(SharedData& shared, const SiteFacts& facts) {
   shared.Define("vars", [&] { return UserVariables(settings); });
   shared.Define("colors", [&] { return Colours(settings); });
   shared.Define("name_colors", [&] { return NameColourList(settings); });
+  shared.Define("column_colors", [&] { return ColumnColourList(settings); });
   shared.Define("hilites", [&] { return HiliteList(settings); });
   shared.Define("limits", [&] { return Limits(settings); });
 }
@@ -251,6 +265,7 @@ void DefineSettings(SharedData& shared, const SiteFacts& facts) {
 void DefineCounts(SharedData& shared, const SiteFacts& facts) {
   const Statistics& statistics = facts.statistics;
   const std::size_t players = statistics.players.size();
+  shared.Define("has_players", [=] { return Data(players > 0); });
   shared.Define("player_count", [=] { return CountText(players); });
   shared.Define("ranked_count", [&] { return CountText(statistics.ranked); });
   shared.Define("map_count", [&] { return CountText(statistics.maps.size()); });
