@@ -2,8 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
-#include <functional>
+#include <cstring>
 #include <tuple>
 
 namespace morvane {
@@ -52,6 +51,16 @@ std::string_view FindTitle(const Title (&titles)[N], std::string_view name) {
   return found == std::end(titles) ? std::string_view() : found->title;
 }
 
+constexpr std::string_view kOther = "OTHER";
+
+/// A number of the last bytes of a name, where names of one family differ.
+std::size_t HashOf(std::string_view name) {
+  std::uint64_t bytes = 0;
+  const std::size_t count = std::min(name.size(), sizeof bytes);
+  std::memcpy(&bytes, name.data() + name.size() - count, count);
+  return static_cast<std::size_t>(((bytes + name.size()) * 0x9E3779B97F4A7C15U) >> 48);
+}
+
 /// Blanks for underscores, the first letter large, the others small.
 std::string Sentence(std::string_view name) {
   std::string text(name);
@@ -87,12 +96,15 @@ std::string GameTypeName(int type) {
 }
 
 std::uint16_t Names::Number(std::string_view name) {
-  if (const auto found = numbers_.find(name); found != numbers_.end()) return found->second;
-  if (names_.size() + 1 >= kMost && name != "OTHER") return Number("OTHER");
-  const auto number = static_cast<std::uint16_t>(names_.size());
+  std::size_t at = HashOf(name) % kSlots;
+  while (slots_[at] != kEmpty) {
+    if (names_[slots_[at]] == name) return slots_[at];
+    at = (at + 1) % kSlots;
+  }
+  if (names_.size() + 1 >= kMost && name != kOther) return Number(kOther);
+  slots_[at] = static_cast<std::uint16_t>(names_.size());
   names_.emplace_back(name);
-  numbers_.emplace(name, number);
-  return number;
+  return slots_[at];
 }
 
 std::string WeaponTitle(std::string_view name) {

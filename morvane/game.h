@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace morvane {
@@ -69,7 +68,7 @@ struct Entrant {
   std::uint32_t player = kNobody;  ///< index into Statistics::players
   Team team = Team::kFree;         ///< the last one played in
   std::uint32_t place = 0;  ///< 1 is best, equal scores share it; who left comes after who stayed
-  bool stayed = false;      ///< to the end of the game
+  bool stayed = false;      ///< to the end of the game; true for all in one that is broken off
   bool winner = false;      ///< place 1, or in team games of the winning team at the end
   Figures figures;                 ///< rivals are indices into the game's entrants
 };
@@ -130,14 +129,11 @@ class Names {
   const std::string& operator[](std::uint16_t number) const { return names_[number]; }
 
  private:
-  struct Hash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const {
-      return std::hash<std::string_view>{}(text);
-    }
-  };
+  // Found for every second line of a log: an open table of twice the size, hashed by few bytes.
+  static constexpr std::size_t kSlots = 2 * kMost;
   std::vector<std::string> names_;
-  std::unordered_map<std::string, std::uint16_t, Hash, std::equal_to<>> numbers_;
+  std::vector<std::uint16_t> slots_ = std::vector<std::uint16_t>(kSlots, kEmpty);
+  static constexpr std::uint16_t kEmpty = 0xFFFF;
 };
 
 /// A means of death for people: "Rocket splash" for "ROCKET_SPLASH".

@@ -25,7 +25,9 @@ class Messages {
   /// Bits of a log's options.
   enum Options { kNormalFile = 1, kNormalScreen = 2, kSevereFile = 4, kSevereScreen = 8 };
 
-  /// Begins the four files anew in `directory`. `options` by Log.
+  /// Begins the four files anew in `directory`: morvane.log.txt, logparser.log.txt,
+  /// templateparser.log.txt and custrank.log.txt. One that cannot be written is done without.
+  /// `options` by Log, see Options.
   Messages(const std::string& directory, const std::array<int, 4>& options);
   Messages(const Messages&) = delete;
   Messages& operator=(const Messages&) = delete;
@@ -40,6 +42,8 @@ class Messages {
   void Progress(std::string_view what, std::size_t done, std::size_t all);
 
  private:
+  void ClearProgress();
+
   std::mutex mutex_;
   std::array<int, 4> options_;
   std::array<std::FILE*, 4> files_{};
