@@ -6,6 +6,7 @@
 #include <tuple>
 #include <utility>
 
+#include "morvane/figures.h"
 #include "morvane/names.h"
 
 namespace morvane {
@@ -13,17 +14,6 @@ namespace {
 
 // Far beyond any real game; keeps indices in 16 bits and a hostile log's memory in bounds.
 constexpr std::size_t kMostEntrants = 60000;
-
-/// The count of a number in a short list; appended when it is new.
-template <class Entry, class Number>
-Entry& EntryOf(std::vector<Entry>& entries, Number Entry::*key, Number number) {
-  for (Entry& entry : entries) {
-    if (entry.*key == number) return entry;
-  }
-  Entry& entry = entries.emplace_back();
-  entry.*key = number;
-  return entry;
-}
 
 bool IsBetter(const Entrant& left, const Entrant& right) {
   return std::tuple(left.stayed, left.figures.score, left.figures.kills) >
@@ -79,20 +69,6 @@ std::uint32_t WholeSeconds(std::int64_t tenths) {
 }
 
 }  // namespace
-
-void SettleFigures(Figures& figures) {
-  std::sort(figures.weapons.begin(), figures.weapons.end(),
-            [](const WeaponUse& left, const WeaponUse& right) {
-              return std::tuple(right.kills, right.deaths, left.weapon) <
-                     std::tuple(left.kills, left.deaths, right.weapon);
-            });
-  std::sort(figures.itemCounts.begin(), figures.itemCounts.end(),
-            [](const ItemCount& left, const ItemCount& right) {
-              return std::tuple(right.count, left.item) < std::tuple(left.count, right.item);
-            });
-  const bool hasFavourite = !figures.weapons.empty() && figures.weapons.front().kills > 0;
-  figures.favouriteWeapon = hasFavourite ? figures.weapons.front().weapon : kNoWeapon;
-}
 
 void GameBuilder::Open(std::string_view map, int type, bool timed, std::int64_t tenths) {
   game_ = Game{};
@@ -378,9 +354,7 @@ Game GameBuilder::Close() {
   game_.length = WholeSeconds(straight ? lastStamp_ - firstStamp_ : clock_);
   for (const auto& [key, pair] : pairs_) game_.pairs.push_back(pair);
   MoveIndices(game_, SortEntrants(game_.entrants));
-  std::sort(game_.pairs.begin(), game_.pairs.end(), [](const Pair& left, const Pair& right) {
-    return std::tie(left.killer, left.victim) < std::tie(right.killer, right.victim);
-  });
+  SortPairs(game_.pairs);
   SetPlaces(game_.entrants);
   SettleWinners();
   for (Entrant& entrant : game_.entrants) SettleFigures(entrant.figures);

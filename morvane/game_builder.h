@@ -98,19 +98,4 @@ class GameBuilder {
   std::array<std::int32_t, 4> teamScores_{};  // by Team
 };
 
-/// Puts weapons and items in their order and names the favourite weapon.
-void SettleFigures(Figures& figures);
-
-/// Sets nemesis and favourite victim of all whom `pairs` name; `figuresOf(index)` gives theirs.
-template <class FiguresOf>
-void SettleRivals(const std::vector<Pair>& pairs, const FiguresOf& figuresOf) {
-  const auto take = [](Rival& rival, std::uint32_t index, std::uint32_t count) {
-    if (count > rival.count) rival = {index, count};
-  };
-  for (const Pair& pair : pairs) {
-    take(figuresOf(pair.killer).favouriteVictim, pair.victim, pair.kills);
-    take(figuresOf(pair.victim).nemesis, pair.killer, pair.kills);
-  }
-}
-
 }  // namespace morvane

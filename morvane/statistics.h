@@ -9,6 +9,8 @@
 
 namespace morvane {
 
+class Ranking;
+
 /// A player over all counted games, or over those on one map.
 struct Player {
   std::string name;   ///< bytes of the log, colour codes included, as last used; see names.h
@@ -65,5 +67,14 @@ struct Statistics {
   std::uint32_t gamesFound = 0; ///< counted or not
   bool customRanking = false;   ///< rating is the custom rank value
 };
+
+/// Whether a game counts: no warm-up, and none of the game limits misses it. A log without stamps
+/// tells no length, so `min_time` does not apply to its games.
+bool IsCounted(const Game& game, const Settings& settings);
+
+/// Everything from the games found, in the order of play. `weapons` and `items` name the numbers in
+/// them. With a `ranking` that orders the players, else their scores do.
+Statistics MakeStatistics(const Settings& settings, std::vector<Game> games, Names weapons,
+                          Names items, Ranking* ranking);
 
 }  // namespace morvane
