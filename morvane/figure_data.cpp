@@ -140,6 +140,8 @@ void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>&
     SetPercent(row, "count_percent", item.count, items.front().count);
     Append(itemRows, std::move(row));
   }
+  SetFlag(object, "has_weapons", !weapons.empty());
+  SetFlag(object, "has_items", !items.empty());
   SetData(object, "weapons", std::move(weaponRows));
   SetData(object, "items", std::move(itemRows));
 }

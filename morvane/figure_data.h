@@ -14,7 +14,8 @@ using RivalLabel = std::function<Label(std::uint32_t)>;
 void SetFigures(Data& object, const SiteFacts& facts, const Figures& figures,
                 const RivalLabel& rival);
 
-/// The lists `weapons` and `items` of one who has figures, or of a summary.
+/// Sets the lists `weapons` and `items` of one who has figures, or of a summary, and whether they
+/// hold anything.
 void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>& weapons,
              const std::vector<ItemCount>& items);
 

@@ -176,7 +176,7 @@ std::string LowerCase(std::string_view text) {
   return lower;
 }
 
-std::string NameHtml(std::string_view name, const NameColours& colours) {
+std::string NameHtml(std::string_view name, const NameStyles& styles) {
   const std::vector<NameRun> runs = VisibleRuns(name);
   if (IsBlankText(Join(runs))) return "<bdi>" + EscapeHtml(kNoName) + "</bdi>";
   std::string html = "<bdi>";
@@ -185,8 +185,8 @@ std::string NameHtml(std::string_view name, const NameColours& colours) {
       html += EscapeHtml(run.text);
       continue;
     }
-    const std::string& colour = colours[static_cast<std::size_t>(run.colour)];
-    html += "<span style=\"color:" + EscapeHtml(colour) + "\">" + EscapeHtml(run.text) + "</span>";
+    const std::string& style = styles[static_cast<std::size_t>(run.colour)];
+    html += "<span style=\"" + EscapeHtml(style) + "\">" + EscapeHtml(run.text) + "</span>";
   }
   return html + "</bdi>";
 }

@@ -7,8 +7,9 @@
 
 namespace morvane {
 
-/// HTML colours ("#RRGGBB") of the name colour codes ^0 to ^9.
-using NameColours = std::array<std::string, 10>;
+/// How the pieces of a name behind the colour codes ^0 to ^9 are drawn: CSS declarations, such as
+/// "color:#FF0000".
+using NameStyles = std::array<std::string, 10>;
 
 /// A piece of a name in one colour.
 struct NameRun {
@@ -36,8 +37,8 @@ std::string PlayerKey(std::string_view name);
 std::string LowerCase(std::string_view text);
 
 /// The name as HTML: a <bdi> element with the escaped text of NameText, each coloured piece in a
-/// span of its colour. Safe wherever phrasing content may stand.
-std::string NameHtml(std::string_view name, const NameColours& colours);
+/// span of its style. Safe wherever phrasing content may stand.
+std::string NameHtml(std::string_view name, const NameStyles& styles);
 
 /// The text with & < > " and ' as character references, fit for element content and for quoted
 /// attribute values.

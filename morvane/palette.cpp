@@ -50,7 +50,7 @@ Rgb Mix(Rgb from, Rgb to, double share) {
 }
 
 double Contrast(Rgb one, Rgb other) {
-  const auto [low, high] = std::minmax(Luminance(one), Luminance(other));
+  const auto [low, high] = std::minmax({Luminance(one), Luminance(other)});
   return (high + 0.05) / (low + 0.05);
 }
 

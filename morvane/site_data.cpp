@@ -297,6 +297,8 @@ void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
   shared.Define("recent_games", [&] {
     return LatestGames(facts, AllGames(statistics), kRecentGames);
   });
+  shared.Define("has_weapons", [&] { return Data(!statistics.summary.weapons.empty()); });
+  shared.Define("has_items", [&] { return Data(!statistics.summary.itemCounts.empty()); });
   shared.Define("weapons", [&] { return Uses(facts, "weapons"); });
   shared.Define("items", [&] { return Uses(facts, "items"); });
   shared.Define("kill_table", [&] { return KillTable(facts); });

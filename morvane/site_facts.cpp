@@ -4,6 +4,7 @@
 
 #include "config/text.h"
 #include "morvane/names.h"
+#include "morvane/palette.h"
 
 namespace morvane {
 namespace {
@@ -30,10 +31,26 @@ SiteFacts::SiteFacts(const Settings& theSettings, const Statistics& theStatistic
       games_(theStatistics.players.size()),
       playerMaps_(theStatistics.players.size()),
       deathPairs_(theStatistics.players.size()) {
+  StyleNames();
   if (!templates.games.empty()) firstGameTemplate_ = templates.games.front().Name();
   LabelPlayers(templates);
   LabelMaps(templates);
   IndexPlayers();
+}
+
+// A name keeps the colour that its player chose. Where that can hardly be told from the page, such
+// as pure blue on black, it stands on the colour of the text, or on black or white.
+void SiteFacts::StyleNames() {
+  constexpr double kLeastContrast = 3;
+  const Rgb page = ParseColour(settings.backgroundColor).value_or(Rgb{255, 255, 255});
+  const Rgb text = ParseColour(settings.textColor).value_or(Rgb{});
+  for (std::size_t i = 0; i < nameStyles_.size(); ++i) {
+    const Rgb colour = ParseColour(settings.nameColors[i]).value_or(text);
+    nameStyles_[i] = "color:" + ColourText(colour);
+    if (Contrast(colour, page) >= kLeastContrast) continue;
+    const Rgb behind = Contrast(colour, text) >= kLeastContrast ? text : InkOn(colour);
+    nameStyles_[i] += ";background:" + ColourText(behind);
+  }
 }
 
 void SiteFacts::LabelPlayers(const SiteTemplates& templates) {
@@ -41,7 +58,7 @@ void SiteFacts::LabelPlayers(const SiteTemplates& templates) {
   for (std::uint32_t i = 0; i < statistics.players.size(); ++i) {
     const std::string& name = statistics.players[i].name;
     players_.push_back(MakeLabel(
-        NameText(name), NameHtml(name, settings.nameColors),
+        NameText(name), NameHtml(name, nameStyles_),
         templates.player ? pages.PlayerPage(templates.player->Name(), i) : std::string()));
   }
 }
@@ -82,7 +99,7 @@ Label SiteFacts::GameLabel(std::uint32_t game) const {
 }
 
 Label SiteFacts::EntrantLabel(const Entrant& entrant) const {
-  return MakeLabel(NameText(entrant.name), NameHtml(entrant.name, settings.nameColors),
+  return MakeLabel(NameText(entrant.name), NameHtml(entrant.name, nameStyles_),
                    entrant.player == kNobody ? std::string() : players_[entrant.player].page);
 }
 

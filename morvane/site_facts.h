@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "morvane/format.h"
+#include "morvane/names.h"
 #include "morvane/page_data.h"
 #include "morvane/page_names.h"
 #include "morvane/settings.h"
@@ -60,10 +61,12 @@ class SiteFacts {
   }
 
  private:
+  void StyleNames();
   void LabelPlayers(const SiteTemplates& templates);
   void LabelMaps(const SiteTemplates& templates);
   void IndexPlayers();
 
+  NameStyles nameStyles_;
   std::string firstGameTemplate_;  // empty: games have no pages
   std::vector<Label> players_;
   std::vector<Label> maps_;
