@@ -12,6 +12,7 @@ namespace morvane {
 namespace {
 
 constexpr std::size_t kPage = 4096;
+constexpr std::int64_t kNanoseconds = 1'000'000'000;
 
 /// An open file, closed at the end of its life.
 class Handle {
@@ -46,7 +47,7 @@ MappedFile::MappedFile(const std::filesystem::path& path) {
                                                          : std::errc::invalid_argument);
     return;
   }
-  lastChange_ = state.st_mtim.tv_sec;
+  lastChange_ = state.st_mtim.tv_sec * kNanoseconds + state.st_mtim.tv_nsec;
   const auto size = static_cast<std::size_t>(state.st_size);
   if (size == 0) return;
   void* memory = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.Number(), 0);

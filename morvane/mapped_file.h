@@ -20,7 +20,7 @@ class MappedFile {
 
   std::error_code Error() const { return error_; }
   std::string_view Bytes() const { return {data_, size_}; }
-  /// When the file was last changed, in seconds since 1970.
+  /// When the file was last changed, in nanoseconds since 1970.
   std::int64_t LastChange() const { return lastChange_; }
 
   /// Gives the memory of a stretch back; it is read again when it is touched again.
