@@ -16,9 +16,8 @@ double Per(double count, double units) { return units > 0 ? count / units : 0; }
 void SetRival(Data& object, const char* name, const Rival& rival, const RivalLabel& label) {
   const std::string prefix = name;
   const bool known = rival.index != kNobody && rival.count > 0;
-  const Label shown = known ? label(rival.index) : Label();
-  SetOptional(object, name, shown.text);
-  SetOptional(object, (prefix + "_link").c_str(), shown.link);
+  SetOptional(object, name, known ? label(rival.index).text : std::string());
+  SetOptional(object, (prefix + "_link").c_str(), known ? label(rival.index).link : std::string());
   Set(object, (prefix + "_kills").c_str(), known ? rival.count : 0U);
 }
 
@@ -115,8 +114,6 @@ void SetFigures(Data& object, const SiteFacts& facts, const Figures& figures,
                                                    : WeaponName(facts, figures.favouriteWeapon));
   SetRival(object, "nemesis", figures.nemesis, rival);
   SetRival(object, "victim", figures.favouriteVictim, rival);
-  SetRates(object, "hour", figures, figures.seconds / kSecondsPerHour);
-  SetRates(object, "minute", figures, figures.seconds / kSecondsPerMinute);
 }
 
 void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>& weapons,
@@ -128,11 +125,11 @@ void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>&
     most.kills = std::max(most.kills, use.kills);
     most.deaths = std::max(most.deaths, use.deaths);
   }
-  Data weaponRows = List();
+  Data weaponRows = List(weapons.size());
   for (const WeaponUse& use : weapons) {
     Append(weaponRows, WeaponRow(facts, use, most.kills, most.deaths, kills));
   }
-  Data itemRows = List();
+  Data itemRows = List(items.size());
   for (const ItemCount& item : items) {
     Data row;
     Set(row, "name", PageText(ItemTitle(facts.statistics.items[item.item])));
@@ -169,10 +166,12 @@ Data PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<P
   SetFlag(row, "ranked", player.ranked);
   SetOptional(row, "rank", player.ranked ? std::to_string(player.rank) : std::string());
   Set(row, "rating", Rating(facts, player));
-  SetFigures(row, facts, player.figures, [&](std::uint32_t index) {
+  SetFigures(row, facts, player.figures, [&](std::uint32_t index) -> const Label& {
     return facts.PlayerLabel(rivals[index].player);
   });
   SetRates(row, "game", player.figures, player.games);
+  SetRates(row, "hour", player.figures, player.figures.seconds / kSecondsPerHour);
+  SetRates(row, "minute", player.figures, player.figures.seconds / kSecondsPerMinute);
   SetGames(row, player);
   SetSeen(row, facts, player.firstSeen, player.lastSeen);
   SetBars(row, player, highest);
@@ -181,7 +180,7 @@ Data PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<P
 
 Data PlayerList(const SiteFacts& facts, const std::vector<Player>& players) {
   const Highest highest = HighestOf(players);
-  Data list = List();
+  Data list = List(players.size());
   for (const Player& player : players) {
     Append(list, PlayerRow(facts, player, players, highest));
   }

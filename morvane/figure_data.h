@@ -8,7 +8,7 @@
 namespace morvane {
 
 /// The label of an opponent, by the index that a Rival holds.
-using RivalLabel = std::function<Label(std::uint32_t)>;
+using RivalLabel = std::function<const Label&(std::uint32_t)>;
 
 /// Sets the variables of kills, deaths, time, streaks, favourites and so on.
 void SetFigures(Data& object, const SiteFacts& facts, const Figures& figures,

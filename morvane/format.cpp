@@ -1,8 +1,8 @@
 #include "morvane/format.h"
 
 #include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <ctime>
 
 #include "morvane/names.h"
@@ -40,10 +40,11 @@ bool IsUsableFormat(const std::string& format) {
 }  // namespace
 
 std::string Fixed(double number, int decimals) {
-  std::array<char, 352> buffer;
-  const int size = std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals,
-                                 std::isfinite(number) ? number : 0.0);
-  return {buffer.data(), static_cast<std::size_t>(size)};
+  std::array<char, 352> buffer;  // the greatest double has 309 digits
+  const auto [end, error] =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::isfinite(number) ? number : 0,
+                    std::chars_format::fixed, decimals);
+  return {buffer.data(), end};
 }
 
 std::string Grouped(std::int64_t number) {

@@ -64,9 +64,12 @@ class Tones {
   std::map<std::uint32_t, std::size_t> tones_;
 };
 
-Label LeaderLabel(const SiteFacts& facts, const Game& game, std::uint32_t leader) {
+/// The labels of a game's entrants.
+using Labels = std::vector<Label>;
+
+Label LeaderLabel(const Labels& labels, const Game& game, std::uint32_t leader) {
   if (leader == kNobody) return {"Tie", "Tie", {}, "Tie"};
-  if (!IsTeamGame(game.type)) return facts.EntrantLabel(game.entrants[leader]);
+  if (!IsTeamGame(game.type)) return labels[leader];
   const std::string name = static_cast<Team>(leader) == Team::kRed ? "Red" : "Blue";
   return {name, name, {}, name};
 }
@@ -87,10 +90,10 @@ void AddReign(std::vector<Reign>& reigns, std::uint32_t leader, std::uint32_t se
   }
 }
 
-Data LeadStep(const SiteFacts& facts, const Game& game, const LeadChange& change,
+Data LeadStep(const Labels& labels, const Game& game, const LeadChange& change,
               std::uint32_t end) {
   Data step;
-  SetLabel(step, LeaderLabel(facts, game, change.leader));
+  SetLabel(step, LeaderLabel(labels, game, change.leader));
   Set(step, "from", Duration(change.second));
   Set(step, "to", Duration(end));
   SetPercent(step, "start_percent", change.second, game.length);
@@ -100,8 +103,8 @@ Data LeadStep(const SiteFacts& facts, const Game& game, const LeadChange& change
 }
 
 /// `lead`: the steps; `leaders`: who led, longest first. False flags where nothing is known.
-void SetLead(Data& object, const SiteFacts& facts, const Game& game) {
-  Data steps = List();
+void SetLead(Data& object, const Labels& labels, const Game& game) {
+  Data steps = List(game.lead.size());
   std::vector<Reign> reigns;
   Tones tones(IsTeamGame(game.type));
   for (std::size_t i = 0; i < game.lead.size() && game.timed; ++i) {
@@ -109,7 +112,7 @@ void SetLead(Data& object, const SiteFacts& facts, const Game& game) {
     const std::uint32_t next = i + 1 < game.lead.size() ? game.lead[i + 1].second : game.length;
     const std::uint32_t end = std::clamp(next, change.second, std::max(game.length, change.second));
     if (end == change.second) continue;
-    Data step = LeadStep(facts, game, change, end);
+    Data step = LeadStep(labels, game, change, end);
     Set(step, "tone", tones.Of(change.leader));
     Append(steps, std::move(step));
     AddReign(reigns, change.leader, end - change.second);
@@ -117,10 +120,10 @@ void SetLead(Data& object, const SiteFacts& facts, const Game& game) {
   std::stable_sort(reigns.begin(), reigns.end(), [](const Reign& left, const Reign& right) {
     return left.seconds > right.seconds;
   });
-  Data leaders = List();
+  Data leaders = List(reigns.size());
   for (const Reign& reign : reigns) {
     Data leader;
-    SetLabel(leader, LeaderLabel(facts, game, reign.leader));
+    SetLabel(leader, LeaderLabel(labels, game, reign.leader));
     Set(leader, "tone", tones.Of(reign.leader));
     Set(leader, "time", Duration(reign.seconds));
     SetPercent(leader, "percent", reign.seconds, game.length);
@@ -131,14 +134,14 @@ void SetLead(Data& object, const SiteFacts& facts, const Game& game) {
   SetData(object, "leaders", std::move(leaders));
 }
 
-Data EntrantRow(const SiteFacts& facts, const Game& game, const Entrant& entrant,
-                const Figures& most) {
+Data EntrantRow(const SiteFacts& facts, const Game& game, const Labels& labels,
+                std::size_t index, const Figures& most) {
+  const Entrant& entrant = game.entrants[index];
   Data row;
-  SetLabel(row, facts.EntrantLabel(entrant));
+  SetLabel(row, labels[index]);
   SetPlace(row, entrant);
-  SetFigures(row, facts, entrant.figures, [&](std::uint32_t index) {
-    return facts.EntrantLabel(game.entrants[index]);
-  });
+  SetFigures(row, facts, entrant.figures,
+             [&](std::uint32_t rival) -> const Label& { return labels[rival]; });
   SetUses(row, facts, entrant.figures.weapons, entrant.figures.itemCounts);
   SetPercent(row, "kills_percent", entrant.figures.kills, most.kills);
   SetPercent(row, "deaths_percent", entrant.figures.deaths, most.deaths);
@@ -147,27 +150,30 @@ Data EntrantRow(const SiteFacts& facts, const Game& game, const Entrant& entrant
   return row;
 }
 
-Data Entrants(const SiteFacts& facts, const Game& game) {
+Data Entrants(const SiteFacts& facts, const Game& game, const Labels& labels) {
   Figures most;
   for (const Entrant& entrant : game.entrants) {
     most.kills = std::max(most.kills, entrant.figures.kills);
     most.deaths = std::max(most.deaths, entrant.figures.deaths);
     most.score = std::max(most.score, entrant.figures.score);
   }
-  Data rows = List();
-  for (const Entrant& entrant : game.entrants) {
-    Append(rows, EntrantRow(facts, game, entrant, most));
+  Data rows = List(labels.size());
+  for (std::size_t i = 0; i < labels.size(); ++i) {
+    Append(rows, EntrantRow(facts, game, labels, i, most));
   }
   return rows;
 }
 
-Data GameTable(const SiteFacts& facts, const Game& game) {
-  std::vector<Label> labels;
+Labels LabelsOf(const SiteFacts& facts, const Game& game) {
+  Labels labels;
+  labels.reserve(game.entrants.size());
+  for (const Entrant& entrant : game.entrants) labels.push_back(facts.EntrantLabel(entrant));
+  return labels;
+}
+
+Data GameTable(const SiteFacts& facts, const Game& game, const Labels& labels) {
   std::vector<std::uint32_t> suicides;
-  for (const Entrant& entrant : game.entrants) {
-    labels.push_back(facts.EntrantLabel(entrant));
-    suicides.push_back(entrant.figures.suicides);
-  }
+  for (const Entrant& entrant : game.entrants) suicides.push_back(entrant.figures.suicides);
   return TableData(facts.settings, PairTable(labels, game.pairs), suicides);
 }
 
@@ -232,12 +238,13 @@ Data GameRow(const SiteFacts& facts, std::uint32_t index) {
 
 Data GameData(const SiteFacts& facts, std::uint32_t index) {
   const Game& game = facts.statistics.games[index];
+  const Labels labels = LabelsOf(facts, game);
   Data object = GameRow(facts, index);
   SetFlag(object, "has_players", !game.entrants.empty());
-  SetData(object, "players", Entrants(facts, game));
-  SetData(object, "kill_table", GameTable(facts, game));
+  SetData(object, "players", Entrants(facts, game, labels));
+  SetData(object, "kill_table", GameTable(facts, game, labels));
   SetUses(object, facts, WeaponsOf(game), {});
-  SetLead(object, facts, game);
+  SetLead(object, labels, game);
   SetData(object, "previous", Neighbour(facts, index - 1));
   SetData(object, "next", Neighbour(facts, index + 1));
   return object;
@@ -245,8 +252,9 @@ Data GameData(const SiteFacts& facts, std::uint32_t index) {
 
 Data LatestGames(const SiteFacts& facts, const std::vector<std::uint32_t>& games,
                  std::size_t most) {
-  Data list = List();
-  for (std::size_t i = 0; i < std::min(most, games.size()); ++i) {
+  const std::size_t shown = std::min(most, games.size());
+  Data list = List(shown);
+  for (std::size_t i = 0; i < shown; ++i) {
     Append(list, GameRow(facts, games[games.size() - 1 - i]));
   }
   return list;

@@ -48,7 +48,7 @@ Data Cell(std::uint32_t count, std::size_t column, std::string_view style, bool 
 
 Data Row(const CountTable& table, std::size_t row, const Hilites& hilites,
          const std::vector<std::uint32_t>& own) {
-  Data cells = List();
+  Data cells = List(table.columns.size());
   for (std::size_t column = 0; column < table.columns.size(); ++column) {
     if (table.square && row == column) {
       Append(cells, Cell(row < own.size() ? own[row] : 0, column, {}, true));
@@ -124,11 +124,11 @@ Data TableData(const Settings& settings, const CountTable& table,
                const std::vector<std::uint32_t>& own) {
   if (table.rows.empty() || table.columns.empty()) return Data(false);
   const Hilites hilites(settings, CellsOf(table));
-  Data columns = List();
+  Data columns = List(table.columns.size());
   for (std::size_t i = 0; i < table.columns.size(); ++i) {
     Append(columns, Column(settings, table, i));
   }
-  Data rows = List();
+  Data rows = List(table.rows.size());
   std::uint32_t total = 0;
   for (std::size_t i = 0; i < table.rows.size(); ++i) {
     Append(rows, Row(table, i, hilites, own));

@@ -71,7 +71,7 @@ Data MapTable(const SiteFacts& facts, const Map& map) {
 
 Data MapList(const SiteFacts& facts) {
   const Most most = MostOf(facts.statistics.maps);
-  Data list = List();
+  Data list = List(facts.statistics.maps.size());
   for (std::uint32_t i = 0; i < facts.statistics.maps.size(); ++i) {
     Append(list, MapRow(facts, i, most));
   }

@@ -29,8 +29,8 @@ Data Navigation::EntryData(const Entry& entry, bool current) {
 }
 
 Data Navigation::For(const Template& page) const {
-  Data nav = List();
-  Data subnav = List();
+  Data nav = List(groups_.size());
+  Data subnav = List(0);
   Data links;
   for (const Group& group : groups_) {
     const bool inGroup = group.title == page.Group();

@@ -33,7 +33,8 @@ void SetDecimal(Data& object, const char* name, double number);
 /// `part` of `whole` in percent, one digit after the point, 0 to 100: the length of a bar.
 void SetPercent(Data& object, const char* name, double part, double whole);
 
-inline Data List() { return Data(Data::type::list); }
+/// An empty list with room for `size` items: a list that grows copies all that it holds.
+Data List(std::size_t size);
 /// Adds an item without copying it, which the list's own way of adding does.
 void Append(Data& list, Data item);
 

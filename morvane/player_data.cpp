@@ -50,8 +50,9 @@ std::vector<Opponent> Opponents(const SiteFacts& facts, std::uint32_t player) {
 }
 
 Data OpponentList(const SiteFacts& facts, std::uint32_t player) {
-  Data list = List();
-  for (const Opponent& opponent : Opponents(facts, player)) {
+  const std::vector<Opponent> opponents = Opponents(facts, player);
+  Data list = List(opponents.size());
+  for (const Opponent& opponent : opponents) {
     Data row;
     SetLabel(row, facts.PlayerLabel(opponent.player));
     Set(row, "kills", opponent.kills);
@@ -64,7 +65,7 @@ Data OpponentList(const SiteFacts& facts, std::uint32_t player) {
 }
 
 Data MapsPlayed(const SiteFacts& facts, std::uint32_t player) {
-  Data list = List();
+  Data list = List(facts.Maps(player).size());
   for (const auto& [mapIndex, index] : facts.Maps(player)) {
     const Map& map = facts.statistics.maps[mapIndex];
     const Player& there = map.players[index];
@@ -108,7 +109,7 @@ Data PlayerData(const SiteFacts& facts, std::uint32_t index, const Highest& high
   SetData(object, "maps", MapsPlayed(facts, index));
   const std::vector<SiteFacts::Appearance>& games = facts.Games(index);
   const std::size_t shown = std::min(games.size(), kMostGames);
-  Data list = List();
+  Data list = List(shown);
   for (std::size_t i = 0; i < shown; ++i) {
     Append(list, GamePlayed(facts, games[games.size() - 1 - i]));
   }

@@ -86,7 +86,7 @@ struct Site {
 /// The links between the pages of one map or game, one for each template.
 template <class PageOf>
 Data Tabs(const std::vector<Template>& templates, const Template& current, const PageOf& pageOf) {
-  Data tabs = List();
+  Data tabs = List(templates.size());
   if (templates.size() < 2) return tabs;
   for (const Template& page : templates) {
     Data tab;

@@ -60,7 +60,7 @@ Data Colours(const Settings& settings) {
 }
 
 Data NameColourList(const Settings& settings) {
-  Data list = List();
+  Data list = List(settings.nameColors.size());
   for (std::size_t i = 0; i < settings.nameColors.size(); ++i) {
     Data row;
     Set(row, "code", i);
@@ -71,7 +71,7 @@ Data NameColourList(const Settings& settings) {
 }
 
 Data HiliteList(const Settings& settings) {
-  Data list = List();
+  Data list = List(settings.hiliteLevels.size());
   for (const HiliteLevel& level : settings.hiliteLevels) {
     const std::optional<Rgb> colour = ParseColour(level.color);
     if (!colour) continue;
@@ -85,7 +85,7 @@ Data HiliteList(const Settings& settings) {
 }
 
 Data ColumnColourList(const Settings& settings) {
-  Data list = List();
+  Data list = List(settings.columnColors.size());
   for (std::size_t i = 0; i < settings.columnColors.size(); ++i) {
     const Rgb colour = ParseColour(settings.columnColors[i]).value_or(Rgb{});
     Data row;
@@ -110,7 +110,7 @@ Data Limits(const Settings& settings) {
 Data TopPlayers(const SiteFacts& facts) {
   const std::vector<Player>& players = facts.statistics.players;
   const Highest highest = HighestOf(players);
-  Data list = List();
+  Data list = List(std::min(players.size(), kTopPlayers));
   for (std::size_t i = 0; i < std::min(players.size(), kTopPlayers); ++i) {
     Append(list, PlayerRow(facts, players[i], players, highest));
   }
@@ -188,8 +188,9 @@ std::vector<Duel> Duels(const Statistics& statistics) {
 }
 
 Data DuelList(const SiteFacts& facts) {
-  Data list = List();
-  for (const Duel& duel : Duels(facts.statistics)) {
+  const std::vector<Duel> duels = Duels(facts.statistics);
+  Data list = List(duels.size());
+  for (const Duel& duel : duels) {
     Data row;
     Set(row, "winner_link", facts.PlayerLabel(duel.one.killer).link);
     Set(row, "loser_link", facts.PlayerLabel(duel.one.victim).link);
@@ -228,7 +229,7 @@ constexpr std::array<RecordKind, 8> kRecords = {{
 Data RecordList(const SiteFacts& facts) {
   const Statistics& statistics = facts.statistics;
   const std::size_t count = statistics.ranked > 0 ? statistics.ranked : statistics.players.size();
-  Data list = List();
+  Data list = List(kRecords.size());
   for (const RecordKind& kind : kRecords) {
     const auto first = statistics.players.begin();
     const auto best = std::max_element(
