@@ -29,7 +29,8 @@ function(stage_editable source name)
 endfunction()
 
 stage_editable(${GAMES_LOG} games.log)
-file(GLOB_RECURSE names RELATIVE ${SHARE} ${SHARE}/templates/* ${SHARE}/*.txt ${SHARE}/morvane.cfg)
+file(GLOB_RECURSE names RELATIVE ${SHARE} ${SHARE}/templates/* ${SHARE}/*.txt ${SHARE}/*.TXT
+  ${SHARE}/morvane.cfg)
 list(REMOVE_ITEM names CMakeLists.txt)
 foreach(name IN LISTS names)
   cmake_path(GET name PARENT_PATH folder)
