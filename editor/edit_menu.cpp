@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 
@@ -88,7 +89,8 @@ class EditMenu::TextBox {
 EditMenu::EditMenu(QWidget& window) : window_(window) {
   qApp->installEventFilter(this);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget* old, const QWidget* now) {
-    if (qobject_cast<const QMenuBar*>(now) != nullptr) beforeMenuBar_ = old;
+    const bool fromMenu = qobject_cast<const QMenu*>(old) != nullptr;
+    if (qobject_cast<const QMenuBar*>(now) != nullptr && !fromMenu) beforeMenuBar_ = old;
   });
 }
 
@@ -130,11 +132,23 @@ void EditMenu::mnuEditPaste_Click() {
 void EditMenu::mnuEditSelectAll_Click() { TextBox(FocusedControl()).SelectAll(); }
 
 bool EditMenu::eventFilter(QObject* object, QEvent* event) {
-  if (event->type() != QEvent::ShortcutOverride) return false;
-  const auto* const box = qobject_cast<QLineEdit*>(object);
+  const bool isFocusOut = event->type() == QEvent::FocusOut;
+  if (!isFocusOut && event->type() != QEvent::ShortcutOverride) return false;
+  auto* const box = qobject_cast<QLineEdit*>(object);
   if (box == nullptr || box->window() != &window_) return false;
-  const QKeySequence key(static_cast<QKeyEvent*>(event)->keyCombination());
-  // Filtered out and not accepted, the key goes on to the menu's shortcuts.
+  return isFocusOut ? KeepSelection(*box, static_cast<QFocusEvent&>(*event))
+                    : IsForMenu(static_cast<QKeyEvent&>(*event));
+}
+
+bool EditMenu::KeepSelection(QLineEdit& box, const QFocusEvent& event) {
+  if (event.reason() != Qt::MenuBarFocusReason) return false;
+  QFocusEvent toPopup(QEvent::FocusOut, Qt::PopupFocusReason);
+  QCoreApplication::sendEvent(&box, &toPopup);
+  return true;
+}
+
+bool EditMenu::IsForMenu(const QKeyEvent& event) const {
+  const QKeySequence key(event.keyCombination());
   return std::any_of(kItems.begin(), kItems.end(), [&](const char* name) {
     const QAction& item = Control<QAction>(window_, name);
     return item.isEnabled() && item.shortcut() == key;

@@ -4,6 +4,10 @@
 #include <QPointer>
 #include <QWidget>
 
+class QFocusEvent;
+class QKeyEvent;
+class QLineEdit;
+
 namespace editor {
 
 /// Cut, copy, paste and select-all on the text box that has the keyboard focus, with the system
@@ -34,6 +38,12 @@ class EditMenu : public QObject {
   class TextBox;
 
   QWidget* FocusedControl() const;
+  /// A text box drops its selection when the menu bar takes the focus, but not when a popup does:
+  /// turns the one into the other. Whether the event is dealt with.
+  static bool KeepSelection(QLineEdit& box, const QFocusEvent& event);
+  /// Whether a key belongs to an enabled item. Filtered out, and so not accepted, it goes on from
+  /// the text box, which would take it for itself, to the menu.
+  bool IsForMenu(const QKeyEvent& event) const;
 
   QWidget& window_;
   QPointer<QWidget> beforeMenuBar_;  // had the focus when the menu bar took it

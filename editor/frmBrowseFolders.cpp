@@ -46,6 +46,7 @@ frmBrowseFolders::frmBrowseFolders(QWidget& owner, platform::Desktop& desktop,
   Control<platform::FolderList>(*this, "Folders").OnOpen([this](const QString& folder) {
     Open(folder, windowTitle());
   });
+  Control<QWidget>(*this, "Folders").setFocus();
   OpenStart();
 }
 

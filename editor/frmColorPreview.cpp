@@ -85,6 +85,7 @@ frmColorPreview::frmColorPreview(QWidget& window) : QDialog(&window) {
   }
   auto& close = Control<QPushButton>(*this, "cdClose");
   close.setDefault(true);
+  close.setFocus();
   connect(&close, &QPushButton::clicked, this, &frmColorPreview::cdClose_Click);
 }
 

@@ -43,7 +43,6 @@ QTreeWidgetItem* NewItem(const QString& folder, const QIcon& icon) {
   auto* const item = new QTreeWidgetItem({NameOf(folder)});
   item->setData(0, kPathRole, folder);
   item->setIcon(0, icon);
-  item->setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicator);
   return item;
 }
 

@@ -27,6 +27,9 @@ class FolderList : public QTreeWidget {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  /// The tree is always open, so it shows no arrows to open it with.
+  void drawBranches(QPainter* /*painter*/, const QRect& /*rect*/,
+                    const QModelIndex& /*index*/) const override {}
 
  private:
   void Fill();

@@ -1,0 +1,50 @@
+#include <gtest/gtest.h>
+
+#include "tests/editor/fields_test.h"
+
+namespace editor {
+namespace {
+
+using Switches = FieldsTest;
+
+TEST_F(Switches, CheckAllAndClearAllActOnTheSixteenOnly) {
+  Open("[Main]\nuse_main_log=10\nuse_db=1\n");
+  const struct {
+    const char* button;
+    const char* number;
+  } cases[] = {{"cmdCheckAll", "15"}, {"cmdClearAll", "0"}, {"cmdClearAll", "0"}};
+  for (const auto& [button, number] : cases) {
+    Click(button);
+    Click("cmdSave");
+    for (const char* const key : {"use_main_log=", "use_logparser_log=", "use_templateparser_log=",
+                                  "use_customrank_log="}) {
+      EXPECT_TRUE(HasLine(std::string(key) + number)) << key;
+    }
+    EXPECT_TRUE(Checked("ckUseDatabase"));
+    EXPECT_FALSE(Checked("ckLimitKillTables"));
+  }
+}
+
+TEST_F(Switches, CustomRankingFieldsFollowTheSwitch) {
+  const auto enabled = [this] {
+    std::string digits;
+    for (const char* const name : {"lblCustRank1", "lblCustRank2", "txtCustomRankTemplate",
+                                   "txtCustomRankStart", "cmdBrowse5"}) {
+      digits += platform::Control<QWidget>(Window(), name).isEnabled() ? '1' : '0';
+    }
+    return digits;
+  };
+  Open("[Main]\nuse_cust_rank=1\ncust_rank_start=77\n");
+  EXPECT_EQ(enabled(), "11111");
+  Click("ckUseCustomRank");
+  EXPECT_EQ(enabled(), "00000");
+  EXPECT_EQ(Text("txtCustomRankStart"), "77");
+  Focus("ckUseCustomRank");
+  Press(Qt::Key_Space);
+  EXPECT_EQ(enabled(), "11111");
+  Open("");
+  EXPECT_EQ(enabled(), "00000");
+}
+
+}  // namespace
+}  // namespace editor
