@@ -14,6 +14,7 @@
 
 #include "platform/paths.h"
 #include "platform/qt_controls.h"
+#include "platform/qt_layout.h"
 #include "platform/qt_text_viewer.h"
 
 namespace platform {
@@ -108,6 +109,7 @@ void ViewTextFile(Desktop& desktop, QWidget* owner, const std::string& file) {
 Answer RealDesktop::ShowMessage(QWidget* owner, const QString& text, MessageStyle style,
                                 const QString& title) {
   QMessageBox box(owner);
+  GiveDialogFrame(box);
   box.setWindowTitle(title);
   box.setTextFormat(Qt::PlainText);
   box.setText(text);
@@ -126,6 +128,7 @@ Answer RealDesktop::ShowMessage(QWidget* owner, const QString& text, MessageStyl
 
 std::optional<int> RealDesktop::ChooseColor(QWidget* owner, int color) {
   QColorDialog dialog(ToQColor(color), owner);
+  GiveDialogFrame(dialog);
   dialog.setOption(QColorDialog::DontUseNativeDialog);  // some hide the custom colours
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return ToColorValue(dialog.selectedColor());

@@ -206,9 +206,13 @@ void BuildControls(QWidget& area, std::span<const ControlRow> rows) {
   }
 }
 
-void BuildFixedDialog(QDialog& dialog, int width, int height, std::span<const ControlRow> rows) {
+void GiveDialogFrame(QDialog& dialog) {
   dialog.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                         Qt::WindowCloseButtonHint);
+}
+
+void BuildFixedDialog(QDialog& dialog, int width, int height, std::span<const ControlRow> rows) {
+  GiveDialogFrame(dialog);
   dialog.setFixedSize(Pixels(width), Pixels(height));
   BuildControls(dialog, rows);
 }

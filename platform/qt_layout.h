@@ -117,6 +117,9 @@ inline constexpr int kColumnWidth = 1440;
 /// table built.
 void BuildControls(QWidget& area, std::span<const ControlRow> rows);
 
+/// Gives a dialog a frame that has a close box only. Call before it is shown.
+void GiveDialogFrame(QDialog& dialog);
+
 /// Gives a dialog its rows and the size of its client area in twips, which nobody can change; its
 /// frame has a close box only.
 void BuildFixedDialog(QDialog& dialog, int width, int height, std::span<const ControlRow> rows);
