@@ -135,6 +135,8 @@ void frmMain::ShowStatusBar(bool shown) {
 void frmMain::Form_Resize() {
   centralWidget()->setFixedSize(platform::Pixels(kWindowWidth - kFrameWidth),
                                 platform::Pixels(FixedHeight - kFrameHeight));
+  // At once: a window that changes its size after it was placed loses the room for its frame.
+  layout()->activate();
 }
 
 void frmMain::LinkColorButtons(const QString& frame, const QString& preview) {
