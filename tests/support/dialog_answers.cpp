@@ -26,7 +26,9 @@ bool DialogAnswers::eventFilter(QObject* watched, QEvent* event) {
 
 void DialogAnswers::Answer(QWidget& dialog) {
   const QPointer<QWidget> shown = &dialog;
-  if (actions_.empty()) {
+  if (actions_.empty() && otherwise_) {
+    otherwise_(dialog);
+  } else if (actions_.empty()) {
     ADD_FAILURE() << "A dialog nobody expected: " << dialog.windowTitle().toStdString();
   } else {
     const Action action = std::move(actions_.front());

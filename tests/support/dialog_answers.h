@@ -10,7 +10,7 @@ namespace support {
 
 /// Answers the real modal windows that open while it lives: each gets the next action, once it is
 /// shown. An action has to close its window. A window without an action is closed and fails the
-/// test, and so does an action without a window.
+/// test (see Otherwise), and so does an action without a window.
 class DialogAnswers : public QObject {
  public:
   using Action = std::function<void(QWidget& dialog)>;
@@ -20,6 +20,9 @@ class DialogAnswers : public QObject {
 
   void Then(Action action) { actions_.push_back(std::move(action)); }
 
+  /// What becomes of windows without an action of their own.
+  void Otherwise(Action action) { otherwise_ = std::move(action); }
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -27,6 +30,7 @@ class DialogAnswers : public QObject {
   void Answer(QWidget& dialog);
 
   std::deque<Action> actions_;
+  Action otherwise_;
 };
 
 }  // namespace support

@@ -2,15 +2,20 @@
 
 #include <gtest/gtest.h>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 
 #include <QSettings>
+#include <QString>
 #include <QTemporaryDir>
 
 #include "app/frmMain.h"
 #include "config/modIni.h"
 #include "tests/support/recorder_desktop.h"
+
+/// Lets GoogleTest print texts.
+inline void PrintTo(const QString& text, std::ostream* stream) { *stream << qPrintable(text); }
 
 namespace support {
 

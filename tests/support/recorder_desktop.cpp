@@ -15,6 +15,15 @@ T Next(std::deque<T>& queue, T otherwise) {
 
 }  // namespace
 
+void RecorderDesktop::Forget() {
+  messages.clear();
+  offeredColors.clear();
+  fileRequests.clear();
+  started.clear();
+  detached.clear();
+  urls.clear();
+}
+
 platform::Answer RecorderDesktop::ShowMessage(QWidget* /*owner*/, const QString& text,
                                               platform::MessageStyle style, const QString& title) {
   messages.push_back({text, style, title});

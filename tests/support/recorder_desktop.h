@@ -36,6 +36,9 @@ class RecorderDesktop : public platform::Desktop {
 
   std::function<void()> duringMessage;  // runs while a message box is open
 
+  /// Forgets what it was asked so far.
+  void Forget();
+
   platform::Answer ShowMessage(QWidget* owner, const QString& text, platform::MessageStyle style,
                                const QString& title) override;
   std::optional<int> ChooseColor(QWidget* owner, int color) override;

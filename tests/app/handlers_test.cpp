@@ -1,0 +1,318 @@
+#include <functional>
+#include <map>
+#include <string>
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include "platform/qt_controls.h"
+#include "tests/engine/engine_test.h"
+#include "tests/support/dialog_answers.h"
+
+namespace {
+
+using app::Activity;
+using platform::Control;
+
+/// A button or a menu item, and all that can be seen of what it does.
+struct Case {
+  const char* control;
+  const char* effect;
+  bool saves = false;      // covered by a save that goes on
+  bool startsRun = false;  // ignored while anything goes on
+};
+
+constexpr Case kCases[] = {
+    {"mnuFileOpen", ""},
+    {"cmdSave", "says Configuration Saved.", true},
+    {"mnuFileSave", "says Configuration Saved.", true},
+    {"cmdDefaults", "asks Restore Defaults, changes many fields, says Defaults Restored."},
+    {"mnuFileDefaults", "asks Restore Defaults, changes many fields, says Defaults Restored."},
+    {"mnuFilePrint", "starts notepad.exe /p morvane.cfg, says Configuration Saved.", true},
+    {"cmdMakeStats", "says Statistics Generated.", true, true},
+    {"mnuFileGenerate", "says Statistics Generated.", true, true},
+    {"cmdClose", "window=closed"},
+    {"mnuFileExit", "window=closed"},
+    {"mnuEditCut", "clipboard=b, selection=, txtSrcPath=ac"},
+    {"mnuEditCopy", "clipboard=b"},
+    {"mnuEditPaste", "selection=, txtSrcPath=aoldc"},
+    {"mnuEditSelectAll", "selection=abc"},
+    {"mnViewStatusBar", "height=363"},
+    {"mnuVuewMain", "says Main Settings."},
+    {"mnuViewLogs", "says Quake 3 Arena Logs"},
+    {"mnuViewGame", "says Qualifying Game Settings"},
+    {"mnuViewHTML", "says HTML Settings"},
+    {"mnuViewKillTables", "says Kill Table Settings"},
+    {"mnuViewTemplates", "says Template Lists"},
+    {"mnuViewUserVars", "says User Defined Variables"},
+    {"mnuViewAbout", "says Quillon's Vantorel"},
+    {"mnuViewLogCustRank", "starts notepad.exe custrank.log.txt"},
+    {"mnuViewLogMain", "starts notepad.exe morvane.log.txt"},
+    {"mnuViewLogLogParser", "starts notepad.exe logparser.log.txt"},
+    {"mnuViewLogTemplateParser", "starts notepad.exe templateparser.log.txt"},
+    {"mnuViewLogsDelete", "asks Message Logs, says Message Logs Deleted."},
+    {"mnuHelpQuickStart", "starts notepad.exe quickstart.txt"},
+    {"mnuHelpUpdate", "opens tallydesk/update.asp?ver=1.00"},
+    {"mnuHelpFeedback", "opens tallydesk/feedback.asp?from=vantrel3"},
+    {"mnuHelpBugs", "opens bugs/default.asp?from=vantrel3"},
+    {"mnuHelpQuillon", "opens default.asp?from=vantrel3"},
+    {"mnuHelpMorvaneHome", "opens morvane"},
+    {"mnuHelpAbout", "shows frmAbout"},
+    {"ckUseCustomRank",
+     "checks=1, txtCustomRankStart= (disabled), txtCustomRankTemplate= (disabled)"},
+    {"cmdCheckAll", "checks=17"},
+    {"cmdClearAll", "checks=1"},
+    {"cmdAddLog", "lstLogFiles=2, txtLogFilePath="},
+    {"cmdRemovelog", "lstLogFiles=0"},
+    {"cmdAddMainTemplate", "lstTemplates=2, txtTemplate="},
+    {"cmdRemoveMainTemplate", "lstTemplates=0"},
+    {"cmdAddMapTemplate", "lstMapTemplates=2, txtMapTemplate="},
+    {"cmdRemoveMapTemplate", "lstMapTemplates=0"},
+    {"cmdAddGameTemplate", "lstGameTemplates=2, txtGameTemplate="},
+    {"cmdRemoveGameTemplate", "lstGameTemplates=0"},
+    {"cmdAddUserVar", "lvwUserVars=2, txtValue=, txtVariable="},
+    {"cmdRemoveUserVar", "lvwUserVars=0"},
+    {"Command4", "chooses color, lvwHiliteLevels=2, txtMinHiliteLevel="},
+    {"cmdRemoveHiLiteLevel", "lvwHiliteLevels=0"},
+    {"cmdBrowse2", "shows frmBrowseFolders"},
+    {"cmdBrowse3", "shows frmBrowseFolders"},
+    {"cmdBrowse4", "shows frmBrowseFolders"},
+    {"cmdBrowse5", "chooses file Template Files (*.htmlt), txtCustomRankTemplate=/chosen"},
+    {"cmdLogFileBrowse", "chooses file Log Files (*.log) , txtLogFilePath=/chosen"},
+    {"cmdBkgndImageBrowse", "chooses file JPEG Files (*.jpg), txtBkgndImage=/chosen"},
+    {"cmdBrsTemplate", "chooses file Template Files (*.htmlt), txtTemplate=/chosen"},
+    {"cmdBrowseMaps", "chooses file Template Files (*.htmlt), txtMapTemplate=/chosen"},
+    {"cmdBrsGame", "chooses file Template Files (*.htmlt), txtGameTemplate=/chosen"},
+    {"cmdBrsGameList", "chooses file Template Files (*.htmlt), txtGameListTemplate=/chosen"},
+    {"cmdBrwsPlayers", "chooses file Template Files (*.htmlt), txtPLayerTemplate=/chosen"},
+    {"cmdBrowseLastGame", "chooses file Template Files (*.htmlt), txtLastGameTemplate=/chosen"},
+    {"cmdBrowseGameListLoop",
+     "chooses file Template Files (*.htmlt), txtGameListLoopTemplate=/chosen"},
+    {"cmdTextColor", "chooses color, cmdTextColor=1193046"},
+    {"cmdLinkColor", "chooses color, cmdLinkColor=1193046"},
+    {"cmdVLinkColor", "chooses color, cmdVLinkColor=1193046"},
+    {"cmdALinkColor", "chooses color, cmdALinkColor=1193046"},
+    {"cmdBGColor", "chooses color, cmdBGColor=1193046"},
+    {"cmdColumnColor(0)", "chooses color, cmdColumnColor(0)=1193046"},
+    {"cmdColumnColor(1)", "chooses color, cmdColumnColor(1)=1193046"},
+    {"cmdColumnColor(2)", "chooses color, cmdColumnColor(2)=1193046"},
+    {"cmdNameColor(0)", "chooses color, cmdNameColor(0)=1193046"},
+    {"cmdNameColor(1)", "chooses color, cmdNameColor(1)=1193046"},
+    {"cmdNameColor(2)", "chooses color, cmdNameColor(2)=1193046"},
+    {"cmdNameColor(3)", "chooses color, cmdNameColor(3)=1193046"},
+    {"cmdNameColor(4)", "chooses color, cmdNameColor(4)=1193046"},
+    {"cmdNameColor(5)", "chooses color, cmdNameColor(5)=1193046"},
+    {"cmdNameColor(6)", "chooses color, cmdNameColor(6)=1193046"},
+    {"cmdNameColor(7)", "chooses color, cmdNameColor(7)=1193046"},
+    {"cmdNameColor(8)", "chooses color, cmdNameColor(8)=1193046"},
+    {"cmdNameColor(9)", "chooses color, cmdNameColor(9)=1193046"},
+    {"cmdColorPreview", "shows frmColorPreview"},
+    {"cmdKillPreview", "shows frmColorPreview"},
+};
+
+/// What stands in the window's fields and on the clipboard, by name.
+std::map<QString, QString> Values(const app::frmMain& window) {
+  std::map<QString, QString> values;
+  for (const QLineEdit* box : window.findChildren<QLineEdit*>()) {
+    values[box->objectName()] = box->text() + (box->isEnabled() ? "" : " (disabled)");
+  }
+  for (const QListWidget* list : window.findChildren<QListWidget*>()) {
+    values[list->objectName()] = QString::number(list->count());
+  }
+  for (const QTreeWidget* list : window.findChildren<QTreeWidget*>()) {
+    values[list->objectName()] = QString::number(list->topLevelItemCount());
+  }
+  int checks = 0;
+  for (const QCheckBox* box : window.findChildren<QCheckBox*>()) checks += box->isChecked() ? 1 : 0;
+  values["checks"] = QString::number(checks);
+  for (const QPushButton* button : window.findChildren<QPushButton*>()) {
+    const QVariant color = button->property("BackColor");
+    if (color.isValid()) values[button->objectName()] = color.toString();
+  }
+  const auto& box = Control<QLineEdit>(window, "txtSrcPath");
+  if (box.isVisible()) values["selection"] = box.selectedText();
+  values["clipboard"] = QApplication::clipboard()->text();
+  values["window"] = window.isVisible() ? "open" : "closed";
+  values["height"] = QString::number(window.centralWidget()->minimumHeight());
+  return values;
+}
+
+QStringList Changes(const std::map<QString, QString>& before,
+                    const std::map<QString, QString>& after) {
+  QStringList changes;
+  for (const auto& [name, value] : after) {
+    const auto former = before.find(name);
+    if (former != before.end() && former->second != value) changes += name + "=" + value;
+  }
+  return changes;
+}
+
+class HandlersTest : public engine::EngineTest {
+ protected:
+  app::frmMain& PrepareWindow();
+  void BringToFront(app::frmMain& window, const char* control);
+  std::string EffectOf(app::frmMain& window, const char* control);
+
+ private:
+  void Press(app::frmMain& window, const char* control);
+  QStringList AskedOfTheDesktop();
+};
+
+/// A window in which every control has something to do.
+app::frmMain& HandlersTest::PrepareWindow() {
+  WriteFile("morvane.cfg",
+            "[Main]\nsrc_path=abc\nuse_cust_rank=1\nuse_main_log=1\n[Logs]\nnumber_of_logs="
+            "1\nlogpath0=a\n"
+            "[Kill Tables]\nhilite_levels=1\nhilite_level0=9\nhilite_color0=#000000\n[Templates]\n"
+            "main_templates_number=1\nmain_template0=a\nmap_templates_number=1\nmap_template0=a\n"
+            "game_templates_number=1\ngame_template0=a\n[User Vars]\nname=value\n");
+  for (const char* log : {"custrank", "logparser", "morvane", "templateparser"}) {
+    WriteFile(std::string(log) + ".log.txt", "");
+  }
+  app::frmMain& window = OpenWindow();
+  for (const char* entry : {"txtLogFilePath", "txtTemplate", "txtMapTemplate", "txtGameTemplate",
+                            "txtMinHiliteLevel", "txtVariable", "txtValue"}) {
+    Control<QLineEdit>(window, entry).setText("x");
+  }
+  for (QListWidget* list : window.findChildren<QListWidget*>()) list->setCurrentRow(0);
+  for (QTreeWidget* list : window.findChildren<QTreeWidget*>()) {
+    list->setCurrentItem(list->topLevelItem(0));
+  }
+  QApplication::clipboard()->setText("old");
+  return window;
+}
+
+/// Shows the tab that a control lies on, and selects a part of a text where it is a menu item.
+void HandlersTest::BringToFront(app::frmMain& window, const char* control) {
+  auto& tabs = Control<QTabWidget>(window, "SSTab1");
+  const auto* widget = window.findChild<QWidget*>(control);
+  for (int tab = 0; tab < tabs.count(); ++tab) {
+    if (tabs.widget(tab)->isAncestorOf(widget)) tabs.setCurrentIndex(tab);
+  }
+  if (widget != nullptr) return;
+  tabs.setCurrentIndex(0);
+  auto& box = Control<QLineEdit>(window, "txtSrcPath");
+  box.setFocus();
+  box.setSelection(1, 1);
+  tabs.setCurrentIndex(control == QLatin1String("mnuVuewMain") ? 1 : 0);
+}
+
+void HandlersTest::Press(app::frmMain& window, const char* control) {
+  if (window.findChild<QWidget*>(control) != nullptr) {
+    support::Click(window, control);
+  } else {
+    support::Choose(window, control);
+  }
+}
+
+QStringList HandlersTest::AskedOfTheDesktop() {
+  QStringList asked;
+  for (const auto& message : desktop.messages) asked += "asks " + message.title;
+  for (const auto& request : desktop.fileRequests)
+    asked += "chooses file " + request.filter.section('|', 0, 0);
+  if (!desktop.offeredColors.empty()) asked += "chooses color";
+  for (const std::string& text : desktop.detached) {
+    const QString command = QString::fromStdString(text);
+    asked += "starts " + command.section(' ', 0, -2) + " " + command.section('\\', -1).chopped(1);
+  }
+  for (const QString& url : desktop.urls) asked += "opens " + url.section('/', 3);
+  return asked;
+}
+
+/// Presses a control and tells what came of it.
+std::string HandlersTest::EffectOf(app::frmMain& window, const char* control) {
+  desktop.Forget();
+  desktop.answers = {platform::Answer::kYes};
+  desktop.colors = {0x123456};
+  desktop.files = {"/chosen"};
+  QStringList effect;
+  support::DialogAnswers dialogs;
+  dialogs.Otherwise([&effect](QWidget& dialog) {
+    effect += "shows " + dialog.objectName();
+    dialog.close();
+  });
+  BringToFront(window, control);
+  window.SetStatus("");
+  const std::map<QString, QString> before = Values(window);
+  Press(window, control);
+  effect += AskedOfTheDesktop();
+  const QStringList changes = Changes(before, Values(window));
+  constexpr int kMany = 10;
+  effect += changes.size() < kMany ? changes : QStringList("changes many fields");
+  const QString status = support::StatusText(window);
+  if (!status.isEmpty()) effect += "says " + status;
+  return effect.join(", ").toStdString();
+}
+
+/// Does something once, in an event of its own, while the window is in the middle of something.
+void During(app::frmMain& window, Activity activity, std::function<void()> action) {
+  auto* timer = new QTimer(&window);
+  QObject::connect(timer, &QTimer::timeout, &window,
+                   [&window, timer, activity, action = std::move(action)] {
+                     if (window.CurrentActivity() != activity) return;
+                     timer->stop();
+                     action();
+                   });
+  timer->start(0);
+}
+
+TEST_F(HandlersTest, EveryButtonAndMenuItemStandsInTheTable) {
+  const app::frmMain& window = OpenWindow();
+  QStringList missing;
+  for (const QPushButton* button : window.centralWidget()->findChildren<QPushButton*>()) {
+    missing += button->objectName();
+  }
+  for (const QAction* item : window.findChildren<QAction*>()) {
+    if (!item->isSeparator()) missing += item->objectName();
+  }
+  for (const Case& test : kCases) missing.removeAll(test.control);
+  missing.removeAll("");
+  EXPECT_TRUE(missing.isEmpty()) << qPrintable(missing.join(' '));
+}
+
+TEST_F(HandlersTest, EachDoesItsWork) {
+  WriteEngine("exit 0");
+  for (const Case& test : kCases) {
+    EXPECT_EQ(EffectOf(PrepareWindow(), test.control), test.effect) << test.control;
+  }
+}
+
+TEST_F(HandlersTest, EachDoesItsWorkWhileTheEngineRuns) {
+  WriteEngine(WaitForTest());
+  for (const Case& test : kCases) {
+    app::frmMain& window = PrepareWindow();
+    std::string effect = "not pressed";
+    During(window, Activity::kRunning, [&] {
+      effect = EffectOf(window, test.control);
+      EXPECT_TRUE(desktop.started.empty()) << test.control;
+      LetEngineEnd();
+    });
+    support::Click(window, "cmdMakeStats");
+    EXPECT_EQ(effect, test.startsRun ? "" : test.effect) << test.control;
+    EXPECT_EQ(support::StatusText(window), "Statistics Generated.") << test.control;
+  }
+}
+
+TEST_F(HandlersTest, EachDoesItsWorkWhileTheSettingsAreSaved) {
+  WriteEngine("exit 0");
+  for (const Case& test : kCases) {
+    app::frmMain& window = PrepareWindow();
+    std::string effect = "not pressed";
+    During(window, Activity::kSaving, [&] { effect = EffectOf(window, test.control); });
+    support::Click(window, "cmdSave");
+    EXPECT_EQ(effect, test.saves || test.startsRun ? "" : test.effect) << test.control;
+    EXPECT_EQ(support::StatusText(window), "Configuration Saved.") << test.control;
+    EXPECT_TRUE(desktop.started.empty()) << test.control;
+  }
+}
+
+}  // namespace
