@@ -29,14 +29,17 @@ constexpr double kTextPoints = 10;
 constexpr double kSmallCapitalsScale = 1.17;
 constexpr int kSmallCapitalsStretch = 88;  // per cent
 
+bool HasCopperplate() {
+  static const bool has = QFontDatabase::hasFamily(Families(FontFace::kCopperplate).first());
+  return has;
+}
+
 }  // namespace
 
 QFont MakeFont(const FontSpec& spec) {
-  const QStringList families = Families(spec.face);
-  const bool smallCapitals =
-      spec.face == FontFace::kCopperplate && !QFontDatabase::hasFamily(families.first());
+  const bool smallCapitals = spec.face == FontFace::kCopperplate && !HasCopperplate();
   const bool adjusted = smallCapitals && spec.points < kTextPoints;
-  QFont font(families);
+  QFont font(Families(spec.face));
   font.setPixelSize(qRound(spec.points * 96 / 72 * (adjusted ? kSmallCapitalsScale : 1)));
   font.setWeight(spec.weight);
   // Said for every font, or a field would take these over from the frame that it lies in.

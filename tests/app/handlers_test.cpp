@@ -119,6 +119,12 @@ constexpr Case kCases[] = {
     {"cmdKillPreview", "shows frmColorPreview"},
 };
 
+/// The members of a control array share one handler; this is all but the first.
+bool IsLaterMember(const Case& test) {
+  const QString name = test.control;
+  return name.contains('(') && !name.endsWith("(0)");
+}
+
 /// What stands in the window's fields and on the clipboard, by name.
 std::map<QString, QString> Values(const app::frmMain& window) {
   std::map<QString, QString> values;
@@ -289,6 +295,7 @@ TEST_F(HandlersTest, EachDoesItsWork) {
 TEST_F(HandlersTest, EachDoesItsWorkWhileTheEngineRuns) {
   WriteEngine(WaitForTest());
   for (const Case& test : kCases) {
+    if (IsLaterMember(test)) continue;
     app::frmMain& window = PrepareWindow();
     std::string effect = "not pressed";
     During(window, Activity::kRunning, [&] {
@@ -305,6 +312,7 @@ TEST_F(HandlersTest, EachDoesItsWorkWhileTheEngineRuns) {
 TEST_F(HandlersTest, EachDoesItsWorkWhileTheSettingsAreSaved) {
   WriteEngine("exit 0");
   for (const Case& test : kCases) {
+    if (IsLaterMember(test)) continue;
     app::frmMain& window = PrepareWindow();
     std::string effect = "not pressed";
     During(window, Activity::kSaving, [&] { effect = EffectOf(window, test.control); });
