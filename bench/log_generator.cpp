@@ -41,19 +41,19 @@ struct Weapon {
   const char* name;
 };
 
-constexpr Weapon kWeapons[] = {{6, "ROCKET"},     {7, "ROCKET_SPLASH"}, {10, "RAILGUN"},
-                               {11, "LIGHTNING"}, {1, "SHOTGUN"},       {8, "PLASMA"},
-                               {9, "PLASMA_SPLASH"}, {3, "MACHINEGUN"}, {5, "GRENADE_SPLASH"},
-                               {2, "GAUNTLET"},   {18, "TELEFRAG"},     {12, "BFG"}};
+constexpr Weapon kWeapons[] = {{6, "ROCKET"},        {7, "ROCKET_SPLASH"}, {10, "RAILGUN"},
+                               {11, "LIGHTNING"},    {1, "SHOTGUN"},       {8, "PLASMA"},
+                               {9, "PLASMA_SPLASH"}, {3, "MACHINEGUN"},    {5, "GRENADE_SPLASH"},
+                               {2, "GAUNTLET"},      {18, "TELEFRAG"},     {12, "BFG"}};
 constexpr Weapon kWorldDeaths[] = {{22, "TRIGGER_HURT"}, {19, "FALLING"}, {16, "LAVA"}};
 constexpr Weapon kOwnDeaths[] = {{7, "ROCKET_SPLASH"}, {5, "GRENADE_SPLASH"}};
 
 constexpr const char* kItems[] = {
-    "item_armor_shard",     "item_armor_shard",      "item_armor_shard",   "item_health",
-    "item_health_large",    "item_health_small",     "weapon_shotgun",     "ammo_shells",
-    "weapon_rocketlauncher", "ammo_rockets",         "weapon_railgun",     "ammo_slugs",
-    "weapon_plasmagun",     "ammo_cells",            "weapon_lightning",   "ammo_lightning",
-    "item_armor_combat",    "item_armor_body",       "item_health_mega",   "item_quad",
+    "item_armor_shard",       "item_armor_shard",  "item_armor_shard", "item_health",
+    "item_health_large",      "item_health_small", "weapon_shotgun",   "ammo_shells",
+    "weapon_rocketlauncher",  "ammo_rockets",      "weapon_railgun",   "ammo_slugs",
+    "weapon_plasmagun",       "ammo_cells",        "weapon_lightning", "ammo_lightning",
+    "item_armor_combat",      "item_armor_body",   "item_health_mega", "item_quad",
     "weapon_grenadelauncher", "holdable_medkit"};
 
 struct Place {
@@ -61,30 +61,35 @@ struct Place {
   Type type;
 };
 
-constexpr Place kPlaces[] = {{"q3dm17", kFreeForAll},  {"q3dm6", kFreeForAll},
-                             {"q3tourney2", kTournament}, {"q3dm7", kTeamDeathmatch},
-                             {"Q3CTF4", kCaptureTheFlag}, {"q3dm13", kFreeForAll},
-                             {"q3tourney4", kTournament}, {"q3ctf1", kCaptureTheFlag},
-                             {"q3dm17", kTeamDeathmatch}};
+constexpr Place kPlaces[] = {
+    {"q3dm17", kFreeForAll},     {"q3dm6", kFreeForAll},      {"q3tourney2", kTournament},
+    {"q3dm7", kTeamDeathmatch},  {"Q3CTF4", kCaptureTheFlag}, {"q3dm13", kFreeForAll},
+    {"q3tourney4", kTournament}, {"q3ctf1", kCaptureTheFlag}, {"q3dm17", kTeamDeathmatch}};
 
-constexpr const char* kTalk[] = {"gg", "nice shot", "lag...", "lol", "one more map?", "brb",
-                                 "who has the quad?", "^1r^2a^3i^4l^7 only!", "that was <close>"};
+constexpr const char* kTalk[] = {"gg",
+                                 "nice shot",
+                                 "lag...",
+                                 "lol",
+                                 "one more map?",
+                                 "brb",
+                                 "who has the quad?",
+                                 "^1r^2a^3i^4l^7 only!",
+                                 "that was <close>"};
 
 struct Person {
   const char* name;
-  double skill;   // 1: average
-  double comes;   // on an evening
+  double skill;        // 1: average
+  double comes;        // on an evening
   std::size_t weapon;  // index of the favourite
 };
 
-constexpr Person kPeople[] = {
-    {"^1Karm^7ina", 1.75, 0.92, 2},   {"Halbert", 1.45, 0.95, 0},
-    {"^4o^5z^6o^2n", 1.35, 0.9, 3},   {"[VX]^3Mirel", 1.2, 0.85, 1},
-    {"^2pond^0frog", 1.05, 0.9, 4},   {"Tarnished Tim", 0.95, 0.88, 0},
-    {"^6Lun^7ette", 0.9, 0.85, 5},    {"b<o>lt & nut", 0.85, 0.8, 2},
-    {"^5Ingrid", 0.75, 0.9, 7},       {"Slow\xE9", 0.6, 0.85, 8},
-    {"^3drop^1bear", 1.1, 0.3, 1},    {"Passer-by", 0.7, 0.12, 7},
-    {"^7Old ^1Hand", 1.6, 0.2, 2}};
+constexpr Person kPeople[] = {{"^1Karm^7ina", 1.75, 0.92, 2}, {"Halbert", 1.45, 0.95, 0},
+                              {"^4o^5z^6o^2n", 1.35, 0.9, 3}, {"[VX]^3Mirel", 1.2, 0.85, 1},
+                              {"^2pond^0frog", 1.05, 0.9, 4}, {"Tarnished Tim", 0.95, 0.88, 0},
+                              {"^6Lun^7ette", 0.9, 0.85, 5},  {"b<o>lt & nut", 0.85, 0.8, 2},
+                              {"^5Ingrid", 0.75, 0.9, 7},     {"Slow\xE9", 0.6, 0.85, 8},
+                              {"^3drop^1bear", 1.1, 0.3, 1},  {"Passer-by", 0.7, 0.12, 7},
+                              {"^7Old ^1Hand", 1.6, 0.2, 2}};
 
 struct Client {
   const Person* person = nullptr;
@@ -165,10 +170,11 @@ int Server::PlayEvening() {
 
 void Server::Init(const Place& place) {
   Separator();
-  Line("InitGame: \\sv_hostname\\The Cellar\\g_gametype\\%d\\sv_maxclients\\12\\fraglimit\\%d"
-       "\\timelimit\\15\\capturelimit\\%d\\version\\ioq3 1.36\\protocol\\68\\mapname\\%s"
-       "\\gamename\\baseq3\\g_needpass\\0",
-       static_cast<int>(place.type), kFragLimit, kCaptureLimit, place.map);
+  Line(
+      "InitGame: \\sv_hostname\\The Cellar\\g_gametype\\%d\\sv_maxclients\\12\\fraglimit\\%d"
+      "\\timelimit\\15\\capturelimit\\%d\\version\\ioq3 1.36\\protocol\\68\\mapname\\%s"
+      "\\gamename\\baseq3\\g_needpass\\0",
+      static_cast<int>(place.type), kFragLimit, kCaptureLimit, place.map);
   gameStart_ = now_;
   teamScores_ = {};
 }
@@ -221,9 +227,10 @@ void Server::Join(std::size_t slot, const Place& place) {
   if (inTeams) client.team = 1 + static_cast<int>(slot % 2);
   client.score = 0;
   Line("ClientConnect: %d", id);
-  Line("ClientUserinfoChanged: %d n\\%s\\t\\%d\\model\\sarge\\hmodel\\sarge\\c1\\4\\c2\\5"
-       "\\hc\\100\\w\\0\\l\\0\\tt\\0\\tl\\0",
-       id, client.person->name, client.team);
+  Line(
+      "ClientUserinfoChanged: %d n\\%s\\t\\%d\\model\\sarge\\hmodel\\sarge\\c1\\4\\c2\\5"
+      "\\hc\\100\\w\\0\\l\\0\\tt\\0\\tl\\0",
+      id, client.person->name, client.team);
   Line("ClientBegin: %d", id);
 }
 
@@ -312,9 +319,8 @@ void Server::OwnMistake(std::size_t slot) {
 }
 
 void Server::Kill(std::size_t killer, std::size_t victim, const Weapon& weapon) {
-  Line("Kill: %d %d %d: %s killed %s by MOD_%s", static_cast<int>(killer),
-       static_cast<int>(victim), weapon.number, clients_[killer].person->name,
-       clients_[victim].person->name, weapon.name);
+  Line("Kill: %d %d %d: %s killed %s by MOD_%s", static_cast<int>(killer), static_cast<int>(victim),
+       weapon.number, clients_[killer].person->name, clients_[victim].person->name, weapon.name);
 }
 
 void Server::TakeItems() {

@@ -25,10 +25,10 @@ struct OpenLog {
 
   LogFile file;
   MappedFile mapped;
-  std::size_t begin = 0;      // what lies before is known
+  std::size_t begin = 0;  // what lies before is known
   std::size_t linesBefore = 0;
-  StoredLog stored;           // where there is a database
-  bool grown = false;         // the games before `begin` stay
+  StoredLog stored;    // where there is a database
+  bool grown = false;  // the games before `begin` stay
   ParsedLog parsed;
 };
 
@@ -237,11 +237,10 @@ void Store::Keep(OpenLog& log) {
   }
   database_.AddGames(log.stored.id, fresh.games);
   const std::string_view bytes = log.mapped.Bytes();
-  database_.UpdateLog({log.stored.id, static_cast<std::int64_t>(bytes.size()),
-                       log.mapped.LastChange(), Digest(bytes),
-                       static_cast<std::int64_t>(log.begin + log.parsed.resumeAt),
-                       static_cast<std::int64_t>(log.linesBefore + log.parsed.resumeLine),
-                       log.parsed.openAtEnd});
+  database_.UpdateLog(
+      {log.stored.id, static_cast<std::int64_t>(bytes.size()), log.mapped.LastChange(),
+       Digest(bytes), static_cast<std::int64_t>(log.begin + log.parsed.resumeAt),
+       static_cast<std::int64_t>(log.linesBefore + log.parsed.resumeLine), log.parsed.openAtEnd});
 }
 
 /// The log at a known path is another than it was: either changed, then its games are replaced, or
@@ -273,7 +272,8 @@ bool Store::IsSameLog(std::int64_t log, const std::vector<Game>& games) {
   constexpr std::size_t kMostCompared = 16;
   for (std::size_t i = 0; i < std::min(stored.size(), kMostCompared); ++i) {
     const Game old = database_.ReadGame(stored[i].id);
-    const auto end = games.begin() + static_cast<std::ptrdiff_t>(std::min(games.size(), kMostCompared));
+    const auto end =
+        games.begin() + static_cast<std::ptrdiff_t>(std::min(games.size(), kMostCompared));
     if (std::any_of(games.begin(), end, [&](const Game& game) { return IsSimilar(old, game); })) {
       return true;
     }
@@ -309,7 +309,8 @@ Collected CollectGames(const Settings& settings, Messages& messages) {
       return Store(settings, messages).Collect(logs);
     } catch (const DatabaseError& error) {
       messages.Severe(Log::kMain, std::string("the database cannot be used, the logs are read "
-                                              "without it: ") + error.what());
+                                              "without it: ") +
+                                      error.what());
     }
   }
   return CollectFromLogs(settings, messages);

@@ -1,8 +1,7 @@
 #include "morvane/database.h"
 
-#include <sqlite3.h>
-
 #include <filesystem>
+#include <sqlite3.h>
 #include <system_error>
 #include <utility>
 

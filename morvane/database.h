@@ -23,12 +23,12 @@ class DatabaseError : public std::runtime_error {
 /// What a database knows of a log that was read.
 struct StoredLog {
   std::int64_t id = 0;
-  std::int64_t size = 0;         ///< bytes
-  std::int64_t changed = 0;      ///< nanoseconds since 1970
-  std::uint64_t digest = 0;      ///< of all its bytes
-  std::int64_t resumeAt = 0;     ///< where to read on, in bytes, see ParsedLog
+  std::int64_t size = 0;      ///< bytes
+  std::int64_t changed = 0;   ///< nanoseconds since 1970
+  std::uint64_t digest = 0;   ///< of all its bytes
+  std::int64_t resumeAt = 0;  ///< where to read on, in bytes, see ParsedLog
   std::int64_t resumeLine = 0;
-  bool openAtEnd = false;        ///< its last game was not over
+  bool openAtEnd = false;  ///< its last game was not over
 };
 
 /// Games of a log in a database.

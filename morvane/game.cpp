@@ -10,11 +10,11 @@ namespace {
 
 // In the order of the base game's numbers. GRAPPLE is 23 there and 28 in the mission pack.
 constexpr std::array<std::string_view, 29> kMeans = {
-    "UNKNOWN",        "SHOTGUN", "GAUNTLET",  "MACHINEGUN",     "GRENADE",      "GRENADE_SPLASH",
-    "ROCKET",         "ROCKET_SPLASH", "PLASMA", "PLASMA_SPLASH", "RAILGUN",    "LIGHTNING",
-    "BFG",            "BFG_SPLASH", "WATER",  "SLIME",          "LAVA",         "CRUSH",
-    "TELEFRAG",       "FALLING", "SUICIDE",   "TARGET_LASER",   "TRIGGER_HURT", "NAIL",
-    "CHAINGUN",       "PROXIMITY_MINE", "KAMIKAZE", "JUICED",   "GRAPPLE"};
+    "UNKNOWN",  "SHOTGUN",        "GAUNTLET", "MACHINEGUN",    "GRENADE",      "GRENADE_SPLASH",
+    "ROCKET",   "ROCKET_SPLASH",  "PLASMA",   "PLASMA_SPLASH", "RAILGUN",      "LIGHTNING",
+    "BFG",      "BFG_SPLASH",     "WATER",    "SLIME",         "LAVA",         "CRUSH",
+    "TELEFRAG", "FALLING",        "SUICIDE",  "TARGET_LASER",  "TRIGGER_HURT", "NAIL",
+    "CHAINGUN", "PROXIMITY_MINE", "KAMIKAZE", "JUICED",        "GRAPPLE"};
 
 struct Title {
   std::string_view name;
@@ -46,8 +46,8 @@ constexpr Title kItemTitles[] = {{"weapon_rocketlauncher", "Rocket launcher"},
 
 template <std::size_t N>
 std::string_view FindTitle(const Title (&titles)[N], std::string_view name) {
-  const auto* found =
-      std::find_if(std::begin(titles), std::end(titles), [&](const Title& t) { return t.name == name; });
+  const auto* found = std::find_if(std::begin(titles), std::end(titles),
+                                   [&](const Title& t) { return t.name == name; });
   return found == std::end(titles) ? std::string_view() : found->title;
 }
 
@@ -78,16 +78,17 @@ std::string Sentence(std::string_view name) {
 
 const Pair* FindPair(const std::vector<Pair>& pairs, std::uint32_t killer, std::uint32_t victim) {
   const auto key = std::tuple(killer, victim);
-  const auto found = std::lower_bound(
-      pairs.begin(), pairs.end(), key,
-      [](const Pair& pair, const auto& wanted) { return std::tie(pair.killer, pair.victim) < wanted; });
+  const auto found =
+      std::lower_bound(pairs.begin(), pairs.end(), key, [](const Pair& pair, const auto& wanted) {
+        return std::tie(pair.killer, pair.victim) < wanted;
+      });
   const bool exact = found != pairs.end() && std::tie(found->killer, found->victim) == key;
   return exact ? &*found : nullptr;
 }
 
 std::string GameTypeName(int type) {
   static constexpr std::array<std::string_view, 8> kTypes = {
-      "Free for all", "Tournament",       "Single player", "Team deathmatch",
+      "Free for all",     "Tournament",   "Single player", "Team deathmatch",
       "Capture the flag", "One flag CTF", "Overload",      "Harvester"};
   if (type >= 0 && static_cast<std::size_t>(type) < kTypes.size()) {
     return std::string(kTypes[static_cast<std::size_t>(type)]);

@@ -40,15 +40,15 @@ struct Figures {
   std::uint32_t teamKills = 0;
   std::uint32_t worldDeaths = 0;
   std::int32_t score = 0;
-  std::uint32_t seconds = 0;  ///< time played
+  std::uint32_t seconds = 0;      ///< time played
   std::uint32_t killStreak = 0;   ///< longest row of frags without a death, within one game
   std::uint32_t deathStreak = 0;  ///< longest row of deaths without a frag, within one game
   std::uint32_t items = 0;        ///< items taken
   std::uint16_t favouriteWeapon = kNoWeapon;  ///< the one with most kills
-  Rival nemesis;          ///< who killed this one most often
-  Rival favouriteVictim;  ///< whom this one killed most often
-  std::vector<WeaponUse> weapons;     ///< most kills first, then most deaths
-  std::vector<ItemCount> itemCounts;  ///< most first
+  Rival nemesis;                              ///< who killed this one most often
+  Rival favouriteVictim;                      ///< whom this one killed most often
+  std::vector<WeaponUse> weapons;             ///< most kills first, then most deaths
+  std::vector<ItemCount> itemCounts;          ///< most first
 };
 
 /// How often one killed another; killer and victim are indices into the list beside it.
@@ -64,17 +64,17 @@ const Pair* FindPair(const std::vector<Pair>& pairs, std::uint32_t killer, std::
 
 /// One client in one game. Who comes back under the same name goes on as the same entrant.
 struct Entrant {
-  std::string name;  ///< bytes of the log, as last used in the game; see names.h
+  std::string name;                ///< bytes of the log, as last used in the game; see names.h
   std::uint32_t player = kNobody;  ///< index into Statistics::players
   Team team = Team::kFree;         ///< the last one played in
   std::uint32_t place = 0;  ///< 1 is best, equal scores share it; who left comes after who stayed
   bool stayed = false;      ///< to the end of the game; true for all in one that is broken off
   bool winner = false;      ///< place 1, or in team games of the winning team at the end
-  Figures figures;                 ///< rivals are indices into the game's entrants
+  Figures figures;          ///< rivals are indices into the game's entrants
 };
 
-/// From `second` on the lead is `leader`'s: an index into the game's entrants, in team games a Team.
-/// kNobody: more than one leads. `score` is what the leader stands at then, by the frags.
+/// From `second` on the lead is `leader`'s: an index into the game's entrants, in team games a
+/// Team. kNobody: more than one leads. `score` is what the leader stands at then, by the frags.
 struct LeadChange {
   std::uint32_t second = 0;  ///< since the start of the game
   std::uint32_t leader = kNobody;
@@ -92,20 +92,20 @@ struct KillEvent {
 
 /// One game of a log.
 struct Game {
-  std::string map;  ///< as the log writes it
-  int type = 0;     ///< g_gametype
-  std::int64_t start = 0;  ///< seconds since 1970, reckoned back from the log's time of change;
-                           ///< 0: not known
+  std::string map;           ///< as the log writes it
+  int type = 0;              ///< g_gametype
+  std::int64_t start = 0;    ///< seconds since 1970, reckoned back from the log's time of change;
+                             ///< 0: not known
   std::uint32_t length = 0;  ///< seconds
   bool timed = false;        ///< the log has stamps; without them `length` says nothing
   bool warmup = false;
-  bool complete = false;     ///< has an Exit
-  std::string exitReason;    ///< "Timelimit", "Fraglimit", ...: the Exit's text without " hit."
+  bool complete = false;   ///< has an Exit
+  std::string exitReason;  ///< "Timelimit", "Fraglimit", ...: the Exit's text without " hit."
   bool hasTeamScores = false;
   std::int32_t redScore = 0;
   std::int32_t blueScore = 0;
-  std::uint32_t kills = 0;   ///< kills of every kind, own ones and the world's included
-  std::uint32_t frags = 0;   ///< kills of opponents
+  std::uint32_t kills = 0;        ///< kills of every kind, own ones and the world's included
+  std::uint32_t frags = 0;        ///< kills of opponents
   std::vector<Entrant> entrants;  ///< who played, best place first; who only looked on is none
   std::vector<Pair> pairs;        ///< sorted by killer, then victim
   std::vector<LeadChange> lead;

@@ -165,7 +165,8 @@ std::uint32_t GameBuilder::EntrantIn(std::size_t slot) {
 }
 
 std::uint32_t GameBuilder::EntrantNamed(std::string_view name) {
-  if (const auto found = left_.find(PlayerKey(name)); found != left_.end() && !found->second.empty()) {
+  if (const auto found = left_.find(PlayerKey(name));
+      found != left_.end() && !found->second.empty()) {
     const std::uint32_t entrant = found->second.back();
     found->second.pop_back();
     game_.entrants[entrant].name = name;

@@ -114,9 +114,8 @@ void WalkFigures(Stream& stream, Figures& f) {
 
 template <class Stream, class Game>
 void WalkGame(Stream& stream, Game& game) {
-  Each(stream, game.map, game.type, game.start, game.length, game.timed, game.warmup,
-       game.complete, game.exitReason, game.hasTeamScores, game.redScore, game.blueScore,
-       game.kills, game.frags);
+  Each(stream, game.map, game.type, game.start, game.length, game.timed, game.warmup, game.complete,
+       game.exitReason, game.hasTeamScores, game.redScore, game.blueScore, game.kills, game.frags);
   stream.Count(game.entrants);
   for (auto& entrant : game.entrants) {
     Each(stream, entrant.name, entrant.team, entrant.place, entrant.stayed, entrant.winner);
@@ -150,10 +149,10 @@ bool HasValidIndices(const Game& game, std::size_t weapons, std::size_t items) {
            std::ranges::all_of(f.weapons, [&](const auto& use) { return use.weapon < weapons; }) &&
            std::ranges::all_of(f.itemCounts, [&](const auto& i) { return i.item < items; });
   };
-  return std::ranges::all_of(game.entrants, isFine) &&
-         std::ranges::all_of(game.lead, isLeader) &&
+  return std::ranges::all_of(game.entrants, isFine) && std::ranges::all_of(game.lead, isLeader) &&
          std::ranges::all_of(
-             game.pairs, [&](const Pair& p) { return isEntrant(p.killer) && isEntrant(p.victim); }) &&
+             game.pairs,
+             [&](const Pair& p) { return isEntrant(p.killer) && isEntrant(p.victim); }) &&
          std::ranges::all_of(game.events, [&](const KillEvent& e) {
            return isEntrant(e.victim) && e.weapon < weapons &&
                   (e.killer == KillEvent::kWorld || isEntrant(e.killer));

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "config/text.h"
+#include "morvane/figures.h"
 #include "morvane/game_builder.h"
 #include "morvane/log_line.h"
 
@@ -58,7 +59,8 @@ bool TakePair(std::string_view& text, std::string_view& key, std::string_view& v
 constexpr std::array<bool, 256> kIsWordCharacter = [] {
   std::array<bool, 256> table{};
   for (std::size_t c = 0; c < table.size(); ++c) {
-    table[c] = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
+    table[c] =
+        (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
   }
   return table;
 }();
@@ -93,7 +95,8 @@ Team TeamFrom(std::string_view value) {
 
 class Parser {
  public:
-  Parser(std::string_view log, bool keepEvents) : reader_(log), game_(keepEvents), size_(log.size()) {}
+  Parser(std::string_view log, bool keepEvents)
+      : reader_(log), game_(keepEvents), size_(log.size()) {}
 
   ParsedLog Run();
 
@@ -294,17 +297,14 @@ void Parser::Damaged(std::string_view what) {
   ++log_.skipped;
   ++log_.damaged;
   if (log_.notes.size() >= ParsedLog::kMostNotes) return;
-  log_.notes.push_back(
-      {reader_.LineNumber(), "damaged " + std::string(what) + " line, skipped"});
+  log_.notes.push_back({reader_.LineNumber(), "damaged " + std::string(what) + " line, skipped"});
 }
 
 void RenumberFigures(Figures& figures, const std::vector<std::uint16_t>& weapons,
                      const std::vector<std::uint16_t>& items) {
   for (WeaponUse& use : figures.weapons) use.weapon = weapons[use.weapon];
   for (ItemCount& count : figures.itemCounts) count.item = items[count.item];
-  if (figures.favouriteWeapon != kNoWeapon) {
-    figures.favouriteWeapon = weapons[figures.favouriteWeapon];
-  }
+  SettleFigures(figures);  // the numbers decide between equals
 }
 
 std::vector<std::uint16_t> NewNumbers(const Names& from, Names& to) {

@@ -1,11 +1,10 @@
 #include "morvane/mapped_file.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <cerrno>
 #include <utility>
 
 namespace morvane {
@@ -37,7 +36,7 @@ std::error_code LastError() { return {errno, std::generic_category()}; }
 
 MappedFile::MappedFile(const std::filesystem::path& path) {
   const Handle file(path);
-  struct stat state{};
+  struct stat state {};
   if (file.Number() < 0 || fstat(file.Number(), &state) != 0) {
     error_ = LastError();
     return;

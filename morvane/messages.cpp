@@ -1,9 +1,8 @@
 #include "morvane/messages.h"
 
-#include <unistd.h>
-
 #include <chrono>
 #include <ctime>
+#include <unistd.h>
 #include <utility>
 
 #include "config/text.h"
@@ -119,7 +118,8 @@ void Messages::Progress(std::string_view what, std::size_t done, std::size_t all
   }
   shown_ = now;
   progressOn_ = true;
-  const auto percent = static_cast<int>(100.0 * static_cast<double>(done) / static_cast<double>(all));
+  const auto percent =
+      static_cast<int>(100.0 * static_cast<double>(done) / static_cast<double>(all));
   Put(stdout, "\r\033[K" + Harmless(what) + " " + std::to_string(percent) + "%");
 }
 

@@ -15,7 +15,7 @@ struct Message {
   Log log = Log::kMain;
   bool severe = false;
   std::string text;
-  std::string file;  ///< empty: none
+  std::string file;      ///< empty: none
   std::size_t line = 0;  ///< from 1; 0: the whole file
 };
 

@@ -1,10 +1,9 @@
 #include "morvane/ranking.h"
 
-#include <muParser.h>
-
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <muParser.h>
 #include <numeric>
 #include <system_error>
 #include <utility>
@@ -30,7 +29,8 @@ std::vector<fs::path> RulePlaces(const Settings& settings) {
   const fs::path name = platform::SystemPath(settings.custRankTemplate);
   std::vector<fs::path> places = {fs::path(settings.sourcePath) / name,
                                   fs::path(settings.directory) / name};
-  if (!name.has_extension()) places.push_back(fs::path(settings.sourcePath) / (name.string() + ".htmlt"));
+  if (!name.has_extension())
+    places.push_back(fs::path(settings.sourcePath) / (name.string() + ".htmlt"));
   return places;
 }
 

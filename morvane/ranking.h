@@ -23,13 +23,13 @@ class Ranking {
  public:
   /// What a rule may name.
   struct RuleVariables {
-    double rank = 0;     ///< the player's own, before the event
-    double other = 0;    ///< the opponent's; at the end of a game the mean of all the others'; where
-                         ///< there is no opponent the player's own
-    double mod = 0;      ///< means of death, by the base game's numbers
-    double kills = 0;    ///< the player's frags in this game so far, with this event
-    double deaths = 0;   ///< likewise
-    double place = 0;    ///< the player's place at the end of this game
+    double rank = 0;    ///< the player's own, before the event
+    double other = 0;   ///< the opponent's; at the end of a game the mean of all the others'; where
+                        ///< there is no opponent the player's own
+    double mod = 0;     ///< means of death, by the base game's numbers
+    double kills = 0;   ///< the player's frags in this game so far, with this event
+    double deaths = 0;  ///< likewise
+    double place = 0;   ///< the player's place at the end of this game
     double players = 0;  ///< in this game
     double minutes = 0;  ///< length of this game
   };

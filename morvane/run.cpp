@@ -21,8 +21,7 @@ namespace {
 constexpr int kSuccess = 0;
 constexpr int kNothingWritten = 1;
 
-int RefuseSettings(const std::string& directory, const std::string& path,
-                   const std::string& why) {
+int RefuseSettings(const std::string& directory, const std::string& path, const std::string& why) {
   Messages messages(directory, {Messages::kSevereFile | Messages::kSevereScreen, 0, 0, 0});
   messages.Severe(Log::kMain, "the settings cannot be read: " + why, path);
   return kNothingWritten;

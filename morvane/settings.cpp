@@ -125,8 +125,7 @@ void ReadKillTables(const Reader& reader, Settings& settings) {
   settings.hiliteMinimum = reader.Number("KILL TABLES", "hilite_minhilite");
   for (config::Entry& entry :
        reader.Entries("KILL TABLES", "hilite_levels", "hilite_level", "hilite_color")) {
-    settings.hiliteLevels.push_back(
-        {config::NumberOf(entry.first), std::move(entry.second)});
+    settings.hiliteLevels.push_back({config::NumberOf(entry.first), std::move(entry.second)});
   }
   for (std::size_t i = 0; i < settings.columnColors.size(); ++i) {
     settings.columnColors[i] = reader.ColumnColor("column" + std::to_string(i));

@@ -1,0 +1,333 @@
+#include "morvane/log_parser.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "bench/log_generator.h"
+#include "morvane/game_record.h"
+#include "tests/morvane/test_support.h"
+
+namespace morvane {
+namespace {
+
+using test::Duel;
+using test::EntrantOf;
+using test::Init;
+using test::Join;
+using test::kDashes;
+using test::Kill;
+using test::Kills;
+using test::kShutdown;
+using test::OnlyGame;
+
+const std::string kTwo = Join(0, "Ann") + Join(1, "Bob");
+
+TEST(ParseLog, CountsEveryKindOfKill) {
+  const Game game = OnlyGame(Init() + kTwo + Kill(0, 1) + Kill(0, 1, "ROCKET") + Kill(1, 1) +
+                             Kill(1022, 0, "FALLING") + Kill(1022, 1, "LAVA") + kShutdown);
+  EXPECT_EQ(game.kills, 5U);
+  EXPECT_EQ(game.frags, 2U);
+  const Figures& ann = EntrantOf(game, "Ann").figures;
+  EXPECT_EQ(ann.kills, 2U);
+  EXPECT_EQ(ann.deaths, 1U);
+  EXPECT_EQ(ann.worldDeaths, 1U);
+  EXPECT_EQ(ann.score, 1);
+  EXPECT_EQ(ann.killStreak, 2U);
+  EXPECT_EQ(ann.seconds, 299U);
+  const Figures& bob = EntrantOf(game, "Bob").figures;
+  EXPECT_EQ(bob.suicides, 1U);
+  EXPECT_EQ(bob.deaths, 4U);
+  EXPECT_EQ(bob.deathStreak, 4U);
+  EXPECT_EQ(bob.score, -2);
+  EXPECT_EQ(bob.nemesis.count, 2U);
+  EXPECT_EQ(game.entrants[bob.nemesis.index].name, "Ann");
+}
+
+TEST(ParseLog, ReadsAnyLineOfKill) {
+  const struct {
+    std::string line;
+    unsigned kills;
+    std::string weapon;
+  } kCases[] = {
+      {"Kill: 0 1 10: a killed b by MOD_RAILGUN", 1, "RAILGUN"},
+      {"Kill: 0 1 10: a killed b by MOD_RAILGUN in arena 0", 1, "RAILGUN"},
+      {"Kill: 0 1 10: a killed b by MOD_RAILGUN 17", 1, "RAILGUN"},
+      {"Kill: 0 1 99: a by MOD_BFG killed b by MOD_FAKE by MOD_NAIL", 1, "NAIL"},
+      {"Kill: -1 1 0: <world> killed b by MOD_CRUSH", 1, "CRUSH"},
+      {"Kill: 0 1 10: a killed b by", 0, ""},
+      {"Kill: 0 1 10: a kil", 0, ""},
+      {"Kill: 0 64 10: a killed b by MOD_RAILGUN", 0, ""},
+      {"Kill: 0 1022 10: a killed b by MOD_RAILGUN", 0, ""},
+      {"Kill: x 1 10: a killed b by MOD_RAILGUN", 0, ""},
+      {"Kill: 99999999999999999999 1 1: a killed b by MOD_RAILGUN", 0, ""},
+      {"Kill: ", 0, ""},
+      {"Kill: 0 1 7: Isg  0:00 " + kDashes, 0, ""},
+  };
+  for (const auto& test : kCases) {
+    const ParsedLog log = ParseLog(Init() + kTwo + "  1:00 " + test.line + "\n" + kShutdown, false);
+    ASSERT_EQ(log.games.size(), 1U) << test.line;
+    EXPECT_EQ(log.games[0].kills, test.kills) << test.line;
+    EXPECT_EQ(log.skipped, test.kills > 0 ? 0U : 1U) << test.line;
+    EXPECT_EQ(log.weapons.size() > 0 ? log.weapons[0] : "", test.weapon) << test.line;
+  }
+}
+
+TEST(ParseLog, KnowsTeamMates) {
+  for (const int type : {0, 3}) {
+    const Game game = OnlyGame(Init("q3dm7", type) + Join(0, "Ann", 1) + Join(1, "Bob", 1) +
+                               Join(2, "Cid", 2) + Kill(0, 1) + Kill(2, 0) + kShutdown);
+    const Figures& ann = EntrantOf(game, "Ann").figures;
+    EXPECT_EQ(ann.teamKills, type == 3 ? 1U : 0U);
+    EXPECT_EQ(ann.kills, type == 3 ? 0U : 1U);
+    EXPECT_EQ(ann.score, type == 3 ? -1 : 1);
+    EXPECT_EQ(EntrantOf(game, "Bob").figures.deaths, 1U);
+    EXPECT_EQ(EntrantOf(game, "Cid").winner, type == 3 || ann.score == 1);
+  }
+}
+
+TEST(ParseLog, ScoreLinesStandAboveTheScoreRule) {
+  const Game game = OnlyGame(
+      Init("q3ctf1", 4) + Join(0, "Ann", 1) + Join(1, "Bob", 2) + Join(2, "Cid", 2) + Kill(0, 1) +
+      "  4:00 ClientDisconnect: 2\n  4:00 Exit: Capturelimit hit.\n  4:00 red:3  blue:8\n"
+      "  4:00 score: 41  ping: 4  client: 1 Bob\n  4:00 score: -7  ping: 4  client: 0 Ann\n" +
+      kShutdown);
+  EXPECT_TRUE(game.complete);
+  EXPECT_EQ(game.exitReason, "Capturelimit");
+  EXPECT_EQ(game.blueScore, 8);
+  EXPECT_EQ(EntrantOf(game, "Bob").figures.score, 41);
+  EXPECT_EQ(EntrantOf(game, "Ann").figures.score, -7);
+  EXPECT_EQ(EntrantOf(game, "Ann").place, 2U);
+  EXPECT_TRUE(EntrantOf(game, "Bob").winner);
+  // Who left is placed behind those who stayed, and has won nothing.
+  EXPECT_EQ(EntrantOf(game, "Cid").place, 3U);
+  EXPECT_FALSE(EntrantOf(game, "Cid").winner);
+  EXPECT_EQ(EntrantOf(game, "Bob").figures.seconds, 239U) << "nobody plays after Exit";
+}
+
+TEST(ParseLog, TellsPlayersBySlotAndByName) {
+  const struct {
+    std::string what;
+    std::string lines;
+    std::vector<std::string> entrants;  // name and frags, as placed
+  } kCases[] = {
+      {"renamed in the game",
+       Kill(0, 1) + "  2:00 ClientUserinfoChanged: 0 n\\^1Zoe\\t\\0\n" + Kill(0, 1),
+       {"^1Zoe 2", "Bob 0"}},
+      {"gone and back",
+       Kill(0, 1) + "  2:00 ClientDisconnect: 0\n" + Join(5, "Ann") + Kill(5, 1),
+       {"Ann 2", "Bob 0"}},
+      {"slot taken by another",
+       Kill(0, 1) + "  2:00 ClientDisconnect: 0\n" + Join(0, "Cid") + Kill(0, 1) + Kill(0, 1),
+       {"Cid 2", "Ann 1", "Bob 0"}},
+      {"two of one name",
+       Join(2, "bob") + Kill(2, 0) + Kill(2, 0) + Kill(1, 0),
+       {"bob 2", "Bob 1", "Ann 0"}},
+      {"name given before the connect",
+       "  2:00 ClientUserinfoChanged: 3 n\\Cid\\t\\0\n  2:00 ClientConnect: 3\n"
+       "  2:00 ClientBegin: 3\n" +
+           Kill(3, 0),
+       {"Cid 1", "Ann 0", "Bob 0"}},
+      {"killed by one who has left",
+       "  2:00 ClientDisconnect: 0\n" + Kill(0, 1) + Join(0, "Cid"),
+       {"Ann 1", "Bob 0", "Cid 0"}},
+      {"only looking on", Join(2, "Cid", 3) + Kill(0, 1), {"Ann 1", "Bob 0"}},
+  };
+  for (const auto& test : kCases) {
+    const Game game = OnlyGame(Init() + kTwo + test.lines + kShutdown);
+    std::vector<std::string> entrants;
+    for (const Entrant& entrant : game.entrants) {
+      entrants.push_back(entrant.name + " " + std::to_string(entrant.figures.kills));
+    }
+    EXPECT_EQ(entrants, test.entrants) << test.what;
+  }
+}
+
+TEST(ParseLog, BeginSetsTheScoreToZero) {
+  const Game game =
+      OnlyGame(Init() + kTwo + Kills(3, 0, 1) + "  2:00 ClientBegin: 0\n" + Kill(0, 1) + kShutdown);
+  EXPECT_EQ(EntrantOf(game, "Ann").figures.score, 1);
+  EXPECT_EQ(EntrantOf(game, "Ann").figures.kills, 4U);
+}
+
+TEST(ParseLog, FollowsTheLead) {
+  const Game game =
+      OnlyGame(Init() + kTwo + Kill(0, 1, "BFG", "  0:10 ") + Kill(1, 0, "BFG", "  0:20 ") +
+               Kill(1, 0, "BFG", "  0:30 ") + Kill(1022, 1, "LAVA", "  0:40 ") + kShutdown);
+  ASSERT_EQ(game.lead.size(), 4U);
+  EXPECT_EQ(game.entrants[game.lead[0].leader].name, "Ann");
+  EXPECT_EQ(game.lead[0].second, 10U);
+  EXPECT_EQ(game.lead[1].leader, kNobody);
+  EXPECT_EQ(game.entrants[game.lead[2].leader].name, "Bob");
+  EXPECT_EQ(game.lead[2].score, 2);
+  EXPECT_EQ(game.lead[3].leader, kNobody);
+}
+
+TEST(ParseLog, EndsGamesInEveryWay) {
+  const std::string play = kTwo + Kill(0, 1, "BFG", "  1:00 ");
+  const struct {
+    std::string what;
+    std::string log;
+    std::vector<unsigned> lengths;
+    bool openAtEnd;
+  } kCases[] = {
+      {"shut down", Init() + play + kShutdown, {300}, false},
+      {"no line end", Init() + play + "  5:00 ShutdownGame:", {300}, false},
+      {"still running", Init() + play, {60}, true},
+      {"crashed", Init() + play + Init() + play, {60, 60}, true},
+      {"a stump before the next stamp",
+       Init() + play + " 26  0:00 " + kDashes + "\n" + Init() + play + kShutdown,
+       {60, 300},
+       false},
+      {"the clock runs on",
+       " 20:37 InitGame: \\mapname\\q3dm1\n 26:09 ShutdownGame:\n",
+       {332},
+       false},
+      {"the clock restarts inside",
+       " 20:00 InitGame: \\mapname\\q3dm1\n 20:30 Item: 0 x\n  0:00 Item: 0 x\n"
+       "  0:05 ShutdownGame:\n",
+       {35},
+       false},
+      {"tenths", "0.0 InitGame: \\mapname\\a\n97.3 ShutdownGame:\n", {97}, false},
+      {"no stamps",
+       "InitGame: \\mapname\\a\nKill: 0 1 1: a killed b by MOD_BFG\nShutdownGame:\n",
+       {0},
+       false},
+      {"CR LF", "  0:00 InitGame: \\mapname\\a\r\n  1:00 ShutdownGame:\r\n", {60}, false},
+      {"nothing", "", {}, false},
+      {"no game", "hello\n\n" + Kill(0, 1), {}, false},
+  };
+  for (const auto& test : kCases) {
+    const ParsedLog log = ParseLog(test.log, false);
+    std::vector<unsigned> lengths;
+    for (const Game& game : log.games) lengths.push_back(game.length);
+    EXPECT_EQ(lengths, test.lengths) << test.what;
+    EXPECT_EQ(log.openAtEnd, test.openAtEnd) << test.what;
+  }
+}
+
+TEST(ParseLog, ReadsTheServersVariables) {
+  const struct {
+    std::string text;
+    std::string map;
+    int type;
+  } kCases[] = {
+      {"InitGame: \\mapname\\Q3DM1\\g_gametype\\ 4", "Q3DM1", 4},
+      {"InitGame: \\G_GameType\\3\\x\\\\MapName\\a\\", "a", 3},
+      {"InitGame: \\g_gametype\\x\\mapname", "", 0},
+      {"InitGame:", "", 0},
+      {"InitGame: \\", "", 0},
+  };
+  for (const auto& test : kCases) {
+    const Game game = OnlyGame("  0:00 " + test.text + "\n" + kShutdown);
+    EXPECT_EQ(game.map, test.map) << test.text;
+    EXPECT_EQ(game.type, test.type) << test.text;
+  }
+}
+
+TEST(ParseLog, NothingCountsInAWarmup) {
+  EXPECT_TRUE(OnlyGame(Init() + "  0:00 Warmup:\n" + kTwo + Kill(0, 1) + kShutdown).warmup);
+  const Game game =
+      OnlyGame(Init() + kTwo + Kill(0, 1) + "  2:00 Warmup:\n" + Kill(0, 1) + kShutdown);
+  EXPECT_FALSE(game.warmup) << "it was played until then";
+  EXPECT_EQ(game.kills, 1U);
+}
+
+TEST(ParseLog, SkipsWhatTheConsoleWroteBetween) {
+  const ParsedLog log = ParseLog(Init() + kTwo + Kill(0, 1) +
+                                     "Kill: 0 1 1: Ann killed Bob by MOD_BFG\nInitGame: \\a\\b\n"
+                                     "  1:01 Weapon_Stats: 0 x\n" +
+                                     kShutdown,
+                                 false);
+  ASSERT_EQ(log.games.size(), 1U);
+  EXPECT_EQ(log.games[0].kills, 1U);
+  EXPECT_EQ(log.skipped, 3U);
+}
+
+TEST(ParseLog, NotesTheLineOfADamagedOne) {
+  const ParsedLog log = ParseLog(Init() + kTwo + "  1:00 Item: 77 x\n" + kShutdown, false);
+  ASSERT_EQ(log.notes.size(), 1U);
+  EXPECT_EQ(log.notes[0].line, 9U);
+}
+
+TEST(ParseLog, SaysWhereToReadOn) {
+  const std::string first = Duel("Ann", "Bob", 1);
+  const ParsedLog open = ParseLog(first + Init() + kTwo, false);
+  EXPECT_EQ(open.resumeAt, first.size() + 68) << "the open game's first line";
+  const ParsedLog closed = ParseLog(first + "  5:01 It", false);
+  EXPECT_EQ(closed.resumeAt, first.size()) << "half a line is not read";
+  EXPECT_EQ(closed.resumeLine, 11U);
+}
+
+TEST(SetStarts, ReckonsBackFromTheLastChange) {
+  ParsedLog log = ParseLog(Duel("Ann", "Bob", 1) + Duel("Ann", "Bob", 1), false);
+  SetStarts(log, 100000);
+  EXPECT_EQ(log.games[0].start, 100000 - 600);
+  EXPECT_EQ(log.games[1].start, 100000 - 300);
+}
+
+/// A log as text, so that two can be compared.
+std::string TextOf(const ParsedLog& log) {
+  std::string text = std::to_string(log.lines) + " " + std::to_string(log.skipped) + " " +
+                     std::to_string(log.resumeAt) + " " + std::to_string(log.clock) + "\n";
+  for (const Game& game : log.games) text += PackGame(game) + "\n";
+  for (const Note& note : log.notes) text += std::to_string(note.line) + note.text;
+  return text;
+}
+
+TEST(CutLogs, StretchesJoinedAreTheWholeLog) {
+  std::string log;
+  bench::GenerateLog(7, 1, [&](std::string_view piece) { log += piece; });
+  log.insert(log.size() / 2, "\n  1:00 Kill: 0 77 broken\n");
+  const std::string whole = TextOf(ParseLog(log, true));
+  for (const std::size_t bytes : {1000UL, 20000UL, 150000UL, 10000000UL}) {
+    ParsedLog joined;
+    std::size_t end = 0;
+    for (const Stretch& stretch : CutLogs({log}, bytes)) {
+      EXPECT_EQ(stretch.begin, end);
+      end = stretch.end;
+      ParsedLog part =
+          ParseLog(std::string_view(log).substr(stretch.begin, stretch.end - stretch.begin), true);
+      part.resumeAt += stretch.begin;
+      Append(joined, std::move(part));
+    }
+    EXPECT_EQ(end, log.size());
+    EXPECT_TRUE(TextOf(joined) == whole) << bytes;
+  }
+}
+
+TEST(ParseLogs, KeepsTheOrderOfTheLogs) {
+  const std::string first = Duel("Ann", "Bob", 1);
+  const std::string second = Duel("Cid", "Dan", 2);
+  const auto logs = ParseLogs(
+      {first, "", second}, false, [](const Stretch&) {}, 3);
+  ASSERT_EQ(logs.size(), 3U);
+  EXPECT_EQ(logs[0].games[0].kills, 1U);
+  EXPECT_TRUE(logs[1].games.empty());
+  EXPECT_EQ(logs[2].games[0].kills, 2U);
+}
+
+/// Changes bytes of a log by a fixed rule: whatever comes out must be read without harm.
+TEST(ParseLog, BearsAnyBytes) {
+  std::string log;
+  bench::GenerateLog(3, 0.1, [&](std::string_view piece) { log += piece; });
+  log.resize(std::min<std::size_t>(log.size(), 30000));
+  std::uint64_t state = 1;
+  const auto next = [&] {
+    return (state = state * 6364136223846793005U + 1442695040888963407U) >> 33;
+  };
+  for (int round = 0; round < 200; ++round) {
+    std::string damaged = log;
+    for (int i = 0; i < 300; ++i) damaged[next() % damaged.size()] = static_cast<char>(next());
+    const std::size_t hole = next() % damaged.size();
+    damaged.erase(hole, next() % 5000);
+    for (const Game& game : ParseLog(damaged, true).games) {
+      Game again;
+      EXPECT_TRUE(UnpackGame(PackGame(game), Names::kMost, Names::kMost, again));
+      EXPECT_EQ(PackGame(again), PackGame(game));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace morvane

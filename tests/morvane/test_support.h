@@ -1,0 +1,101 @@
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "morvane/game.h"
+#include "morvane/log_parser.h"
+
+namespace morvane::test {
+
+/// A folder of a test's own, gone with it.
+class TempFolder {
+ public:
+  TempFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "morvane_XXXXXX").string();
+    path_ = mkdtemp(pattern.data());
+  }
+  TempFolder(const TempFolder&) = delete;
+  TempFolder& operator=(const TempFolder&) = delete;
+  ~TempFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+inline void WriteFile(const std::filesystem::path& path, std::string_view bytes) {
+  std::filesystem::create_directories(path.parent_path());
+  std::ofstream(path, std::ios::binary) << bytes;
+}
+
+inline std::string ReadFile(const std::filesystem::path& path) {
+  std::ostringstream bytes;
+  bytes << std::ifstream(path, std::ios::binary).rdbuf();
+  return bytes.str();
+}
+
+inline const std::string kDashes(60, '-');
+
+/// The lines that open a game, at 0:00.
+inline std::string Init(std::string_view map = "q3dm17", int type = 0) {
+  return "  0:00 " + kDashes + "\n  0:00 InitGame: \\g_gametype\\" + std::to_string(type) +
+         "\\mapname\\" + std::string(map) + "\n";
+}
+
+/// A client that comes into a slot.
+inline std::string Join(int slot, std::string_view name, int team = 0,
+                        std::string_view stamp = "  0:01 ") {
+  const std::string number = std::to_string(slot);
+  const std::string start(stamp);
+  return start + "ClientConnect: " + number + "\n" + start + "ClientUserinfoChanged: " + number +
+         " n\\" + std::string(name) + "\\t\\" + std::to_string(team) + "\\model\\sarge\n" + start +
+         "ClientBegin: " + number + "\n";
+}
+
+inline std::string Kill(int killer, int victim, std::string_view means = "RAILGUN",
+                        std::string_view stamp = "  1:00 ") {
+  return std::string(stamp) + "Kill: " + std::to_string(killer) + " " + std::to_string(victim) +
+         " 10: x killed y by MOD_" + std::string(means) + "\n";
+}
+
+inline std::string Kills(int count, int killer, int victim) {
+  std::string text;
+  for (int i = 0; i < count; ++i) text += Kill(killer, victim);
+  return text;
+}
+
+inline const std::string kShutdown = "  5:00 ShutdownGame:\n  5:00 " + kDashes + "\n";
+
+/// A game of two in which the first kills the second `kills` times.
+inline std::string Duel(std::string_view winner, std::string_view loser, int kills,
+                        std::string_view map = "q3dm17") {
+  return Init(map) + Join(0, winner) + Join(1, loser) + Kills(kills, 0, 1) + kShutdown;
+}
+
+/// The entrant of a name; a failure when there is none.
+inline const Entrant& EntrantOf(const Game& game, std::string_view name) {
+  for (const Entrant& entrant : game.entrants) {
+    if (entrant.name == name) return entrant;
+  }
+  ADD_FAILURE() << "no entrant " << name;
+  static const Entrant kNone;
+  return kNone;
+}
+
+/// The only game of a log.
+inline Game OnlyGame(std::string_view log) {
+  ParsedLog parsed = ParseLog(log, true);
+  EXPECT_EQ(parsed.games.size(), 1U);
+  return parsed.games.empty() ? Game{} : std::move(parsed.games.front());
+}
+
+}  // namespace morvane::test
