@@ -165,8 +165,9 @@ class Store {
  private:
   /// Finds out what is new in a log; false when nothing is.
   bool FindNew(OpenLog& log);
-  void Keep(OpenLog& log);
-  void ReplaceOrRetire(OpenLog& log, const std::vector<Game>& games);
+  void MakeRoom(OpenLog& log);
+  void ReplaceOrRetire(OpenLog& log);
+  void Keep(const OpenLog& log);
   bool IsSameLog(std::int64_t log, const std::vector<Game>& games);
   void DropMoved(const std::vector<Game>& games);
 
@@ -209,8 +210,14 @@ Collected Store::Collect(std::vector<OpenLog>& logs) {
   Parse(logs, true, messages_);
   for (OpenLog& log : logs) {
     Report(log, messages_);
-    Keep(log);
+    MakeRoom(log);
   }
+  // A log may have moved from one name of the settings to another: only now is it known which
+  // games have lost theirs.
+  for (const OpenLog& log : logs) {
+    if (!log.grown) DropMoved(log.parsed.games);
+  }
+  for (const OpenLog& log : logs) Keep(log);
   Collected collected;
   collected.games = database_.ReadAll(paths_, settings_.useCustRank);
   collected.weapons = database_.Weapons();
@@ -220,33 +227,32 @@ Collected Store::Collect(std::vector<OpenLog>& logs) {
   return collected;
 }
 
-void Store::Keep(OpenLog& log) {
-  Collected fresh;
-  std::swap(fresh.weapons, database_.Weapons());
-  std::swap(fresh.items, database_.Items());
-  Append(fresh, log.parsed);
-  std::swap(fresh.weapons, database_.Weapons());
-  std::swap(fresh.items, database_.Items());
+/// Makes room for the games of a log: takes out what they replace.
+void Store::MakeRoom(OpenLog& log) {
+  Renumber(log.parsed.games, log.parsed.weapons, database_.Weapons(), log.parsed.items,
+           database_.Items());
   if (log.grown) {
     const std::vector<StoredGame> known = database_.GamesOf(log.stored.id);
     if (log.stored.openAtEnd && !known.empty()) database_.DeleteGame(known.back().id);
-  } else {
-    if (log.stored.id != 0) ReplaceOrRetire(log, fresh.games);
-    if (log.stored.id == 0) log.stored.id = database_.AddLog(log.file.path);
-    DropMoved(fresh.games);
+  } else if (log.stored.id != 0) {
+    ReplaceOrRetire(log);
   }
-  database_.AddGames(log.stored.id, fresh.games);
+}
+
+void Store::Keep(const OpenLog& log) {
+  const std::int64_t id = log.stored.id != 0 ? log.stored.id : database_.AddLog(log.file.path);
+  database_.AddGames(id, log.parsed.games);
   const std::string_view bytes = log.mapped.Bytes();
-  database_.UpdateLog(
-      {log.stored.id, static_cast<std::int64_t>(bytes.size()), log.mapped.LastChange(),
-       Digest(bytes), static_cast<std::int64_t>(log.begin + log.parsed.resumeAt),
-       static_cast<std::int64_t>(log.linesBefore + log.parsed.resumeLine), log.parsed.openAtEnd});
+  database_.UpdateLog({id, static_cast<std::int64_t>(bytes.size()), log.mapped.LastChange(),
+                       Digest(bytes), static_cast<std::int64_t>(log.begin + log.parsed.resumeAt),
+                       static_cast<std::int64_t>(log.linesBefore + log.parsed.resumeLine),
+                       log.parsed.openAtEnd});
 }
 
 /// The log at a known path is another than it was: either changed, then its games are replaced, or
 /// a new one after the old one was moved away, then the old games stay.
-void Store::ReplaceOrRetire(OpenLog& log, const std::vector<Game>& games) {
-  if (IsSameLog(log.stored.id, games)) {
+void Store::ReplaceOrRetire(OpenLog& log) {
+  if (IsSameLog(log.stored.id, log.parsed.games)) {
     messages_.Normal(Log::kParser, "has changed since the last run; its games are read anew",
                      log.file.name);
     database_.DeleteGamesOf(log.stored.id);

@@ -1,0 +1,279 @@
+#include "morvane/run.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "morvane/collect.h"
+#include "morvane/database.h"
+#include "tests/morvane/test_support.h"
+
+namespace morvane {
+namespace {
+
+namespace fs = std::filesystem;
+using test::Duel;
+using test::Init;
+using test::Join;
+using test::Kills;
+using test::ReadFile;
+using test::WriteFile;
+
+const std::string kPage = "{{summary.games}} games\n";
+
+/// A program directory with settings, one template "page" and logs.
+class RunTest : public testing::Test {
+ protected:
+  RunTest() { WriteFile(At("templates/page.htmlt"), kPage); }
+
+  fs::path At(const std::string& name) const { return folder_.Path() / name; }
+
+  /// Writes settings for these logs; `more` holds further lines of "Main".
+  void Configure(const std::vector<std::string>& logs, const std::string& more = "") const {
+    std::string text =
+        "[Main]\nsrc_path=.\\templates\ndest_path=out/site\ndb_path=.\\db\n"
+        "use_main_log=5\nuse_logparser_log=5\nuse_templateparser_log=5\n"
+        "use_customrank_log=5\n" +
+        more + "\n[Logs]\nnumber_of_logs=" + std::to_string(logs.size()) + "\n";
+    for (std::size_t i = 0; i < logs.size(); ++i) {
+      text += "logpath" + std::to_string(i) + "=" + logs[i] + "\nlogtype" + std::to_string(i) +
+              "=1000\n";
+    }
+    text += "[TEMPLATES]\nmain_templates_number=1\nmain_template0=page\n[HTML]\nfile_ext=.html\n";
+    WriteFile(At("morvane.cfg"), text);
+  }
+  int Go() const { return morvane::Run(folder_.Path().string()); }
+  /// How many games the page says were counted after a run; -1: no run, no page.
+  int Games() const {
+    const bool done = Go() == 0;
+    const std::string page = ReadFile(At("out/site/page.html"));
+    return done && !page.empty() ? std::stoi(page) : -1;
+  }
+  std::string ParserLog() const { return ReadFile(At("logparser.log.txt")); }
+  std::string MainLog() const { return ReadFile(At("morvane.log.txt")); }
+
+  test::TempFolder folder_;
+};
+
+TEST_F(RunTest, WritesThePagesFromItsOwnDirectory) {
+  Configure({"logs\\games.log"});
+  WriteFile(At("logs/games.log"), Duel("Ann", "Bob", 1) + Duel("Ann", "Bob", 2));
+  const fs::path before = fs::current_path();
+  fs::current_path("/");
+  EXPECT_EQ(Games(), 2);
+  fs::current_path(before);
+  EXPECT_TRUE(std::regex_search(
+      ParserLog(), std::regex("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d normal "
+                              "logs\\\\games.log: 23 lines read, 0 lines skipped: 2 games, 3 "
+                              "kills\n")))
+      << ParserLog();
+  EXPECT_EQ(ReadFile(At("custrank.log.txt")), "");
+  EXPECT_TRUE(fs::exists(At("custrank.log.txt"))) << "begun anew, empty";
+}
+
+TEST_F(RunTest, EndsWithOneWhenNothingCouldBeWritten) {
+  EXPECT_EQ(Go(), 1) << "no settings";
+  EXPECT_NE(MainLog().find("severe"), std::string::npos);
+  WriteFile(At("morvane.cfg"), "");
+  EXPECT_EQ(Go(), 1) << "no logs named";
+  Configure({"missing.log", "."});
+  EXPECT_EQ(Go(), 1) << "no log can be read";
+  EXPECT_NE(ParserLog().find("severe missing.log: cannot be read"), std::string::npos);
+  EXPECT_NE(ParserLog().find("severe .: cannot be read"), std::string::npos);
+  Configure({"games.log"});
+  WriteFile(At("games.log"), Duel("Ann", "Bob", 1));
+  WriteFile(At("out"), "a file in the way of the folder");
+  EXPECT_EQ(Go(), 1) << "no place for the pages";
+}
+
+TEST_F(RunTest, ReadsWhatItCanOfTheLogs) {
+  Configure({"a.log", "missing.log", "b.log", "./a.log", "c.log"});
+  std::string settings = ReadFile(At("morvane.cfg"));
+  settings.replace(settings.find("logtype2=1000"), 13, "logtype2=1001");
+  WriteFile(At("morvane.cfg"), settings);
+  WriteFile(At("a.log"), Duel("Ann", "Bob", 1));
+  WriteFile(At("b.log"), Duel("Ann", "Bob", 1));
+  WriteFile(At("c.log"), "nothing of a game\n");
+  EXPECT_EQ(Games(), 1);
+  for (const std::string said :
+       {"severe missing.log: cannot be read", "severe b.log: log type 1001 is not known",
+        "normal ./a.log: named twice", "severe c.log: holds no game"}) {
+    EXPECT_NE(ParserLog().find(said), std::string::npos) << said;
+  }
+}
+
+TEST_F(RunTest, MessagesGoWhereTheSettingsSay) {
+  WriteFile(At("games.log"), Duel("Ann", "Bob", 1));
+  for (int options = 0; options <= 15; ++options) {
+    Configure({"games.log", "evil\x1b[2J.log"});
+    std::string settings = ReadFile(At("morvane.cfg"));
+    const std::string key = "use_logparser_log=";
+    settings.replace(settings.find(key) + key.size(), 1, std::to_string(options));
+    WriteFile(At("morvane.cfg"), settings);
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(Go(), 0);
+    const std::string screen = testing::internal::GetCapturedStdout();
+    const std::string errors = testing::internal::GetCapturedStderr();
+    const std::string file = ParserLog();
+    EXPECT_EQ(file.find(" normal games.log: ") != file.npos, (options & 1) != 0);
+    EXPECT_EQ(screen.find(" normal games.log: ") != file.npos, (options & 2) != 0);
+    EXPECT_EQ(file.find(" severe evil?[2J.log: ") != file.npos, (options & 4) != 0);
+    EXPECT_EQ(errors.find(" severe evil?[2J.log: ") != file.npos, (options & 8) != 0);
+    EXPECT_EQ((screen + errors).find('\x1b'), file.npos);
+  }
+}
+
+/// Runs with a database; every step changes the logs and tells what is to come out.
+class DatabaseTest : public RunTest {
+ protected:
+  DatabaseTest() { Use({"games.log"}); }
+
+  void Use(const std::vector<std::string>& logs) const { Configure(logs, "use_db=1"); }
+  void Write(const std::string& name, const std::string& log) const { WriteFile(At(name), log); }
+  /// How many lines the last run read of the logs.
+  int LinesRead() const {
+    const std::string log = ParserLog();
+    const std::regex count("(\\d+) lines? read");
+    int lines = 0;
+    for (auto i = std::sregex_iterator(log.begin(), log.end(), count); i != std::sregex_iterator();
+         ++i) {
+      lines += std::stoi((*i)[1]);
+    }
+    return lines;
+  }
+
+  const std::string one_ = Duel("Ann", "Bob", 6);
+  const std::string two_ = Duel("Cid", "Bob", 7);
+  const std::string three_ = Duel("Ann", "Cid", 8);
+};
+
+TEST_F(DatabaseTest, AnUnchangedLogIsNotReadAgain) {
+  Write("games.log", one_ + two_);
+  EXPECT_EQ(Games(), 2);
+  EXPECT_GT(LinesRead(), 0);
+  const auto page = fs::last_write_time(At("out/site/page.html"));
+  EXPECT_EQ(Games(), 2);
+  EXPECT_EQ(LinesRead(), 0);
+  EXPECT_EQ(fs::last_write_time(At("out/site/page.html")), page);
+}
+
+TEST_F(DatabaseTest, AGrownLogIsReadOnFromWhereItEnded) {
+  Write("games.log", one_ + two_.substr(0, two_.size() - 200));
+  EXPECT_EQ(Games(), 2);
+  Write("games.log", one_ + two_ + three_);
+  EXPECT_EQ(Games(), 3) << "the open game is counted once";
+  const auto linesOf = [](const std::string& log) {
+    return static_cast<int>(std::count(log.begin(), log.end(), '\n'));
+  };
+  EXPECT_EQ(LinesRead(), linesOf(two_ + three_) - 1) << "from the open game's first line";
+  Write("games.log", one_ + two_ + three_ + one_ + "  5:01 Item: 77 x\n" + Init() + "  1:0");
+  EXPECT_EQ(Games(), 5);
+}
+
+TEST_F(DatabaseTest, RotatedLogsKeepTheirGames) {
+  Write("games.log", one_ + two_);
+  EXPECT_EQ(Games(), 2);
+  Write("games.log", three_);
+  EXPECT_EQ(Games(), 3) << "another log in the old one's place";
+  fs::remove(At("games.log"));
+  EXPECT_EQ(Games(), 3) << "no log at all";
+  Use({});
+  EXPECT_EQ(Games(), 3) << "no log named";
+  Write("old.log", one_ + two_);
+  Use({"old.log"});
+  EXPECT_EQ(Games(), 3) << "the rotated log under its new name";
+  EXPECT_EQ(Games(), 3);
+}
+
+TEST_F(DatabaseTest, AGameGoingOnWhenItsLogIsRotatedCountsOnce) {
+  Write("games.log", one_ + two_.substr(0, two_.size() - 200));
+  EXPECT_EQ(Games(), 2);
+  Write("games.log", three_);
+  Write("games.log.1", one_ + two_);
+  Use({"games.log.1", "games.log"});
+  EXPECT_EQ(Games(), 3);
+}
+
+TEST_F(DatabaseTest, AChangedLogReplacesItsGames) {
+  std::string edited = two_;
+  edited.erase(edited.rfind("  1:00 Kill"),
+               edited.find('\n', edited.rfind("  1:00 Kill")) + 1 - edited.rfind("  1:00 Kill"));
+  const struct {
+    std::string what;
+    std::string before;
+    std::string after;
+    int games;
+  } kCases[] = {
+      {"cut off", one_ + two_ + three_, one_ + two_.substr(0, two_.size() - 150), 2},
+      {"first game taken out", one_ + two_ + three_, two_ + three_, 2},
+      {"a line taken out of the only game", two_, edited, 1},
+      {"a game put in front", two_, one_ + two_, 2},
+  };
+  for (const auto& test : kCases) {
+    fs::remove_all(At("db"));
+    Write("games.log", test.before);
+    EXPECT_GE(Games(), 1) << test.what;
+    Write("games.log", test.after);
+    EXPECT_EQ(Games(), test.games) << test.what;
+    EXPECT_EQ(Games(), test.games) << test.what;
+  }
+}
+
+TEST_F(DatabaseTest, GivesTheStatisticsOfARunWithoutIt) {
+  const std::string page = "{{#players}}{{name}} {{kills}} {{deaths}} {{score}};{{/players}}";
+  WriteFile(At("templates/page.htmlt"), kPage + page);
+  Write("games.log", one_ + two_ + three_);
+  Write("more.log", two_ + one_);
+  Configure({"games.log", "more.log"});
+  ASSERT_EQ(Games(), 5);
+  const std::string without = ReadFile(At("out/site/page.html"));
+  Use({"games.log", "more.log"});
+  for (int run = 0; run < 2; ++run) {
+    ASSERT_EQ(Games(), 5);
+    EXPECT_EQ(ReadFile(At("out/site/page.html")), without);
+  }
+}
+
+TEST_F(DatabaseTest, ADamagedDatabaseIsSaidAndDoneWithout) {
+  Write("games.log", one_);
+  ASSERT_EQ(Games(), 1);
+  const std::string good = ReadFile(At("db/morvane.db"));
+  std::string scrambled = good;
+  for (std::size_t i = 5000; i < scrambled.size(); i += 7) scrambled[i] = '\x5a';
+  for (const std::string& bytes :
+       {std::string("no database at all, but long enough to be looked at as one"), scrambled,
+        good.substr(0, good.size() / 2)}) {
+    Write("db/morvane.db", bytes);
+    EXPECT_EQ(Games(), 1);
+    EXPECT_NE(MainLog().find("severe the database cannot be used"), std::string::npos) << MainLog();
+    EXPECT_EQ(ReadFile(At("db/morvane.db")), bytes) << "left as it is";
+  }
+  fs::remove_all(At("db"));
+  Write("db", "a file in the way of the folder");
+  EXPECT_EQ(Games(), 1);
+}
+
+TEST_F(DatabaseTest, HostileNamesStayData) {
+  const std::string name = "'); DROP TABLE games; --";
+  Write("games.log", Duel(name, "Bob", 6));
+  ASSERT_EQ(Games(), 1);
+  Write("games.log", Duel(name, "Bob", 6) + one_);
+  EXPECT_EQ(Games(), 2);
+  Database database(At("db").string());
+  const std::vector<Game> games = database.ReadAll({}, true);
+  ASSERT_EQ(games.size(), 2U);
+  EXPECT_EQ(games[0].entrants[0].name, name);
+  EXPECT_EQ(games[0].events.size(), 6U);
+}
+
+TEST_F(DatabaseTest, WithoutCommitNothingIsKept) {
+  { Database(At("db").string()).AddLog("x"); }
+  EXPECT_FALSE(Database(At("db").string()).FindLog("x"));
+}
+
+}  // namespace
+}  // namespace morvane
