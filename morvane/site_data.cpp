@@ -259,6 +259,7 @@ void DefineSettings(SharedData& shared, const SiteFacts& facts) {
   shared.Define("colors", [&] { return Colours(settings); });
   shared.Define("name_colors", [&] { return NameColourList(settings); });
   shared.Define("column_colors", [&] { return ColumnColourList(settings); });
+  shared.Define("has_hilites", [&] { return Data(HiliteList(settings).is_non_empty_list()); });
   shared.Define("hilites", [&] { return HiliteList(settings); });
   shared.Define("limits", [&] { return Limits(settings); });
 }

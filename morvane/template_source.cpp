@@ -37,9 +37,9 @@ struct TemplateSource::File {
   }
   std::size_t LineEnd(std::size_t at) const { return std::min(text.find('\n', at), text.size()); }
   bool StandsAlone(std::size_t start, std::size_t end) const {
-    const std::size_t first = std::max(LineStart(start), position);
     const std::string_view all = text;
-    return first == LineStart(start) && IsBlank(all.substr(first, start - first)) &&
+    const std::size_t first = LineStart(start);
+    return IsBlank(all.substr(first, start - first)) &&
            IsBlank(all.substr(end, LineEnd(end) - end));
   }
 };
@@ -63,7 +63,7 @@ bool TemplateSource::Append(const fs::path& path, int depth, TemplateFault& faul
     return false;
   }
   constexpr std::string_view kMark = "\xEF\xBB\xBF";
-  if (file.text.starts_with(kMark)) file.position = kMark.size();
+  if (file.text.starts_with(kMark)) file.text.erase(0, kMark.size());
   while (true) {
     const std::size_t start = file.text.find(kOpen, file.position);
     AppendText(file, file.position, std::min(start, file.text.size()));

@@ -1,0 +1,74 @@
+#include "morvane/names.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+#include "tests/morvane/site_fixture.h"
+
+namespace morvane {
+namespace {
+
+NameStyles Styles() {
+  NameStyles styles;
+  for (std::size_t i = 0; i < styles.size(); ++i) styles[i] = "s" + std::to_string(i);
+  return styles;
+}
+
+struct NameCase {
+  const char* name;
+  const char* text;
+  const char* html;
+};
+
+class NamesOfLogs : public testing::TestWithParam<NameCase> {};
+
+TEST_P(NamesOfLogs, BecomeTextAndHtml) {
+  EXPECT_EQ(NameText(GetParam().name), GetParam().text);
+  EXPECT_EQ(NameHtml(GetParam().name, Styles()), GetParam().html);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, NamesOfLogs,
+    testing::Values(
+        NameCase{"Zeh", "Zeh", "<bdi>Zeh</bdi>"},
+        NameCase{"^1Red^7Baron", "RedBaron",
+                 "<bdi><span style=\"s1\">Red</span><span style=\"s7\">Baron</span></bdi>"},
+        NameCase{"^9x^8y", "xy",
+                 "<bdi><span style=\"s9\">x</span><span style=\"s8\">y</span></bdi>"},
+        NameCase{"^ax^Iy", "xy", "<bdi><span style=\"s1\">xy</span></bdi>"},
+        NameCase{"^^1a^", "^a^", "<bdi>^<span style=\"s1\">a^</span></bdi>"},
+        NameCase{"  ^1  a b ^2 ", "a b", "<bdi><span style=\"s1\">a b</span></bdi>"},
+        NameCase{"<b>&\"'", "<b>&\"'", "<bdi>&lt;b&gt;&amp;&quot;&#39;</bdi>"},
+        NameCase{"^1", "(no name)", "<bdi>(no name)</bdi>"},
+        NameCase{" \xC2\xA0 ", "(no name)", "<bdi>(no name)</bdi>"},
+        NameCase{"a\x01\x1B[31mb\tc", "a[31mb c", "<bdi>a[31mb c</bdi>"},
+        NameCase{"caf\xE9\x80", "caf\xC3\xA9\xE2\x82\xAC", "<bdi>caf\xC3\xA9\xE2\x82\xAC</bdi>"},
+        NameCase{"a\xE2\x80\xAE" "b\xEF\xBF\xBF", "ab", "<bdi>ab</bdi>"}));
+
+TEST(PlayerKeys, TellPlayersApartWithoutCaseAndColour) {
+  EXPECT_EQ(PlayerKey("^1RED^7baron "), PlayerKey("RedBaron"));
+  EXPECT_EQ(PlayerKey("\xC9" "a\xD7"), PlayerKey("\xE9" "A\xD7"));
+  EXPECT_NE(PlayerKey("a\xD7"), PlayerKey("a\xF7"));
+}
+
+TEST(FileNameParts, AreSafeAndTheirOwn) {
+  EXPECT_EQ(FileNamePart("Zeh_9"), "zeh_9");
+  EXPECT_EQ(FileNamePart("\xC3\x89" "a"), FileNamePart("\xC3\xA9" "A"));
+  std::vector<std::string> names = {"", " ", "a b", "a_b", "a-b", "a.b", "../../x", "con",
+                                    std::string(300, 'x'), std::string(301, 'x'),
+                                    "a_b-" + FileNamePart("a b").substr(4)};
+  for (const std::string& hostile : test::kHostileNames) names.push_back(NameText(hostile) + "!");
+  std::set<std::string> parts;
+  for (const std::string& name : names) {
+    const std::string part = FileNamePart(name);
+    EXPECT_TRUE(parts.insert(part).second) << name;
+    EXPECT_LE(part.size(), 57U);
+    EXPECT_EQ(part.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789_-"), part.npos) << part;
+    EXPECT_FALSE(part.empty());
+  }
+}
+
+}  // namespace
+}  // namespace morvane

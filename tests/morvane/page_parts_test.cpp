@@ -1,0 +1,102 @@
+// The small parts that pages are made with: texts of numbers and times, colours, highlights, files.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "morvane/format.h"
+#include "morvane/kill_table.h"
+#include "morvane/page_folder.h"
+#include "morvane/palette.h"
+#include "tests/morvane/test_support.h"
+
+namespace morvane::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(Format, WritesNumbersForPeople) {
+  EXPECT_EQ(Fixed(1.005, 1), "1.0");
+  EXPECT_EQ(Fixed(0.0 / 0.0, 2), "0.00");
+  EXPECT_EQ(Grouped(999), "999");
+  EXPECT_EQ(Grouped(-1234567), "-1,234,567");
+  EXPECT_EQ(Duration(59), "0:59");
+  EXPECT_EQ(Duration(3599), "59:59");
+  EXPECT_EQ(Duration(3600 * 30 + 61), "30:01:01");
+  EXPECT_EQ(UrlText("a b\"<\xC3.html"), "a%20b%22%3C%C3.html");
+}
+
+TEST(Format, FallsBackToIsoTimes) {
+  for (const char* format : {"", "  ", "%Q", "50%", "%Ep", "%n"}) {
+    const TimeFormat time(format);
+    EXPECT_EQ(time.IsUsable(), std::string_view(format) == "%Ep") << format;
+    if (!time.IsUsable()) {
+      EXPECT_EQ(time.Text(86400 * 365).size(), 19U) << format;
+    }
+  }
+  EXPECT_EQ(TimeFormat("<%Y>\x01").Text(86400 * 365), "<1971>");
+  EXPECT_EQ(TimeFormat("%Y").Text(0), "");
+}
+
+TEST(Palette, KeepsReadableColoursAndMendsOthers) {
+  const Rgb black{0, 0, 0};
+  const Rgb blue{0, 0, 255};
+  EXPECT_EQ(Readable({255, 0, 0}, black), (Rgb{255, 0, 0}));
+  const Rgb shade = Readable(blue, black);
+  EXPECT_GE(Contrast(shade, black), 4.5);
+  EXPECT_EQ(shade.blue, 255);
+  EXPECT_GE(Contrast(Readable({250, 250, 250}, {255, 255, 255}), {255, 255, 255}), 4.5);
+  EXPECT_NEAR(Contrast({255, 255, 255}, black), 21, 0.01);
+  EXPECT_EQ(ColourText(ParseColour("#0aF").value_or(black)), "#00AAFF");
+  for (const char* text : {"", "#12345", "red", "#12345g", "-12345"}) {
+    EXPECT_FALSE(ParseColour(text)) << text;
+  }
+}
+
+/// The colour that a cell of `cells` gets; empty for none.
+std::string ColourOf(const Settings& settings, const std::vector<std::uint32_t>& cells,
+                     std::uint32_t cell) {
+  const std::string style = Hilites(settings, cells).Style(cell);
+  return style.substr(0, std::min(style.find(';'), style.size()));
+}
+
+TEST(Hilites, AreTheHighestLevelThatACellReaches) {
+  Settings settings;
+  settings.hiliteMinimum = 4;
+  settings.hiliteLevels = {{50, "#000050"}, {100, "#000100"}, {90, "#000090"}, {75, "bad\""}};
+  const std::vector<std::uint32_t> cells = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+  EXPECT_EQ(ColourOf(settings, cells, 9), "background:#000100");
+  EXPECT_EQ(ColourOf(settings, cells, 8), "background:#000090");
+  EXPECT_EQ(ColourOf(settings, cells, 7), "background:#000050");
+  EXPECT_EQ(ColourOf(settings, cells, 4), "background:#000050");
+  EXPECT_EQ(ColourOf(settings, cells, 3), "");
+  settings.hiliteMinimum = 0;
+  EXPECT_EQ(ColourOf(settings, {0, 0, 0}, 0), "") << "nobody killed anybody";
+}
+
+TEST(PageFolder, WritesWhatChangesAndCleansUp) {
+  TempFolder temporary;
+  const fs::path folder = temporary.Path() / "a" / "b";
+  std::error_code error;
+  PageFolder(folder, error).Write("page.html", "old");
+  ASSERT_FALSE(error);
+  WriteFile(folder / ".page.html.morvane-999999999", "half");
+  WriteFile(folder / (".page.html.morvane-" + std::to_string(getpid())), "at work");
+  PageFolder pages(folder, error);
+  EXPECT_FALSE(pages.Write("page.html", "old"));
+  EXPECT_FALSE(pages.Write("other.html", "new"));
+  EXPECT_EQ(pages.Unchanged(), 1U);
+  EXPECT_EQ(pages.Written(), 1U);
+  EXPECT_FALSE(fs::exists(folder / ".page.html.morvane-999999999"));
+  EXPECT_TRUE(fs::exists(folder / (".page.html.morvane-" + std::to_string(getpid()))));
+  EXPECT_TRUE(pages.Write("no/such/folder.html", "x"));
+}
+
+TEST(PageFolder, SaysWhyItCannotBeUsed) {
+  TempFolder temporary;
+  WriteFile(temporary.Path() / "file", "x");
+  std::error_code error;
+  const PageFolder pages(temporary.Path() / "file" / "output", error);
+  EXPECT_TRUE(error);
+}
+
+}  // namespace
+}  // namespace morvane::test

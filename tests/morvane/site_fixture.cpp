@@ -1,0 +1,107 @@
+#include "tests/morvane/site_fixture.h"
+
+#include "config/modIni.h"
+#include "morvane/run.h"
+
+namespace morvane::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path kTemplates = MORVANE_TEMPLATES;
+
+std::string Stamped(const std::string& stamp, const std::string& text) {
+  return stamp + text + "\n";
+}
+
+std::string FreeForAll() {
+  std::string log = Init("q3dm17");
+  log += Join(0, "^1Red^7Baron") + Join(1, "Visor");
+  for (std::size_t i = 0; i < kHostileNames.size(); ++i) {
+    log += Join(static_cast<int>(i) + 2, kHostileNames[i]);
+  }
+  for (int i = 0; i < static_cast<int>(kHostileNames.size()); ++i) {
+    log += Kills(i + 3, 0, i + 2) + Kill(i + 2, 0, "ROCKET", "  2:00 ");
+  }
+  log += Kills(2, 1, 1) + Kill(1022, 1, "FALLING") + Kill(1022, 1, "LAVA");
+  log += Stamped("  2:10 ", "Item: 0 weapon_rocketlauncher") + Stamped("  2:11 ", "Item: 1 item_quad");
+  return log + Stamped("  5:00 ", "Exit: Timelimit hit.") + kShutdown;
+}
+
+std::string CaptureTheFlag() {
+  std::string log = Init("Q3CTF1", 4);
+  log += Join(0, "^1Red^7Baron", 1) + Join(1, "Visor", 2) + Join(2, "^4Blue^5Sky", 1);
+  log += Kills(5, 0, 1) + Kill(0, 2, "SHOTGUN") + Kill(1, 0, "GAUNTLET", "  3:00 ");
+  log += Stamped("  5:00 ", "Exit: Capturelimit hit.") + Stamped("  5:00 ", "red:3  blue:1");
+  return log + kShutdown;
+}
+
+/// Sixty players in one game, each of whom kills the next.
+std::string FullHouse(int first) {
+  constexpr int kSlots = 60;
+  std::string log = Init("q3dm6");
+  for (int slot = 0; slot < kSlots; ++slot) log += Join(slot, "Guest" + std::to_string(first + slot));
+  for (int slot = 0; slot < kSlots; ++slot) log += Kill(slot, (slot + 1) % kSlots);
+  return log + kShutdown;
+}
+
+}  // namespace
+
+SiteRun::SiteRun() {
+  WriteFile(Folder() / "morvane.cfg", ReadFile(kTemplates.parent_path() / "morvane.cfg"));
+  Set("Main", "src_path", kTemplates.string());
+  for (const char* key : {"use_main_log", "use_logparser_log", "use_templateparser_log",
+                          "use_customrank_log"}) {
+    Set("Main", key, "5");  // to the files alone
+  }
+  for (const char* key : {"players_min_time", "players_min_games", "players_min_kills"}) {
+    Set("Main", key, "0");
+  }
+  for (const char* key : {"min_players", "min_time", "min_kills"}) Set("Game", key, "0");
+}
+
+void SiteRun::Set(std::string_view section, std::string_view key, std::string_view value) {
+  config::modIni(Folder().string()).WriteIni(section, key, value);
+}
+
+fs::path SiteRun::OwnTemplates() {
+  const fs::path folder = Folder() / "templates";
+  fs::copy(kTemplates, folder, fs::copy_options::recursive);
+  Set("Main", "src_path", "templates");
+  return folder;
+}
+
+void SiteRun::Log(std::string_view text) { WriteFile(Folder() / "games.log", text); }
+
+int SiteRun::Run() { return morvane::Run(Folder().string()); }
+
+std::map<std::string, std::string> SiteRun::Pages() const {
+  std::map<std::string, std::string> pages;
+  for (const auto& entry : fs::directory_iterator(Output())) {
+    if (entry.is_regular_file()) pages[entry.path().filename().string()] = ReadFile(entry.path());
+  }
+  return pages;
+}
+
+std::string RichLog() {
+  std::string log = FreeForAll() + CaptureTheFlag() + FullHouse(0) + FullHouse(60);
+  for (int i = 0; i < 105; ++i) log += Duel("^1Red^7Baron", "Visor", 1 + i % 3);
+  return log;
+}
+
+std::string OneGame(const std::vector<std::string>& names) {
+  std::string log = Init();
+  for (std::size_t i = 0; i < names.size(); ++i) log += Join(static_cast<int>(i), names[i]);
+  for (int i = 1; i < static_cast<int>(names.size()); ++i) log += Kills(i, 0, i);
+  return log + kShutdown;
+}
+
+std::size_t Count(std::string_view text, std::string_view part) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at + part.size())) {
+    ++count;
+  }
+  return count;
+}
+
+}  // namespace morvane::test

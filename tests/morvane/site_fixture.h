@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/morvane/test_support.h"
+
+namespace morvane::test {
+
+/// A program directory with the shipped settings, its limits lifted, and the shipped templates.
+class SiteRun {
+ public:
+  SiteRun();
+
+  std::filesystem::path Folder() const { return folder_.Path(); }
+  std::filesystem::path Output() const { return Folder() / "output"; }
+  /// Changes a setting.
+  void Set(std::string_view section, std::string_view key, std::string_view value);
+  /// Takes this folder as the template directory; the shipped templates lie in it for changing.
+  std::filesystem::path OwnTemplates();
+  /// Makes the log of the next run.
+  void Log(std::string_view text);
+  /// Runs the engine; the result is its exit code.
+  int Run();
+
+  /// The text of a file of the output, empty when there is none.
+  std::string Page(const std::string& name) const { return ReadFile(Output() / name); }
+  /// All files of the output folder itself, by name.
+  std::map<std::string, std::string> Pages() const;
+  std::string Messages(const std::string& log) const { return ReadFile(Folder() / log); }
+
+ private:
+  TempFolder folder_;
+};
+
+/// Names as strangers choose them.
+inline const std::vector<std::string> kHostileNames = {
+    "<script>alert(1)</script>",   "../../x",
+    "'; DROP TABLE players; --",   "   ",
+    "\xE2\x80\xAE" "evil\x07\x1B[31m", "\"><img src=x onerror=alert(1)>",
+    "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D", "^1<^2b^3>{{vars.secret}}",
+    "caf\xE9 &amp; co",            "a b",
+    "a_b",                         "A.B"};
+
+/// A log with everything in it: hostile names, teams, items, falls, long rows, more players and
+/// games than fit into a table or a list.
+std::string RichLog();
+
+/// A log of one game: the first of `names` kills the others, one kill more than the one before.
+std::string OneGame(const std::vector<std::string>& names);
+
+/// How often a text stands in another.
+std::size_t Count(std::string_view text, std::string_view part);
+
+}  // namespace morvane::test

@@ -1,0 +1,314 @@
+#include "morvane/site.h"
+
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <regex>
+#include <set>
+
+#include "morvane/names.h"
+#include "tests/morvane/site_fixture.h"
+
+extern char** environ;
+
+namespace morvane::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+// --- settings -------------------------------------------------------------------------------
+
+/// A setting, and what stands on a page with it that does not stand there with the shipped one.
+struct SettingCase {
+  const char* section;
+  const char* key;
+  const char* value;
+  const char* page;
+  const char* text;
+};
+
+void PrintTo(const SettingCase& c, std::ostream* stream) {
+  *stream << c.key << "=" << c.value << " on " << c.page;
+}
+
+class PageSettings : public testing::TestWithParam<SettingCase> {};
+
+std::string CaseLog() {
+  return OneGame({"^4Boss", "^3One", "Two", "Three"}) + Duel("Two", "^4Boss", 1);
+}
+
+TEST_P(PageSettings, ChangeThePage) {
+  const SettingCase& c = GetParam();
+  SiteRun site;
+  site.Log(CaseLog());
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(Count(site.Page(c.page), c.text), 0U) << "stands there with the shipped setting too";
+  site.Set(c.section, c.key, c.value);
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_GT(Count(site.Page(c.page), c.text), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, PageSettings,
+    testing::Values(
+        SettingCase{"HTML", "text_color", "#123456", "style.css", "--text: #123456;"},
+        SettingCase{"HTML", "link_color", "#12AB56", "style.css", "--link: #12AB56;"},
+        SettingCase{"HTML", "vlink_color", "#12AB56", "style.css", "--visited: #12AB56;"},
+        SettingCase{"HTML", "alink_color", "#12AB56", "style.css", "--active: #12AB56;"},
+        SettingCase{"HTML", "bg_color", "white", "style.css", "--background: #FFFFFF;"},
+        SettingCase{"HTML", "name3", "#ABCDEF", "stats.html",
+                    "<span style=\"color:#ABCDEF\">One</span>"},
+        SettingCase{"HTML", "name4", "#11CC22", "stats.html",
+                    "<span style=\"color:#11CC22\">Boss</span>"},
+        SettingCase{"HTML", "bg_image", "no\\such.png", "style.css", "url(\"images/such.png\")"},
+        SettingCase{"HTML", "file_ext", ".htm", "stats.htm", "href=\"player_boss.htm\""},
+        SettingCase{"KILL TABLES", "hilite_minhilite", "1", "gamektable_1.html",
+                    "style=\"background:#D0D000;color:#000000\">2<"},
+        SettingCase{"KILL TABLES", "hilite_minhilite", "3", "gamektable_1.html",
+                    "style=\"background:#00FF00;color:#000000\">3<"},
+        SettingCase{"KILL TABLES", "hilite_color0", "#ABCDEF", "allkilltable.html",
+                    "--key:#ABCDEF"},
+        SettingCase{"KILL TABLES", "hilite_level1", "88", "allkilltable.html",
+                    "from percentile 88"},
+        SettingCase{"KILL TABLES", "hilite_level3", "62", "allkilltable.html",
+                    "from percentile 62"},
+        SettingCase{"KILL TABLES", "column1", "#FEDCBA", "style.css",
+                    ".c1 { background: #FEDCBA; color: #000000; }"},
+        SettingCase{"Main", "time_format", "year %Y", "game_1.html", "started year 20"},
+        SettingCase{"Main", "players_min_kills", "2", "stats.html", "<tr class=\"unranked\">"},
+        SettingCase{"Game", "game_last_placed", "7", "playerGWP.html", "placed is place 7"},
+        SettingCase{"USER VARS", "title", "A & B", "stats.html", "A &amp; B"}));
+
+TEST(PageSettings, WithoutLevelsNothingIsHighlighted) {
+  SiteRun site;
+  site.Log(CaseLog());
+  site.Set("KILL TABLES", "hilite_minhilite", "1");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_GT(Count(site.Page("gamektable_1.html"), "style=\"background"), 0U);
+  site.Set("KILL TABLES", "hilite_levels", "0");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(Count(site.Page("gamektable_1.html"), "style=\"background"), 0U);
+  EXPECT_EQ(Count(site.Page("gamektable_1.html"), "percentile"), 0U);
+}
+
+TEST(PageSettings, BackgroundImageIsCopied) {
+  SiteRun site;
+  site.Log(CaseLog());
+  WriteFile(site.Folder() / "my pictures" / "star field.png", "bytes");
+  site.Set("HTML", "bg_image", ".\\my pictures\\star field.png");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(ReadFile(site.Output() / "images" / "star field.png"), "bytes");
+  EXPECT_EQ(Count(site.Page("style.css"), "url(\"images/star%20field.png\")"), 1U);
+}
+
+TEST(PageSettings, UnusableTimeFormatIsANormalMessageAndIso) {
+  SiteRun site;
+  site.Log(CaseLog());
+  site.Set("Main", "time_format", "%Q");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(Count(site.Messages("morvane.log.txt"), "normal the time format \"%Q\""), 1U);
+  EXPECT_TRUE(std::regex_search(site.Page("game_1.html"),
+                                std::regex(R"(started \d{4}-\d\d-\d\d \d\d:\d\d:\d\d)")));
+}
+
+TEST(PageSettings, OverallKillTablesLeaveUnrankedPlayersOut) {
+  SiteRun site;
+  site.Log(CaseLog());
+  site.Set("Main", "players_min_kills", "1");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(Count(site.Page("allkilltable.html"), ">Three<"), 0U);
+  EXPECT_GT(Count(site.Page("playerrank.html"), ">Three<"), 0U) << "never silently missing";
+  site.Set("Main", "limit_overall_killtables", "0");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(Count(site.Page("allkilltable.html"), ">Three<"), 2U) << "a row and a column";
+}
+
+// --- hostile input --------------------------------------------------------------------------
+
+TEST(Site, HostileNamesStayTextAndInsideTheFolder) {
+  SiteRun site;
+  site.Log(RichLog());
+  site.Set("USER VARS", "secret", "<i>leak</i>");
+  ASSERT_EQ(site.Run(), 0);
+  std::size_t playerPages = 0;
+  for (const auto& [name, text] : site.Pages()) {
+    EXPECT_EQ(name.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                                     "0123456789_-."),
+              name.npos) << name;
+    for (const char* raw : {"<script>alert", "<img", "<i>leak", "\xE2\x80\xAE", "\x1B", "\x07",
+                            "caf\xE9 "}) {
+      EXPECT_EQ(Count(text, raw), 0U) << name << ": " << raw;
+    }
+    if (name.starts_with("player_")) ++playerPages;
+  }
+  EXPECT_EQ(Count(site.Page("stats.html"), "&lt;script&gt;alert(1)&lt;/script&gt;</bdi>"), 0U)
+      << "the first hundred are others";
+  EXPECT_GT(Count(site.Page("playerrank.html"), "&lt;script&gt;alert(1)&lt;/script&gt;</bdi>"), 0U);
+  EXPECT_EQ(playerPages, 3U + kHostileNames.size() + 120U) << "two players shared a page";
+}
+
+TEST(Site, KeepsTheNamesOfPlayerPages) {
+  SiteRun site;
+  site.Log(OneGame({"A.B", "a b", "Zeh"}));
+  ASSERT_EQ(site.Run(), 0);
+  std::set<std::string> before;
+  for (const auto& [name, text] : site.Pages()) before.insert(name);
+  site.Log(OneGame({"zeh", "^1A.b", "Other", "A B"}));
+  ASSERT_EQ(site.Run(), 0);
+  for (const auto& [name, text] : site.Pages()) {
+    if (name.starts_with("player_")) {
+      EXPECT_TRUE(before.count(name) == 1 || name == "player_other.html") << name;
+    }
+  }
+}
+
+// --- the site as a whole --------------------------------------------------------------------
+
+/// What the links of a page lead to, without those within it.
+std::vector<std::string> LinksOf(const std::string& page) {
+  static const std::regex kLink(R"re((?:href|src)="([^"]*)")re");
+  std::vector<std::string> links;
+  for (std::sregex_iterator at(page.begin(), page.end(), kLink), end; at != end; ++at) {
+    if (!(*at)[1].str().starts_with("#")) links.push_back((*at)[1]);
+  }
+  return links;
+}
+
+void ExpectLinksResolve(const SiteRun& site) {
+  const std::map<std::string, std::string> pages = site.Pages();
+  for (const auto& [name, text] : pages) {
+    if (!name.ends_with(".html")) continue;
+    for (const std::string& link : LinksOf(text)) {
+      EXPECT_EQ(pages.count(link), 1U) << name << " leads to " << link;
+    }
+  }
+}
+
+TEST(Site, LinksResolveAndLeadNowhereElse) {
+  SiteRun site;
+  site.Log(RichLog());
+  ASSERT_EQ(site.Run(), 0);
+  ExpectLinksResolve(site);
+  for (const auto& [name, text] : site.Pages()) {
+    EXPECT_EQ(Count(text, "://") + Count(text, "url(//"), 0U) << name;
+  }
+}
+
+TEST(Site, IsConsistentWithFewTemplates) {
+  for (const char* lone : {"player_template", "lastgame_template", "gamelist_template", "none"}) {
+    SiteRun site;
+    site.Log(RichLog());
+    for (const char* key : {"map_templates_number", "game_templates_number"}) {
+      site.Set("TEMPLATES", key, "0");
+    }
+    site.Set("TEMPLATES", "main_templates_number", "2");
+    for (const char* key : {"player_template", "lastgame_template", "gamelist_template"}) {
+      if (std::string_view(key) != lone) site.Set("TEMPLATES", key, "");
+    }
+    ASSERT_EQ(site.Run(), 0);
+    ExpectLinksResolve(site);
+    EXPECT_EQ(Count(site.Page("stats.html"), "href=\"playerKDS.html\""), 1U);
+  }
+}
+
+TEST(Site, WorksWithoutCountedGames) {
+  SiteRun site;
+  site.Log("");
+  ASSERT_EQ(site.Run(), 0);
+  ExpectLinksResolve(site);
+  EXPECT_EQ(Count(site.Page("stats.html"), "No player has been seen"), 1U);
+  EXPECT_EQ(Count(site.Page("lastgame.html"), "No game has been counted"), 1U);
+}
+
+/// Runs tidy over files; the result is what it says about them.
+std::string Tidy(const fs::path& report, const std::vector<std::string>& files) {
+  std::vector<std::string> arguments = {"tidy", "-q", "-e", "-f", report.string()};
+  arguments.insert(arguments.end(), files.begin(), files.end());
+  std::vector<char*> pointers;
+  for (std::string& argument : arguments) pointers.push_back(argument.data());
+  pointers.push_back(nullptr);
+  pid_t child = 0;
+  if (posix_spawnp(&child, "tidy", nullptr, nullptr, pointers.data(), environ) != 0) {
+    return "tidy cannot be started";
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return ReadFile(report);
+}
+
+TEST(Site, PagesAreValid) {
+  SiteRun site;
+  site.Log(RichLog());
+  ASSERT_EQ(site.Run(), 0);
+  std::vector<std::string> files;
+  for (const auto& [name, text] : site.Pages()) {
+    const bool oneOfMany = name.find("_9") != name.npos || name.find("_guest") != name.npos;
+    if (name.ends_with(".html") && !oneOfMany) files.push_back((site.Output() / name).string());
+  }
+  ASSERT_GT(files.size(), 40U);
+  std::istringstream lines(Tidy(site.Folder() / "tidy.txt", files));
+  for (std::string line; std::getline(lines, line);) {
+    // This tidy is older than that attribute; and a table may well have no rows.
+    const bool known = line.find("\"aria-current\"") != line.npos ||
+                       line.find("trimming empty <tbody>") != line.npos;
+    EXPECT_TRUE(known) << line;
+  }
+}
+
+TEST(Site, RewritesOnlyWhatChanges) {
+  SiteRun site;
+  site.Log(RichLog());
+  ASSERT_EQ(site.Run(), 0);
+  const auto past = fs::file_time_type::clock::now() - std::chrono::hours(1);
+  for (const auto& entry : fs::directory_iterator(site.Output())) {
+    fs::last_write_time(entry.path(), past);
+  }
+  const auto rewritten = [&] {
+    std::set<std::string> names;
+    for (const auto& entry : fs::directory_iterator(site.Output())) {
+      if (entry.last_write_time() > past) names.insert(entry.path().filename().string());
+    }
+    return names;
+  };
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(rewritten(), std::set<std::string>());
+  site.Set("HTML", "bg_color", "#101010");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(rewritten().count("style.css"), 1U);
+  EXPECT_EQ(rewritten().count("playerrank.html"), 0U);
+}
+
+// --- templates ------------------------------------------------------------------------------
+
+TEST(Site, MissingAndBrokenTemplatesCostOnlyTheirPages) {
+  SiteRun site;
+  site.Log(CaseLog());
+  const fs::path folder = site.OwnTemplates();
+  WriteFile(folder / "game.htmlt", "one\n{{#players}}\n");
+  fs::remove(folder / "map.htmlt");
+  site.Set("TEMPLATES", "main_template3", "own.tpl");
+  WriteFile(folder / "own.tpl", "own {{vars.x}}");
+  site.Set("TEMPLATES", "main_template4", "stats");
+  ASSERT_EQ(site.Run(), 0);
+  const std::string messages = site.Messages("templateparser.log.txt");
+  EXPECT_EQ(Count(messages, " severe "), 2U);
+  EXPECT_EQ(Count(messages, "game.htmlt:2: Unclosed section \"players\""), 1U);
+  EXPECT_EQ(Count(messages, "map.htmlt: the template cannot be read"), 1U);
+  EXPECT_EQ(site.Page("game_1.html") + site.Page("map_q3dm17.html"), "");
+  EXPECT_NE(site.Page("gameplayer_1.html"), "");
+  EXPECT_EQ(site.Page("own.html"), "own ");
+  ExpectLinksResolve(site);
+}
+
+TEST(Site, TwoPagesOfOneNameAreASevereMessage) {
+  SiteRun site;
+  site.Log(OneGame({"Zeh", "Mal"}));
+  WriteFile(site.OwnTemplates() / "player_zeh.htmlt", "own");
+  site.Set("TEMPLATES", "main_template1", "player_zeh");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(Count(site.Messages("morvane.log.txt"), "two pages have the name player_zeh.html"), 1U);
+}
+
+}  // namespace
+}  // namespace morvane::test

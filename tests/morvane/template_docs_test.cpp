@@ -1,0 +1,169 @@
+// Holds docs/templates.md against the engine: a template made from the document uses every variable
+// named there, and each has to have a value on some page of its kind.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+
+#include "tests/morvane/site_fixture.h"
+
+namespace morvane::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Variable {
+  std::string name;
+  std::string type;
+};
+
+/// The document by headings: the variables of each, and the headings whose variables it takes over.
+struct Documented {
+  std::map<std::string, std::vector<Variable>> variables;
+  std::map<std::string, std::string> takenOver;
+};
+
+Documented ReadDocument() {
+  Documented documented;
+  std::string heading;
+  std::istringstream lines(ReadFile(fs::path(MORVANE_TEMPLATES) / "../../docs/templates.md"));
+  const std::regex row(R"(\| `([\w.]+)` \| ([^|]+) \|.*)");
+  const std::regex takes(R"re(.*(?:those|All|variables) of "([^"]+)".*)re");
+  std::smatch match;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("## ") || line.starts_with("### ")) {
+      heading = line.substr(line.find(' ') + 1);
+    } else if (std::regex_match(line, match, row)) {
+      documented.variables[heading].push_back({match[1], match[2]});
+    } else if (std::regex_match(line, match, takes)) {
+      documented.takenOver[heading] = match[1];
+    }
+  }
+  return documented;
+}
+
+/// The variables of a heading, each once: its own first.
+std::vector<Variable> VariablesOf(const Documented& documented, const std::string& heading) {
+  std::vector<Variable> variables;
+  const auto add = [&](const std::string& from) {
+    const auto found = documented.variables.find(from);
+    ASSERT_NE(found, documented.variables.end()) << "no variables under " << from;
+    for (const Variable& variable : found->second) {
+      const bool known = std::any_of(variables.begin(), variables.end(), [&](const Variable& v) {
+        return v.name == variable.name;
+      });
+      if (!known) variables.push_back(variable);
+    }
+  };
+  const auto more = documented.takenOver.find(heading);
+  if (documented.variables.count(heading) == 1 || more == documented.takenOver.end()) add(heading);
+  if (more != documented.takenOver.end()) add(more->second);
+  return variables;
+}
+
+/// Makes a template from the variables under a heading and the rows and objects among them; `uses`
+/// gets a mark for each. `kind`: of the template.
+std::string TemplateOf(const Documented& documented, const std::string& heading,
+                       const std::string& kind, std::set<std::string>& uses) {
+  std::string text;
+  for (const auto& [name, type] : VariablesOf(documented, heading)) {
+    const std::string mark = "@" + kind + "/" + heading + "/" + name + "@";
+    const std::size_t colon = type.find(": ");
+    if (colon != type.npos) {
+      text += "{{#" + name + "}}\n" +
+              TemplateOf(documented, type.substr(colon + 2), kind, uses) + "{{/" +
+              name + "}}\n";
+      continue;
+    }
+    uses.insert(mark);
+    if (type == "flag") {
+      text += "{{#" + name + "}}" + mark + "set@@{{/" + name + "}}\n";
+    } else {
+      text += mark + (type == "html" ? "{{{" + name + "}}}" : "{{" + name + "}}") + "@@\n";
+    }
+  }
+  return text;
+}
+
+bool HasValue(const std::string& pages, const std::string& mark) {
+  for (std::size_t at = pages.find(mark); at != pages.npos; at = pages.find(mark, at + 1)) {
+    if (pages.compare(at + mark.size(), 2, "@@") != 0) return true;
+  }
+  return false;
+}
+
+/// The pages of templates, one after the other.
+std::string PagesOf(const SiteRun& site, const std::string& prefix) {
+  std::string all;
+  for (const auto& [name, text] : site.Pages()) {
+    if (name.starts_with(prefix)) all += text;
+  }
+  return all;
+}
+
+/// A kind of template: where the settings name it, and the heading it is documented under.
+struct Kind {
+  const char* key;
+  const char* name;
+  const char* heading;
+};
+
+constexpr Kind kKinds[] = {{"main_template0", "everymain", "In every template"},
+                           {"map_template0", "everymap", "Page of a map"},
+                           {"game_template0", "everygame", "Page of a game"},
+                           {"gamelist_template", "gamelist", "Page of the list of games"},
+                           {"gamelist_loop_template", "everyloop", "Row of the list of games"},
+                           {"player_template", "everyplayer", "Page of a player"}};
+
+TEST(TemplateDocument, EveryVariableHasAValueSomewhere) {
+  const Documented documented = ReadDocument();
+  SiteRun site;
+  site.Log(RichLog());
+  const fs::path folder = site.OwnTemplates();
+  WriteFile(folder / "custrank.htmlt", "kill.killer = rank + 1\n");
+  WriteFile(site.Folder() / "stars.png", "not a picture");
+  site.Set("Main", "use_cust_rank", "1");
+  site.Set("HTML", "bg_image", "stars.png");
+  std::map<std::string, std::set<std::string>> uses;
+  for (const Kind& kind : kKinds) {
+    const std::string text = TemplateOf(documented, kind.heading, kind.name, uses[kind.name]);
+    WriteFile(folder / (std::string(kind.name) + ".htmlt"), "{{! group: All }}\n" + text);
+    site.Set("TEMPLATES", kind.key, kind.name);
+  }
+  // A variable that is not there has to be found missing, or the test would be worth nothing.
+  std::ofstream(folder / "everymain.htmlt", std::ios::app) << "@everymain/none@{{none}}@@\n";
+  ASSERT_EQ(site.Run(), 0);
+  for (const auto& [name, marks] : uses) {
+    const std::string pages = PagesOf(site, name == "everyloop" ? "gamelist" : name);
+    ASSERT_FALSE(marks.empty());
+    for (const std::string& mark : marks) EXPECT_TRUE(HasValue(pages, mark)) << mark;
+  }
+  EXPECT_FALSE(HasValue(PagesOf(site, "everymain"), "@everymain/none@"));
+}
+
+TEST(TemplateDocument, NamesEveryVariableThatTheShippedTemplatesUse) {
+  std::set<std::string> known;
+  for (const auto& [heading, variables] : ReadDocument().variables) {
+    for (const Variable& variable : variables) known.insert(variable.name);
+  }
+  const std::regex tag(R"(\{\{+\s*[#^/&]?\s*([A-Za-z_][\w.]*)\s*\}\})");
+  for (const auto& entry : fs::directory_iterator(MORVANE_TEMPLATES)) {
+    const std::string text = ReadFile(entry.path());
+    const std::string file = entry.path().filename().string();
+    if (file == "custrank.htmlt") continue;  // rules, no page
+    for (std::sregex_iterator at(text.begin(), text.end(), tag), end; at != end; ++at) {
+      const std::string name = (*at)[1];
+      const std::string first = name.substr(0, name.find('.'));
+      // The members of these two are named by the user.
+      if (first == "vars" || first == "links") continue;
+      const std::string last = name.substr(name.rfind('.') + 1);
+      EXPECT_TRUE(known.count(first) == 1 && known.count(last) == 1) << file << ": " << name;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace morvane::test
