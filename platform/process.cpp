@@ -84,6 +84,7 @@ StartResult Start(const std::vector<std::string>& arguments, Bond bond) {
       arguments.empty() ? std::nullopt : FindProgram(arguments.front());
   if (!program) return {0, Describe(ENOENT)};
   std::vector<char*> list;
+  list.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments) list.push_back(const_cast<char*>(argument.c_str()));
   list.push_back(nullptr);
 

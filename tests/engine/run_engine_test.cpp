@@ -25,7 +25,6 @@ using platform::Control;
 using support::Choose;
 using support::Click;
 using support::StatusText;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
