@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 class RegistryTest : public testing::Test {
  protected:
