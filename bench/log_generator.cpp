@@ -372,7 +372,38 @@ void Server::Exit(const char* reason, const Place& place) {
   }
 }
 
+/// The fields of a line of the log after its stamp.
+template <class... Values>
+std::string Text(const char* format, Values... values) {
+  char text[512];
+  const int size = std::snprintf(text, sizeof text, format, values...);
+  return {text, static_cast<std::size_t>(size)};
+}
+
 }  // namespace
+
+void GenerateCrowdLog(std::size_t players, std::size_t games,
+                      const std::function<void(std::string_view)>& write) {
+  constexpr std::size_t kSeats = 8;
+  constexpr int kKills = 40;
+  Random random(players + games);
+  for (std::size_t game = 0; game < games; ++game) {
+    write(Text("  0:00 InitGame: \\g_gametype\\0\\mapname\\%s\n", random.OneOf(kPlaces).map));
+    for (std::size_t slot = 0; slot < kSeats; ++slot) {
+      // Everybody comes in turn, so that a large enough number of games shows them all.
+      const std::size_t who = slot == 0 ? game % players : random.Below(players);
+      write(
+          Text("  0:01 ClientUserinfoChanged: %zu n\\^%zuplayer %zu\\t\\0\n", slot, who % 8, who));
+      write(Text("  0:01 ClientBegin: %zu\n", slot));
+    }
+    for (int kill = 0; kill < kKills; ++kill) {
+      const Weapon& weapon = random.OneOf(kWeapons);
+      write(Text("%3d:%02d Kill: %zu %zu %d: a killed b by MOD_%s\n", kill / 4, kill % 4 * 15,
+                 random.Below(kSeats), random.Below(kSeats), weapon.number, weapon.name));
+    }
+    write(" 10:00 Exit: Timelimit hit.\n 10:00 ShutdownGame:\n");
+  }
+}
 
 void GenerateLog(std::uint64_t seed, double hours,
                  const std::function<void(std::string_view)>& write) {

@@ -165,10 +165,10 @@ std::uint32_t GameBuilder::EntrantIn(std::size_t slot) {
 }
 
 std::uint32_t GameBuilder::EntrantNamed(std::string_view name) {
-  if (const auto found = left_.find(PlayerKey(name));
-      found != left_.end() && !found->second.empty()) {
-    const std::uint32_t entrant = found->second.back();
-    found->second.pop_back();
+  const auto back = left_.empty() ? left_.end() : left_.find(PlayerKey(name));
+  if (back != left_.end() && !back->second.empty()) {
+    const std::uint32_t entrant = back->second.back();
+    back->second.pop_back();
     game_.entrants[entrant].name = name;
     return entrant;
   }

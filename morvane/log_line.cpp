@@ -64,6 +64,21 @@ bool CutStamp(std::string_view line, LogLine& result) {
   return false;
 }
 
+/// The stamp that nearly every line has, "MMM:SS ", read in one go.
+bool CutUsualStamp(std::string_view line, LogLine& result) {
+  constexpr std::size_t kLength = 7;
+  if (line.size() < kLength || line[3] != ':' || line[6] != ' ') return false;
+  const auto digit = [&](std::size_t at) { return line[at] == ' ' ? 0 : line[at] - '0'; };
+  const bool usual = IsDigit(line[2]) && IsDigit(line[4]) && IsDigit(line[5]) &&
+                     (IsDigit(line[1]) || (line[1] == ' ' && line[0] == ' ')) &&
+                     (IsDigit(line[0]) || line[0] == ' ');
+  if (!usual) return false;
+  const int minutes = digit(0) * 100 + digit(1) * 10 + digit(2);
+  result.tenths = (minutes * 60 + digit(4) * 10 + digit(5)) * 10;
+  result.text = line.substr(kLength);
+  return true;
+}
+
 /// Where in a clipped line the next line begins; the line's length when nothing is glued to it.
 std::size_t GluedLine(std::string_view line) {
   for (std::size_t at = kClippedFrom; at < std::min(line.size(), kClippedTo); ++at) {
@@ -80,7 +95,7 @@ LogLine CutLine(std::string_view line) {
     line.remove_prefix(std::min(line.find_first_not_of('\0'), line.size()));
   }
   LogLine result;
-  result.stamped = CutStamp(line, result);
+  result.stamped = CutUsualStamp(line, result) || CutStamp(line, result);
   if (!result.stamped) result = {line};
   return result;
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <charconv>
 #include <optional>
 #include <thread>
 #include <utility>
@@ -28,14 +27,22 @@ inline bool Take(std::string_view& text, std::string_view beginning) {
   return true;
 }
 
-/// Takes a number and the blanks before it off the text.
+/// Takes a number of at most nine digits and the blanks before it off the text.
 inline std::optional<int> TakeNumber(std::string_view& text) {
-  while (!text.empty() && text[0] == ' ') text.remove_prefix(1);
+  constexpr std::size_t kMostDigits = 9;
+  std::size_t at = 0;
+  while (at < text.size() && text[at] == ' ') ++at;
+  const bool negative = at < text.size() && text[at] == '-';
+  if (negative) ++at;
+  const std::size_t first = at;
   int number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc()) return std::nullopt;
-  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-  return number;
+  while (at < text.size() && text[at] >= '0' && text[at] <= '9') {
+    if (at - first == kMostDigits) return std::nullopt;
+    number = number * 10 + (text[at++] - '0');
+  }
+  if (at == first) return std::nullopt;
+  text.remove_prefix(at);
+  return negative ? -number : number;
 }
 
 /// Takes the number of a client's slot off the text.
@@ -313,6 +320,13 @@ std::vector<std::uint16_t> NewNumbers(const Names& from, Names& to) {
   return numbers;
 }
 
+bool IsUnchanged(const std::vector<std::uint16_t>& numbers) {
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    if (numbers[i] != i) return false;
+  }
+  return true;
+}
+
 /// Where the next game begins from `from` on; the log's size when none does.
 std::size_t FindGame(std::string_view log, std::size_t from) {
   constexpr std::string_view kInit = "InitGame:";
@@ -336,6 +350,7 @@ void Renumber(std::vector<Game>& games, const Names& from, Names& weapons, const
               Names& items) {
   const auto weaponNumbers = NewNumbers(from, weapons);
   const auto itemNumbers = NewNumbers(fromItems, items);
+  if (IsUnchanged(weaponNumbers) && IsUnchanged(itemNumbers)) return;
   for (Game& game : games) {
     for (Entrant& entrant : game.entrants) {
       RenumberFigures(entrant.figures, weaponNumbers, itemNumbers);
