@@ -1,5 +1,6 @@
-// Holds docs/templates.md against the engine: a template made from the document uses every variable
-// named there, and each has to have a value on some page of its kind.
+// Holds the documents against the engine. A template made from docs/templates.md uses every variable
+// named there, and each has to have a value on some page of its kind; every event, variable and
+// example of docs/ranking.md has to make a rule.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,12 +9,15 @@
 #include <set>
 #include <sstream>
 
+#include "morvane/ranking.h"
 #include "tests/morvane/site_fixture.h"
 
 namespace morvane::test {
 namespace {
 
 namespace fs = std::filesystem;
+
+const fs::path kDocuments = fs::path(MORVANE_TEMPLATES) / "../../docs";
 
 struct Variable {
   std::string name;
@@ -29,7 +33,7 @@ struct Documented {
 Documented ReadDocument() {
   Documented documented;
   std::string heading;
-  std::istringstream lines(ReadFile(fs::path(MORVANE_TEMPLATES) / "../../docs/templates.md"));
+  std::istringstream lines(ReadFile(kDocuments / "templates.md"));
   const std::regex row(R"(\| `([\w.]+)` \| ([^|]+) \|.*)");
   const std::regex takes(R"re(.*(?:those|All|variables) of "([^"]+)".*)re");
   std::smatch match;
@@ -163,6 +167,38 @@ TEST(TemplateDocument, NamesEveryVariableThatTheShippedTemplatesUse) {
       EXPECT_TRUE(known.count(first) == 1 && known.count(last) == 1) << file << ": " << name;
     }
   }
+}
+
+/// What the engine has against rules.
+std::string Complaints(const std::string& rules) {
+  TempFolder folder;
+  {
+    Messages messages(folder.Path().string(), {0, 0, 0, Messages::kSevereFile});
+    const Ranking ranking(rules, "rules", messages);
+  }
+  return ReadFile(folder.Path() / "custrank.log.txt");
+}
+
+TEST(RankingDocument, TellsRulesThatWork) {
+  const std::regex code(R"(\| `([a-z.]+)` \|.*)");
+  std::istringstream lines(ReadFile(kDocuments / "ranking.md"));
+  std::string examples;
+  std::string table;
+  std::size_t rules = 0;
+  std::smatch match;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("    ")) examples += line + "\n";
+    if (line.starts_with("| Event") || line.starts_with("| Variable")) table = line.substr(2, 5);
+    if (!std::regex_match(line, match, code)) continue;
+    const std::string rule =
+        table == "Event" ? match[1].str() + " = rank" : "world = rank + " + match[1].str();
+    EXPECT_EQ(Complaints(rule), "") << rule;
+    ++rules;
+  }
+  EXPECT_EQ(rules, 15U) << "seven events and eight variables";
+  EXPECT_EQ(Count(examples, "\n"), 5U);
+  EXPECT_EQ(Complaints(examples), "");
+  EXPECT_EQ(Count(Complaints("none = rank\nworld = none"), "rule skipped"), 2U);
 }
 
 }  // namespace
