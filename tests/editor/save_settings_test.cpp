@@ -11,6 +11,8 @@
 #include <thread>
 #include <unistd.h>
 
+#include <QElapsedTimer>
+
 #include "tests/editor/fields_test.h"
 
 namespace editor {
@@ -212,13 +214,38 @@ TEST_F(Save, ReadsTheFieldsAfterTheSectionsAreEmptied) {
   EXPECT_TRUE(HasLine("time_format=typed meanwhile"));
 }
 
-/// Saves two states in turn until it is killed.
-[[noreturn]] void SaveForever(QWidget& window, config::modIni& ini, QLineEdit& field) {
-  for (int i = 0;; ++i) {
-    field.setText(i % 2 == 0 ? "odd" : "even");
-    SaveSettings(window, ini, [] {});
+/// A process that saves two states in turn until it is killed, and says so after each save.
+class Saver {
+ public:
+  Saver(QWidget& window, config::modIni& ini, QLineEdit& field) {
+    EXPECT_EQ(pipe(pipe_.data()), 0);
+    process_ = fork();
+    for (int i = 0; process_ == 0; ++i) {
+      field.setText(kStates[static_cast<std::size_t>(i % 2)]);
+      SaveSettings(window, ini, [] {});
+      if (write(pipe_[1], "s", 1) != 1) _exit(1);
+    }
   }
-}
+  Saver(const Saver&) = delete;
+  Saver& operator=(const Saver&) = delete;
+  ~Saver() {
+    kill(process_, SIGKILL);
+    waitpid(process_, nullptr, 0);
+    close(pipe_[0]);
+    close(pipe_[1]);
+  }
+
+  void WaitForSaves(int count) {
+    char signal = 0;
+    for (int i = 0; i < count; ++i) EXPECT_EQ(read(pipe_[0], &signal, 1), 1);
+  }
+
+  static constexpr std::array kStates = {"odd", "even"};
+
+ private:
+  std::array<int, 2> pipe_ = {};
+  pid_t process_ = 0;
+};
 
 TEST_F(Save, KilledAtAnyMomentTheFileIsWhole) {
   std::string bytes = "[Logs]\nnumber_of_logs=500\n";
@@ -227,24 +254,28 @@ TEST_F(Save, KilledAtAnyMomentTheFileIsWhole) {
   }
   Open(bytes);
   std::array<std::string, 2> whole;
+  QElapsedTimer clock;
   for (std::size_t i = 0; i < whole.size(); ++i) {
-    Box("txtTimeFormat").setText(i == 0 ? "odd" : "even");
-    Click("cmdSave");
+    Box("txtTimeFormat").setText(Saver::kStates[i]);
+    clock.start();
+    SaveSettings(Window(), Window().Ini(), [] {});
     whole[i] = File();
   }
+  // Kills are spread over the time that two saves take.
+  const auto span = static_cast<unsigned>(2 * clock.nsecsElapsed() / 1000);
   std::mt19937 random(1);
   std::array<int, 2> met = {};
-  for (int kill = 0; kill < 60; ++kill) {
-    const pid_t child = fork();
-    if (child == 0) SaveForever(Window(), Window().Ini(), Box("txtTimeFormat"));
-    std::this_thread::sleep_for(std::chrono::microseconds(random() % 30000));
-    ::kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
+  for (int kill = 0; kill < 30; ++kill) {
+    {
+      Saver saver(Window(), Window().Ini(), Box("txtTimeFormat"));
+      saver.WaitForSaves(1 + kill % 2);
+      std::this_thread::sleep_for(std::chrono::microseconds(random() % span));
+    }
     const std::string file = File();
     ASSERT_TRUE(file == whole[0] || file == whole[1]) << file;
     ++met[file == whole[0] ? 0 : 1];
   }
-  EXPECT_GT(met[0], 0) << "the child never got as far as a save";
+  EXPECT_GT(met[0], 0);
   EXPECT_GT(met[1], 0);
 }
 
