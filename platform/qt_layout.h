@@ -75,6 +75,12 @@ struct ControlRow {
 
   // The row with one thing changed.
 
+  template <class Member, class Value>
+  constexpr ControlRow With(Member ControlRow::*member, const Value& value) const {
+    ControlRow row = *this;
+    row.*member = value;
+    return row;
+  }
   constexpr ControlRow Tip(const char* text) const { return With(&ControlRow::tooltip, text); }
   /// A name for assistive tools. A field without one is named by the label in the row before it.
   constexpr ControlRow Named(const char* text) const {
@@ -100,14 +106,6 @@ struct ControlRow {
   }
   constexpr ControlRow Ink(QRgb color) const { return With(&ControlRow::ink, color); }
   constexpr ControlRow Paper(QRgb color) const { return With(&ControlRow::paper, color); }
-
- private:
-  template <class Member, class Value>
-  constexpr ControlRow With(Member ControlRow::*member, const Value& value) const {
-    ControlRow row = *this;
-    row.*member = value;
-    return row;
-  }
 };
 
 /// Width of a list view's columns, in twips.
