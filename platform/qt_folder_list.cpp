@@ -72,10 +72,10 @@ std::error_code FolderList::SetPath(const QString& path) {
 
 void FolderList::Fill() {
   clear();
-  QTreeWidgetItem* current = nullptr;
+  QTreeWidgetItem* current = invisibleRootItem();
   for (const QString& folder : WayTo(path_)) {
     QTreeWidgetItem* const item = NewItem(folder, style()->standardIcon(QStyle::SP_DirOpenIcon));
-    current == nullptr ? addTopLevelItem(item) : current->addChild(item);
+    current->addChild(item);
     current = item;
   }
   const QIcon closed = style()->standardIcon(QStyle::SP_DirClosedIcon);
