@@ -8,9 +8,9 @@ namespace {
 template <class T>
 T Next(std::deque<T>& queue, T otherwise) {
   if (queue.empty()) return otherwise;
-  T next = std::move(queue.front());
+  std::swap(otherwise, queue.front());
   queue.pop_front();
-  return next;
+  return otherwise;
 }
 
 }  // namespace
