@@ -37,12 +37,14 @@ std::uint32_t ColumnTotal(const CountTable& table, std::size_t column) {
   return total;
 }
 
+/// A game has hundreds of cells and a site thousands of games, so a cell holds no flags for what it
+/// has not; nothing further out has variables of these names.
 Data Cell(std::uint32_t count, std::size_t column, std::string_view style, bool own) {
   Data cell;
   Set(cell, "tone", column % std::tuple_size_v<decltype(Settings::columnColors)>);
-  SetOptional(cell, "count", count == 0 ? std::string() : std::to_string(count));
-  SetOptional(cell, "style", style);
-  SetFlag(cell, "own", own);
+  if (count > 0) Set(cell, "count", count);
+  if (!style.empty()) Set(cell, "style", style);
+  if (own) SetFlag(cell, "own", true);
   return cell;
 }
 
