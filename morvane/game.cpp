@@ -56,8 +56,11 @@ constexpr std::string_view kOther = "OTHER";
 /// A number of the last bytes of a name, where names of one family differ.
 std::size_t HashOf(std::string_view name) {
   std::uint64_t bytes = 0;
-  const std::size_t count = std::min(name.size(), sizeof bytes);
-  std::memcpy(&bytes, name.data() + name.size() - count, count);
+  if (name.size() >= sizeof bytes) {
+    std::memcpy(&bytes, name.data() + name.size() - sizeof bytes, sizeof bytes);
+  } else {
+    for (const char c : name) bytes = (bytes << 8) | static_cast<unsigned char>(c);
+  }
   return static_cast<std::size_t>(((bytes + name.size()) * 0x9E3779B97F4A7C15U) >> 48);
 }
 
@@ -96,16 +99,24 @@ std::string GameTypeName(int type) {
   return "Type " + std::to_string(type);
 }
 
-std::uint16_t Names::Number(std::string_view name) {
+std::size_t Names::SlotOf(std::string_view name) const {
   std::size_t at = HashOf(name) % kSlots;
-  while (slots_[at] != kEmpty) {
-    if (names_[slots_[at]] == name) return slots_[at];
-    at = (at + 1) % kSlots;
-  }
+  while (slots_[at] != kEmpty && names_[slots_[at]] != name) at = (at + 1) % kSlots;
+  return at;
+}
+
+std::optional<std::uint16_t> Names::Find(std::string_view name) const {
+  const std::uint16_t number = slots_[SlotOf(name)];
+  return number == kEmpty ? std::nullopt : std::optional(number);
+}
+
+std::uint16_t Names::Number(std::string_view name) {
+  std::uint16_t& slot = slots_[SlotOf(name)];
+  if (slot != kEmpty) return slot;
   if (names_.size() + 1 >= kMost && name != kOther) return Number(kOther);
-  slots_[at] = static_cast<std::uint16_t>(names_.size());
+  slot = static_cast<std::uint16_t>(names_.size());
   names_.emplace_back(name);
-  return slots_[at];
+  return slot;
 }
 
 std::string WeaponTitle(std::string_view name) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -124,6 +125,8 @@ class Names {
   static constexpr std::size_t kMost = 512;
 
   std::uint16_t Number(std::string_view name);
+  /// The number of a name that has one.
+  std::optional<std::uint16_t> Find(std::string_view name) const;
   std::size_t size() const { return names_.size(); }
   const std::vector<std::string>& All() const { return names_; }
   const std::string& operator[](std::uint16_t number) const { return names_[number]; }
@@ -131,6 +134,7 @@ class Names {
  private:
   // Found for every second line of a log: an open table of twice the size, hashed by few bytes.
   static constexpr std::size_t kSlots = 2 * kMost;
+  std::size_t SlotOf(std::string_view name) const;
   std::vector<std::string> names_;
   std::vector<std::uint16_t> slots_ = std::vector<std::uint16_t>(kSlots, kEmpty);
   static constexpr std::uint16_t kEmpty = 0xFFFF;

@@ -84,9 +84,12 @@ std::string_view Word(std::string_view text) {
 /// hold anything, so the last one counts.
 std::string_view MeansName(std::string_view text) {
   constexpr std::string_view kPrefix = "MOD_";
-  const std::size_t by = text.rfind(" by ");
+  constexpr std::string_view kBy = " by ";
+  std::size_t by = text.rfind(' ');  // nearly always the blank of " by "
+  by = by != text.npos && by >= 3 && text.substr(by - 3, kBy.size()) == kBy ? by - 3
+                                                                            : text.rfind(kBy);
   if (by == text.npos) return {};
-  std::string_view name = Word(text.substr(by + 4));
+  std::string_view name = Word(text.substr(by + kBy.size()));
   Take(name, kPrefix);
   return name;
 }
@@ -253,6 +256,7 @@ void Parser::Kill(std::string_view text) {
 void Parser::Item(std::string_view text) {
   const auto slot = TakeSlot(text);
   if (!slot || !Take(text, " ")) return Damaged("item");
+  if (const auto known = log_.items.Find(text)) return game_.TakeItem(*slot, *known);
   const std::string_view name = Word(text);
   if (name.empty()) return Damaged("item");
   game_.TakeItem(*slot, log_.items.Number(name));

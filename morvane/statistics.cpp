@@ -53,12 +53,10 @@ void AddEntrant(Player& player, const Game& game, const Entrant& entrant, bool i
   ++player.placings[entrant.place - 1];
 }
 
-void AddGame(Summary& summary, const Game& game) {
-  ++summary.games;
-  summary.seconds += game.length;
-  AddTime(summary.firstSeen, summary.lastSeen, game);
-  for (const Entrant& entrant : game.entrants) {
-    const Figures& figures = entrant.figures;
+/// What all players did, together.
+void AddPlayers(Summary& summary, const std::vector<Player>& players) {
+  for (const Player& player : players) {
+    const Figures& figures = player.figures;
     summary.kills += figures.kills;
     summary.deaths += figures.deaths;
     summary.suicides += figures.suicides;
@@ -68,9 +66,6 @@ void AddGame(Summary& summary, const Game& game) {
     AddWeapons(summary.weapons, figures.weapons);
     AddItems(summary.itemCounts, figures.itemCounts);
   }
-}
-
-void Settle(Summary& summary) {
   SortWeapons(summary.weapons);
   SortItems(summary.itemCounts);
 }
@@ -81,8 +76,9 @@ class Totals {
   explicit Totals(int lastPlaced) : lastPlaced_(lastPlaced) {}
 
   void Add(const Game& game) {
-    AddGame(summary_, game);
-    const std::size_t number = ++games_;
+    const std::size_t number = ++summary_.games;
+    summary_.seconds += game.length;
+    AddTime(summary_.firstSeen, summary_.lastSeen, game);
     for (const Entrant& entrant : game.entrants) {
       const std::uint32_t index = IndexOf(entrant.player);
       AddEntrant(players_[index], game, entrant, lastGame_[index] != number, lastPlaced_);
@@ -103,7 +99,7 @@ class Totals {
   /// ranks and order.
   void Finish(Summary& summary, std::vector<Player>& players, std::vector<Pair>& pairs) {
     SortPairs(pairs_);
-    Settle(summary_);
+    AddPlayers(summary_, players_);
     for (Player& player : players_) {
       SettleFigures(player.figures);
       player.plain = NameText(player.name);
@@ -134,7 +130,6 @@ class Totals {
   std::vector<std::size_t> lastGame_;  // the number of the last game of each
   std::vector<Pair> pairs_;
   std::unordered_map<std::uint32_t, std::uint32_t> indices_;
-  std::size_t games_ = 0;
   std::size_t sorted_ = 0;
 };
 
