@@ -173,6 +173,7 @@ Labels LabelsOf(const SiteFacts& facts, const Game& game) {
 
 Data GameTable(const SiteFacts& facts, const Game& game, const Labels& labels) {
   std::vector<std::uint32_t> suicides;
+  suicides.reserve(game.entrants.size());
   for (const Entrant& entrant : game.entrants) suicides.push_back(entrant.figures.suicides);
   return TableData(facts.settings, PairTable(labels, game.pairs), suicides);
 }
@@ -188,6 +189,7 @@ std::vector<WeaponUse> WeaponsOf(const Game& game) {
     }
   }
   std::vector<WeaponUse> weapons;
+  weapons.reserve(sums.size());
   for (const auto& [weapon, sum] : sums) weapons.push_back(sum);
   std::stable_sort(weapons.begin(), weapons.end(), [](const WeaponUse& a, const WeaponUse& b) {
     return a.kills != b.kills ? a.kills > b.kills : a.deaths > b.deaths;
