@@ -42,8 +42,8 @@ bool IsUsableFormat(const std::string& format) {
 std::string Fixed(double number, int decimals) {
   std::array<char, 352> buffer;  // the greatest double has 309 digits
   const auto [end, error] =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::isfinite(number) ? number : 0,
-                    std::chars_format::fixed, decimals);
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(),
+                    std::isfinite(number) ? number : 0, std::chars_format::fixed, decimals);
   return {buffer.data(), end};
 }
 

@@ -90,8 +90,7 @@ void AddReign(std::vector<Reign>& reigns, std::uint32_t leader, std::uint32_t se
   }
 }
 
-Data LeadStep(const Labels& labels, const Game& game, const LeadChange& change,
-              std::uint32_t end) {
+Data LeadStep(const Labels& labels, const Game& game, const LeadChange& change, std::uint32_t end) {
   Data step;
   SetLabel(step, LeaderLabel(labels, game, change.leader));
   Set(step, "from", Duration(change.second));
@@ -134,8 +133,8 @@ void SetLead(Data& object, const Labels& labels, const Game& game) {
   SetData(object, "leaders", std::move(leaders));
 }
 
-Data EntrantRow(const SiteFacts& facts, const Game& game, const Labels& labels,
-                std::size_t index, const Figures& most) {
+Data EntrantRow(const SiteFacts& facts, const Game& game, const Labels& labels, std::size_t index,
+                const Figures& most) {
   const Entrant& entrant = game.entrants[index];
   Data row;
   SetLabel(row, labels[index]);

@@ -13,8 +13,7 @@ Data GameRow(const SiteFacts& facts, std::uint32_t game);
 Data GameData(const SiteFacts& facts, std::uint32_t game);
 
 /// The last `most` of `games` (indices into Statistics::games, in order), the latest first.
-Data LatestGames(const SiteFacts& facts, const std::vector<std::uint32_t>& games,
-                 std::size_t most);
+Data LatestGames(const SiteFacts& facts, const std::vector<std::uint32_t>& games, std::size_t most);
 
 /// Sets `place`, `winner` and `team` of one who played.
 void SetPlace(Data& object, const Entrant& entrant);

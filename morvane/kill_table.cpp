@@ -87,8 +87,8 @@ Hilites::Hilites(const Settings& settings, std::vector<std::uint32_t> cells)
   for (const HiliteLevel& level : settings.hiliteLevels) {
     const std::optional<Rgb> colour = ParseColour(level.color);
     if (!colour) continue;
-    levels_.push_back({level.percentile, "background:" + ColourText(*colour) + ";color:" +
-                                             ColourText(InkOn(*colour))});
+    levels_.push_back({level.percentile, "background:" + ColourText(*colour) +
+                                             ";color:" + ColourText(InkOn(*colour))});
   }
   std::stable_sort(levels_.begin(), levels_.end(), [](const Level& left, const Level& right) {
     return left.percentile > right.percentile;

@@ -28,7 +28,7 @@ class Hilites {
     std::string style;
   };
   double minimum_;
-  std::vector<Level> levels_;  // highest first
+  std::vector<Level> levels_;         // highest first
   std::vector<std::uint32_t> cells_;  // sorted
 };
 
@@ -37,7 +37,7 @@ struct CountTable {
   std::vector<Label> columns;
   std::vector<Label> rows;
   std::vector<std::vector<std::uint32_t>> counts;
-  bool square = false;  ///< rows and columns are the same; the diagonal is no kill of another
+  bool square = false;   ///< rows and columns are the same; the diagonal is no kill of another
   std::size_t more = 0;  ///< rows that did not fit
 };
 

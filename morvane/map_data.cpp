@@ -49,9 +49,9 @@ Data MapRow(const SiteFacts& facts, std::uint32_t index, const Most& most) {
   SetPercent(row, "games_percent", map.summary.games, most.games);
   SetPercent(row, "kills_percent", map.summary.kills, most.kills);
   SetOptional(row, "weapon", FavouriteWeapon(facts, map));
-  SetOptional(row, "best_link",
-              map.players.empty() ? std::string()
-                                  : facts.PlayerLabel(map.players.front().player).link);
+  SetOptional(
+      row, "best_link",
+      map.players.empty() ? std::string() : facts.PlayerLabel(map.players.front().player).link);
   SetOptional(row, "last_seen", facts.time.Text(map.summary.lastSeen));
   Set(row, "last_seen_seconds", map.summary.lastSeen);
   return row;

@@ -45,18 +45,16 @@ struct Range {
 };
 
 bool IsIn(std::uint32_t code, const auto& ranges) {
-  return std::any_of(std::begin(ranges), std::end(ranges), [&](const Range& range) {
-    return code >= range.first && code <= range.last;
-  });
+  return std::any_of(std::begin(ranges), std::end(ranges),
+                     [&](const Range& range) { return code >= range.first && code <= range.last; });
 }
 
 // Controls, characters without a picture, marks that turn the direction of text, and the last two
 // code points of each plane, which no document may hold.
-constexpr Range kInvisible[] = {{0x00, 0x1F},     {0x7F, 0x9F},     {0xAD, 0xAD},
-                                {0x61C, 0x61C},   {0x115F, 0x1160}, {0x180E, 0x180E},
-                                {0x200B, 0x200F}, {0x2028, 0x202E}, {0x2060, 0x206F},
-                                {0x3164, 0x3164}, {0xFDD0, 0xFDEF}, {0xFEFF, 0xFEFF},
-                                {0xFFA0, 0xFFA0}, {0xFFF0, 0xFFFB}, {0xE0000, 0xE0FFF}};
+constexpr Range kInvisible[] = {
+    {0x00, 0x1F},     {0x7F, 0x9F},     {0xAD, 0xAD},     {0x61C, 0x61C},   {0x115F, 0x1160},
+    {0x180E, 0x180E}, {0x200B, 0x200F}, {0x2028, 0x202E}, {0x2060, 0x206F}, {0x3164, 0x3164},
+    {0xFDD0, 0xFDEF}, {0xFEFF, 0xFEFF}, {0xFFA0, 0xFFA0}, {0xFFF0, 0xFFFB}, {0xE0000, 0xE0FFF}};
 constexpr Range kBlanks[] = {{0x20, 0x20},     {0xA0, 0xA0},     {0x1680, 0x1680},
                              {0x2000, 0x200A}, {0x202F, 0x202F}, {0x205F, 0x205F},
                              {0x2800, 0x2800}, {0x3000, 0x3000}};
@@ -93,9 +91,7 @@ int ColourOf(std::string_view character) {
   return static_cast<int>(code >= '0' && code <= '9' ? code - '0' : code % 8);
 }
 
-bool StartsCode(const Reader& reader) {
-  return !reader.AtEnd() && reader.Rest().front() != '^';
-}
+bool StartsCode(const Reader& reader) { return !reader.AtEnd() && reader.Rest().front() != '^'; }
 
 /// The runs as they are shown: visible characters only, no blanks at either end of the whole.
 std::vector<NameRun> VisibleRuns(std::string_view name) {
@@ -136,7 +132,9 @@ std::string HexText(std::uint64_t number) {
   return text;
 }
 
-bool IsFileCharacter(char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_'; }
+bool IsFileCharacter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
+}
 
 }  // namespace
 
@@ -228,7 +226,8 @@ std::string FileNamePart(std::string_view name) {
   constexpr std::size_t kMostPlain = 40;
   const std::string folded = LowerCase(name);
   std::string part = folded.substr(0, kMostPlain);
-  std::replace_if(part.begin(), part.end(), [](char c) { return !IsFileCharacter(c); }, '_');
+  std::replace_if(
+      part.begin(), part.end(), [](char c) { return !IsFileCharacter(c); }, '_');
   // A part without "-" is the name itself; every other one carries the number after its "-".
   return part == folded && !part.empty() ? part : part + "-" + HexText(Digest(folded));
 }

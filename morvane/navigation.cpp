@@ -13,9 +13,8 @@ Navigation::Navigation(const SiteTemplates& templates, const PageNames& pages) {
 }
 
 void Navigation::Add(const Template& page, const PageNames& pages) {
-  const auto known = std::find_if(groups_.begin(), groups_.end(), [&](const Group& group) {
-    return group.title == page.Group();
-  });
+  const auto known = std::find_if(groups_.begin(), groups_.end(),
+                                  [&](const Group& group) { return group.title == page.Group(); });
   Group& group = known == groups_.end() ? groups_.emplace_back(Group{page.Group(), {}}) : *known;
   group.entries.push_back({page.Name(), page.Title(), UrlText(pages.Page(page.Name()))});
 }

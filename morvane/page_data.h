@@ -16,8 +16,7 @@ inline void Set(Data& object, const char* name, std::string_view text) {
   object[name] = Data(std::string(text));
 }
 template <std::integral Number>
-  requires(!std::same_as<Number, bool>)
-void Set(Data& object, const char* name, Number number) {
+requires(!std::same_as<Number, bool>) void Set(Data& object, const char* name, Number number) {
   object[name] = Data(std::to_string(number));
 }
 void Set(Data& object, const char* name, const char* text) = delete;  // taken for a flag

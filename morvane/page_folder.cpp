@@ -1,12 +1,11 @@
 #include "morvane/page_folder.h"
 
+#include <cerrno>
+#include <charconv>
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <cerrno>
-#include <charconv>
 
 #include "platform/files.h"
 

@@ -27,7 +27,8 @@ std::optional<Rgb> ParseColour(std::string_view text) {
   std::string digits(text);
   if (text.size() == 3) digits = {text[0], text[0], text[1], text[1], text[2], text[2]};
   std::uint32_t value = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
+  const auto [end, error] =
+      std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
   if (digits.size() != 6 || error != std::errc() || end != digits.data() + digits.size()) return {};
   return Rgb{static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8),
              static_cast<std::uint8_t>(value)};

@@ -22,10 +22,9 @@ struct Opponent {
 /// The pairs in which the player is the killer stand together.
 auto KillPairs(const SiteFacts& facts, std::uint32_t player) {
   const std::vector<Pair>& pairs = facts.statistics.pairs;
-  return std::equal_range(pairs.begin(), pairs.end(), Pair{player, 0, 0, 0},
-                          [](const Pair& left, const Pair& right) {
-                            return left.killer < right.killer;
-                          });
+  return std::equal_range(
+      pairs.begin(), pairs.end(), Pair{player, 0, 0, 0},
+      [](const Pair& left, const Pair& right) { return left.killer < right.killer; });
 }
 
 /// Whom the player met most often comes first.

@@ -109,17 +109,15 @@ class Renderer {
   void Map(std::size_t index) {
     const auto map = static_cast<std::uint32_t>(index);
     Data data = MapData(site_.facts, map);
-    Pages(templates_.maps, data, [&](const std::string& name) {
-      return site_.facts.pages.MapPage(name, map);
-    });
+    Pages(templates_.maps, data,
+          [&](const std::string& name) { return site_.facts.pages.MapPage(name, map); });
   }
 
   void Game(std::size_t index) {
     const auto game = static_cast<std::uint32_t>(index);
     Data data = GameData(site_.facts, game);
-    Pages(templates_.games, data, [&](const std::string& name) {
-      return site_.facts.pages.GamePage(name, game);
-    });
+    Pages(templates_.games, data,
+          [&](const std::string& name) { return site_.facts.pages.GamePage(name, game); });
   }
 
   void Player(std::size_t index) {

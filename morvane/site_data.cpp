@@ -53,8 +53,7 @@ Data Colours(const Settings& settings) {
   set("strong", Readable(Mix(text, InkOn(background), 0.6), background));
   const bool dark = InkOn(background) == Rgb{255, 255, 255};
   Set(object, "scheme", std::string(dark ? "dark" : "light"));
-  const std::string image =
-      std::filesystem::path(settings.backgroundImage).filename().string();
+  const std::string image = std::filesystem::path(settings.backgroundImage).filename().string();
   SetOptional(object, "image", image.empty() ? image : "images/" + UrlText(image));
   return object;
 }
@@ -166,8 +165,8 @@ Data WeaponTable(const SiteFacts& facts,
 }
 
 struct Duel {
-  Pair one;                 // who killed more often is the killer
-  std::uint32_t back = 0;   // kills the other way
+  Pair one;                // who killed more often is the killer
+  std::uint32_t back = 0;  // kills the other way
   std::uint32_t Kills() const { return one.kills + back; }
 };
 
@@ -293,20 +292,17 @@ void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
   shared.Define("players", [&] { return PlayerList(facts, statistics.players); });
   shared.Define("top_players", [&] { return TopPlayers(facts); });
   shared.Define("maps", [&] { return MapList(facts); });
-  shared.Define("games", [&] {
-    return LatestGames(facts, AllGames(statistics), statistics.games.size());
-  });
-  shared.Define("recent_games", [&] {
-    return LatestGames(facts, AllGames(statistics), kRecentGames);
-  });
+  shared.Define("games",
+                [&] { return LatestGames(facts, AllGames(statistics), statistics.games.size()); });
+  shared.Define("recent_games",
+                [&] { return LatestGames(facts, AllGames(statistics), kRecentGames); });
   shared.Define("has_weapons", [&] { return Data(!statistics.summary.weapons.empty()); });
   shared.Define("has_items", [&] { return Data(!statistics.summary.itemCounts.empty()); });
   shared.Define("weapons", [&] { return Uses(facts, "weapons"); });
   shared.Define("items", [&] { return Uses(facts, "items"); });
   shared.Define("kill_table", [&] { return KillTable(facts); });
-  shared.Define("weapon_table", [&] {
-    return WeaponTable(facts, [](const WeaponUse& use) { return use.kills; });
-  });
+  shared.Define("weapon_table",
+                [&] { return WeaponTable(facts, [](const WeaponUse& use) { return use.kills; }); });
   shared.Define("death_table", [&] {
     return WeaponTable(facts, [](const WeaponUse& use) { return use.deaths; });
   });

@@ -93,9 +93,9 @@ void SiteFacts::IndexPlayers() {
 
 Label SiteFacts::GameLabel(std::uint32_t game) const {
   const std::string text = "Game " + std::to_string(game + 1);
-  return MakeLabel(text, text,
-                   firstGameTemplate_.empty() ? std::string()
-                                              : pages.GamePage(firstGameTemplate_, game));
+  return MakeLabel(
+      text, text,
+      firstGameTemplate_.empty() ? std::string() : pages.GamePage(firstGameTemplate_, game));
 }
 
 Label SiteFacts::EntrantLabel(const Entrant& entrant) const {
@@ -105,9 +105,9 @@ Label SiteFacts::EntrantLabel(const Entrant& entrant) const {
 
 std::uint32_t SiteFacts::MapOf(const Game& game) const {
   const std::string name = config::FoldCase(game.map);
-  const auto found = std::lower_bound(
-      statistics.maps.begin(), statistics.maps.end(), name,
-      [](const Map& map, const std::string& wanted) { return map.name < wanted; });
+  const auto found =
+      std::lower_bound(statistics.maps.begin(), statistics.maps.end(), name,
+                       [](const Map& map, const std::string& wanted) { return map.name < wanted; });
   return static_cast<std::uint32_t>(found - statistics.maps.begin());
 }
 

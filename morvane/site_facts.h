@@ -27,8 +27,7 @@ struct Label {
 class SiteFacts {
  public:
   /// All arguments must outlive the facts.
-  SiteFacts(const Settings& settings, const Statistics& statistics,
-            const SiteTemplates& templates);
+  SiteFacts(const Settings& settings, const Statistics& statistics, const SiteTemplates& templates);
 
   const Settings& settings;
   const Statistics& statistics;

@@ -36,8 +36,8 @@ class Loader {
     for (const std::string& name : names) {
       std::optional<Template> one = One(name);
       const bool isNew = one && std::none_of(loaded.begin(), loaded.end(), [&](const Template& t) {
-        return t.Name() == one->Name();
-      });
+                           return t.Name() == one->Name();
+                         });
       if (isNew) loaded.push_back(std::move(*one));
     }
     return loaded;
@@ -50,8 +50,8 @@ class Loader {
     for (fs::directory_iterator entry(folder_, error), end; !error && entry != end;
          entry.increment(error)) {
       const std::string extension = config::FoldCase(entry->path().extension().string());
-      const bool wanted = std::find(extensions.begin(), extensions.end(), extension) !=
-                          extensions.end();
+      const bool wanted =
+          std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
       if (wanted) names.push_back(entry->path().filename().string());
     }
     std::sort(names.begin(), names.end());

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <functional>
-#include <kainjow/mustache.hpp>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -10,6 +9,8 @@
 #include <unordered_map>
 #include <utility>
 #include <vector>
+
+#include <kainjow/mustache.hpp>
 
 namespace morvane {
 

@@ -1,9 +1,8 @@
-// Holds the documents against the engine. A template made from docs/templates.md uses every variable
-// named there, and each has to have a value on some page of its kind; every event, variable and
-// example of docs/ranking.md has to make a rule.
-#include <gtest/gtest.h>
-
+// Holds the documents against the engine. A template made from docs/templates.md uses every
+// variable named there, and each has to have a value on some page of its kind; every event,
+// variable and example of docs/ranking.md has to make a rule.
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <map>
 #include <regex>
 #include <set>
@@ -56,9 +55,8 @@ std::vector<Variable> VariablesOf(const Documented& documented, const std::strin
     const auto found = documented.variables.find(from);
     ASSERT_NE(found, documented.variables.end()) << "no variables under " << from;
     for (const Variable& variable : found->second) {
-      const bool known = std::any_of(variables.begin(), variables.end(), [&](const Variable& v) {
-        return v.name == variable.name;
-      });
+      const bool known = std::any_of(variables.begin(), variables.end(),
+                                     [&](const Variable& v) { return v.name == variable.name; });
       if (!known) variables.push_back(variable);
     }
   };
@@ -77,9 +75,8 @@ std::string TemplateOf(const Documented& documented, const std::string& heading,
     const std::string mark = "@" + kind + "/" + heading + "/" + name + "@";
     const std::size_t colon = type.find(": ");
     if (colon != type.npos) {
-      text += "{{#" + name + "}}\n" +
-              TemplateOf(documented, type.substr(colon + 2), kind, uses) + "{{/" +
-              name + "}}\n";
+      text += "{{#" + name + "}}\n" + TemplateOf(documented, type.substr(colon + 2), kind, uses) +
+              "{{/" + name + "}}\n";
       continue;
     }
     uses.insert(mark);

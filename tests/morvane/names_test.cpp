@@ -1,8 +1,7 @@
 #include "morvane/names.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <set>
 
 #include "tests/morvane/site_fixture.h"
@@ -45,19 +44,35 @@ INSTANTIATE_TEST_SUITE_P(
         NameCase{" \xC2\xA0 ", "(no name)", "<bdi>(no name)</bdi>"},
         NameCase{"a\x01\x1B[31mb\tc", "a[31mb c", "<bdi>a[31mb c</bdi>"},
         NameCase{"caf\xE9\x80", "caf\xC3\xA9\xE2\x82\xAC", "<bdi>caf\xC3\xA9\xE2\x82\xAC</bdi>"},
-        NameCase{"a\xE2\x80\xAE" "b\xEF\xBF\xBF", "ab", "<bdi>ab</bdi>"}));
+        NameCase{"a\xE2\x80\xAE"
+                 "b\xEF\xBF\xBF",
+                 "ab", "<bdi>ab</bdi>"}));
 
 TEST(PlayerKeys, TellPlayersApartWithoutCaseAndColour) {
   EXPECT_EQ(PlayerKey("^1RED^7baron "), PlayerKey("RedBaron"));
-  EXPECT_EQ(PlayerKey("\xC9" "a\xD7"), PlayerKey("\xE9" "A\xD7"));
+  EXPECT_EQ(PlayerKey("\xC9"
+                      "a\xD7"),
+            PlayerKey("\xE9"
+                      "A\xD7"));
   EXPECT_NE(PlayerKey("a\xD7"), PlayerKey("a\xF7"));
 }
 
 TEST(FileNameParts, AreSafeAndTheirOwn) {
   EXPECT_EQ(FileNamePart("Zeh_9"), "zeh_9");
-  EXPECT_EQ(FileNamePart("\xC3\x89" "a"), FileNamePart("\xC3\xA9" "A"));
-  std::vector<std::string> names = {"", " ", "a b", "a_b", "a-b", "a.b", "../../x", "con",
-                                    std::string(300, 'x'), std::string(301, 'x'),
+  EXPECT_EQ(FileNamePart("\xC3\x89"
+                         "a"),
+            FileNamePart("\xC3\xA9"
+                         "A"));
+  std::vector<std::string> names = {"",
+                                    " ",
+                                    "a b",
+                                    "a_b",
+                                    "a-b",
+                                    "a.b",
+                                    "../../x",
+                                    "con",
+                                    std::string(300, 'x'),
+                                    std::string(301, 'x'),
                                     "a_b-" + FileNamePart("a b").substr(4)};
   for (const std::string& hostile : test::kHostileNames) names.push_back(NameText(hostile) + "!");
   std::set<std::string> parts;

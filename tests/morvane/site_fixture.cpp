@@ -24,7 +24,8 @@ std::string FreeForAll() {
     log += Kills(i + 3, 0, i + 2) + Kill(i + 2, 0, "ROCKET", "  2:00 ");
   }
   log += Kills(2, 1, 1) + Kill(1022, 1, "FALLING") + Kill(1022, 1, "LAVA");
-  log += Stamped("  2:10 ", "Item: 0 weapon_rocketlauncher") + Stamped("  2:11 ", "Item: 1 item_quad");
+  log +=
+      Stamped("  2:10 ", "Item: 0 weapon_rocketlauncher") + Stamped("  2:11 ", "Item: 1 item_quad");
   return log + Stamped("  5:00 ", "Exit: Timelimit hit.") + kShutdown;
 }
 
@@ -40,7 +41,8 @@ std::string CaptureTheFlag() {
 std::string FullHouse(int first) {
   constexpr int kSlots = 60;
   std::string log = Init("q3dm6");
-  for (int slot = 0; slot < kSlots; ++slot) log += Join(slot, "Guest" + std::to_string(first + slot));
+  for (int slot = 0; slot < kSlots; ++slot)
+    log += Join(slot, "Guest" + std::to_string(first + slot));
   for (int slot = 0; slot < kSlots; ++slot) log += Kill(slot, (slot + 1) % kSlots);
   return log + kShutdown;
 }
@@ -50,8 +52,8 @@ std::string FullHouse(int first) {
 SiteRun::SiteRun() {
   WriteFile(Folder() / "morvane.cfg", ReadFile(kTemplates.parent_path() / "morvane.cfg"));
   Set("Main", "src_path", kTemplates.string());
-  for (const char* key : {"use_main_log", "use_logparser_log", "use_templateparser_log",
-                          "use_customrank_log"}) {
+  for (const char* key :
+       {"use_main_log", "use_logparser_log", "use_templateparser_log", "use_customrank_log"}) {
     Set("Main", key, "5");  // to the files alone
   }
   for (const char* key : {"players_min_time", "players_min_games", "players_min_kills"}) {

@@ -38,13 +38,19 @@ class SiteRun {
 };
 
 /// Names as strangers choose them.
-inline const std::vector<std::string> kHostileNames = {
-    "<script>alert(1)</script>",   "../../x",
-    "'; DROP TABLE players; --",   "   ",
-    "\xE2\x80\xAE" "evil\x07\x1B[31m", "\"><img src=x onerror=alert(1)>",
-    "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D", "^1<^2b^3>{{vars.secret}}",
-    "caf\xE9 &amp; co",            "a b",
-    "a_b",                         "A.B"};
+inline const std::vector<std::string> kHostileNames = {"<script>alert(1)</script>",
+                                                       "../../x",
+                                                       "'; DROP TABLE players; --",
+                                                       "   ",
+                                                       "\xE2\x80\xAE"
+                                                       "evil\x07\x1B[31m",
+                                                       "\"><img src=x onerror=alert(1)>",
+                                                       "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D",
+                                                       "^1<^2b^3>{{vars.secret}}",
+                                                       "caf\xE9 &amp; co",
+                                                       "a b",
+                                                       "a_b",
+                                                       "A.B"};
 
 /// A log with everything in it: hostile names, teams, items, falls, long rows, more players and
 /// games than fit into a table or a list.

@@ -1,11 +1,10 @@
 #include "morvane/site.h"
 
 #include <gtest/gtest.h>
-#include <spawn.h>
-#include <sys/wait.h>
-
 #include <regex>
 #include <set>
+#include <spawn.h>
+#include <sys/wait.h>
 
 #include "morvane/names.h"
 #include "tests/morvane/site_fixture.h"
@@ -135,9 +134,10 @@ TEST(Site, HostileNamesStayTextAndInsideTheFolder) {
   for (const auto& [name, text] : site.Pages()) {
     EXPECT_EQ(name.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
                                      "0123456789_-."),
-              name.npos) << name;
-    for (const char* raw : {"<script>alert", "<img", "<i>leak", "\xE2\x80\xAE", "\x1B", "\x07",
-                            "caf\xE9 "}) {
+              name.npos)
+        << name;
+    for (const char* raw :
+         {"<script>alert", "<img", "<i>leak", "\xE2\x80\xAE", "\x1B", "\x07", "caf\xE9 "}) {
       EXPECT_EQ(Count(text, raw), 0U) << name << ": " << raw;
     }
     if (name.starts_with("player_")) ++playerPages;

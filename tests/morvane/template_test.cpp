@@ -20,7 +20,8 @@ std::string Rendered(const TempFolder& folder, const Data& data) {
 TEST(Templates, TakeIncludesAndLeaveCommentsOut) {
   TempFolder folder;
   WriteFile(folder.Path() / "page.htmlt",
-            "\xEF\xBB\xBF{{! title: A & B }}\n{{! Group : Games}}\n<\n  {{> part}}\n>{{! x }}\n{{>part}}");
+            "\xEF\xBB\xBF{{! title: A & B }}\n{{! Group : Games}}\n<\n  {{> part}}\n>{{! x "
+            "}}\n{{>part}}");
   WriteFile(folder.Path() / "part.htmlt", "{{! title: Other }}\nP{{name}}\n");
   Data data;
   Set(data, "name", std::string("<1>"));
@@ -35,8 +36,9 @@ TEST(Templates, TakeIncludesAndLeaveCommentsOut) {
 
 TEST(Templates, FindMembersAndOuterValues) {
   TempFolder folder;
-  WriteFile(folder.Path() / "page.htmlt",
-            "{{#list}}{{.}}{{outer}}{{/list}} {{vars.a.b}} {{vars.no}}|{{#vars.off}}x{{/vars.off}}");
+  WriteFile(
+      folder.Path() / "page.htmlt",
+      "{{#list}}{{.}}{{outer}}{{/list}} {{vars.a.b}} {{vars.no}}|{{#vars.off}}x{{/vars.off}}");
   Data vars;
   Set(vars, "a.b", std::string("dots"));
   SetFlag(vars, "off", false);
