@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   # build
-  g++ cmake ninja-build
+  g++ cmake ninja-build pkgconf
   qt6-base-dev qt6-svg-dev qt6-qpa-plugins libglib2.0-dev
   libkainjow-mustache-dev libmuparser-dev libsqlite3-dev
   # tests
