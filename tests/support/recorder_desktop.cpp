@@ -8,9 +8,9 @@ namespace {
 template <class T>
 T Next(std::deque<T>& queue, T otherwise) {
   if (queue.empty()) return otherwise;
-  std::swap(otherwise, queue.front());
+  const T next = queue.front();
   queue.pop_front();
-  return otherwise;
+  return next;
 }
 
 }  // namespace
