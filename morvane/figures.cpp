@@ -33,6 +33,7 @@ void AddItems(std::vector<ItemCount>& sum, const std::vector<ItemCount>& items) 
 }
 
 void SortWeapons(std::vector<WeaponUse>& weapons) {
+  std::erase_if(weapons, [](const WeaponUse& use) { return use.kills + use.deaths == 0; });
   std::sort(weapons.begin(), weapons.end(), [](const WeaponUse& left, const WeaponUse& right) {
     return std::tie(right.kills, right.deaths, left.weapon) <
            std::tie(left.kills, left.deaths, right.weapon);
@@ -40,6 +41,7 @@ void SortWeapons(std::vector<WeaponUse>& weapons) {
 }
 
 void SortItems(std::vector<ItemCount>& items) {
+  std::erase_if(items, [](const ItemCount& item) { return item.count == 0; });
   std::sort(items.begin(), items.end(), [](const ItemCount& left, const ItemCount& right) {
     return std::tie(right.count, left.item) < std::tie(left.count, right.item);
   });
@@ -66,6 +68,43 @@ void SortPairs(std::vector<Pair>& pairs) {
     }
   }
   if (!pairs.empty()) pairs.resize(last + 1);
+}
+
+void PairCounts::Add(const Pair& pair) {
+  if (pair.killer < kTableSize && pair.victim < kTableSize) {
+    if (table_.size() <= pair.killer) table_.resize(pair.killer + 1);
+    std::vector<Count>& row = table_[pair.killer];
+    if (row.size() <= pair.victim) row.resize(pair.victim + 1);
+    row[pair.victim].kills += pair.kills;
+    row[pair.victim].teamKills += pair.teamKills;
+    return;
+  }
+  others_.push_back(pair);
+  // The same two meet again and again: what has doubled is worth being made one.
+  if (others_.size() > 2 * sorted_ + kUnsorted) {
+    SortPairs(others_);
+    sorted_ = others_.size();
+  }
+}
+
+std::vector<Pair> PairCounts::Take() {
+  std::vector<Pair> pairs;
+  for (std::uint32_t killer = 0; killer < table_.size(); ++killer) {
+    std::vector<Count>& row = table_[killer];
+    for (std::uint32_t victim = 0; victim < row.size(); ++victim) {
+      const Count& count = row[victim];
+      if (count.kills + count.teamKills == 0) continue;
+      pairs.push_back({killer, victim, count.kills, count.teamKills});
+    }
+    row.clear();
+  }
+  if (!others_.empty()) {
+    pairs.insert(pairs.end(), others_.begin(), others_.end());
+    SortPairs(pairs);
+    others_.clear();
+    sorted_ = 0;
+  }
+  return pairs;
 }
 
 }  // namespace morvane

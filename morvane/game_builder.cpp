@@ -6,7 +6,6 @@
 #include <tuple>
 #include <utility>
 
-#include "morvane/figures.h"
 #include "morvane/names.h"
 
 namespace morvane {
@@ -77,7 +76,6 @@ void GameBuilder::Open(std::string_view map, int type, bool timed, std::int64_t 
   game_.timed = timed;
   slots_.fill({});
   live_.clear();
-  pairs_.clear();
   left_.clear();
   firstStamp_ = lastStamp_ = tenths;
   clock_ = 0;
@@ -199,7 +197,7 @@ void GameBuilder::Kill(std::size_t killerSlot, std::size_t victimSlot, std::uint
                (killerTeam == Team::kRed || killerTeam == Team::kBlue)) {
       event.teamKill = true;
       ++FiguresOf(killer).teamKills;
-      ++PairOf(killer, victim).teamKills;
+      pairs_.Add({killer, victim, 0, 1});
       AddScore(killer, -1, killerTeam);
     } else {
       Frag(killer, victim, weapon, killerTeam);
@@ -218,7 +216,7 @@ void GameBuilder::Frag(std::uint32_t killer, std::uint32_t victim, std::uint16_t
   ++EntryOf(figures.weapons, &WeaponUse::weapon, weapon).kills;
   figures.killStreak = std::max(figures.killStreak, ++live.killRun);
   live.deathRun = 0;
-  ++PairOf(killer, victim).kills;
+  pairs_.Add({killer, victim, 1, 0});
   AddScore(killer, 1, team);
 }
 
@@ -229,13 +227,6 @@ void GameBuilder::Die(std::uint32_t victim, std::uint16_t weapon) {
   ++EntryOf(figures.weapons, &WeaponUse::weapon, weapon).deaths;
   figures.deathStreak = std::max(figures.deathStreak, ++live.deathRun);
   live.killRun = 0;
-}
-
-Pair& GameBuilder::PairOf(std::uint32_t killer, std::uint32_t victim) {
-  Pair& pair = pairs_[(killer << 16) | victim];
-  pair.killer = killer;
-  pair.victim = victim;
-  return pair;
 }
 
 void GameBuilder::TakeItem(std::size_t slot, std::uint16_t item) {
@@ -353,7 +344,7 @@ Game GameBuilder::Close() {
   }
   const bool straight = lastStamp_ >= firstStamp_;
   game_.length = WholeSeconds(straight ? lastStamp_ - firstStamp_ : clock_);
-  for (const auto& [key, pair] : pairs_) game_.pairs.push_back(pair);
+  game_.pairs = pairs_.Take();
   MoveIndices(game_, SortEntrants(game_.entrants));
   SortPairs(game_.pairs);
   SetPlaces(game_.entrants);

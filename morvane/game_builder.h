@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "morvane/figures.h"
 #include "morvane/game.h"
 
 namespace morvane {
@@ -77,7 +78,6 @@ class GameBuilder {
   void FindLead();
   void SetLead(std::uint32_t leader, std::int32_t score);
   Figures& FiguresOf(std::uint32_t entrant) { return game_.entrants[entrant].figures; }
-  Pair& PairOf(std::uint32_t killer, std::uint32_t victim);
   std::uint32_t SecondsPlayed() const;
   void SettleWinners();
 
@@ -87,7 +87,7 @@ class GameBuilder {
   Game game_;
   std::array<Slot, kSlots> slots_;
   std::vector<Live> live_;
-  std::unordered_map<std::uint32_t, Pair> pairs_;
+  PairCounts pairs_;
   /// Entrants whose client went, by player key.
   std::unordered_map<std::string, std::vector<std::uint32_t>> left_;
   std::int64_t firstStamp_ = 0;

@@ -103,10 +103,19 @@ Team TeamFrom(std::string_view value) {
   return known ? static_cast<Team>(value[0] - '0') : Team::kFree;
 }
 
+/// Names that have numbers before a stretch is read.
+struct KnownNames {
+  Names weapons;
+  Names items;
+};
+
 class Parser {
  public:
-  Parser(std::string_view log, bool keepEvents)
-      : reader_(log), game_(keepEvents), size_(log.size()) {}
+  Parser(std::string_view log, bool keepEvents, const KnownNames& known)
+      : reader_(log), game_(keepEvents), size_(log.size()) {
+    log_.weapons = known.weapons;
+    log_.items = known.items;
+  }
 
   ParsedLog Run();
 
@@ -346,9 +355,19 @@ std::size_t FindGame(std::string_view log, std::size_t from) {
   return log.size();
 }
 
+/// The names at the beginning of a log. It holds nearly all that the log has: stretches that know
+/// them give the same numbers, and need not be renumbered when they are joined.
+KnownNames FirstNames(std::string_view log) {
+  constexpr std::size_t kBeginning = std::size_t{256} << 10;
+  ParsedLog first = ParseLog(log.substr(0, log.rfind('\n', kBeginning) + 1), false);
+  return {std::move(first.weapons), std::move(first.items)};
+}
+
 }  // namespace
 
-ParsedLog ParseLog(std::string_view log, bool keepEvents) { return Parser(log, keepEvents).Run(); }
+ParsedLog ParseLog(std::string_view log, bool keepEvents) {
+  return Parser(log, keepEvents, {}).Run();
+}
 
 void Renumber(std::vector<Game>& games, const Names& from, Names& weapons, const Names& fromItems,
               Names& items) {
@@ -415,13 +434,14 @@ std::vector<ParsedLog> ParseLogs(const std::vector<std::string_view>& logs, bool
                                  const std::function<void(const Stretch&)>& done,
                                  unsigned threads) {
   const std::vector<Stretch> stretches = CutLogs(logs, kStretchBytes);
+  const KnownNames known = stretches.size() > 1 ? FirstNames(logs[stretches[0].log]) : KnownNames();
   std::vector<ParsedLog> parts(stretches.size());
   std::atomic<std::size_t> next = 0;
   const auto work = [&] {
     for (std::size_t i = next++; i < stretches.size(); i = next++) {
       const Stretch& stretch = stretches[i];
-      parts[i] = ParseLog(logs[stretch.log].substr(stretch.begin, stretch.end - stretch.begin),
-                          keepEvents);
+      const std::size_t size = stretch.end - stretch.begin;
+      parts[i] = Parser(logs[stretch.log].substr(stretch.begin, size), keepEvents, known).Run();
       parts[i].resumeAt += stretch.begin;
       done(stretch);
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <thread>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
@@ -79,58 +80,52 @@ class Totals {
     const std::size_t number = ++summary_.games;
     summary_.seconds += game.length;
     AddTime(summary_.firstSeen, summary_.lastSeen, game);
+    seats_.clear();
     for (const Entrant& entrant : game.entrants) {
       const std::uint32_t index = IndexOf(entrant.player);
+      seats_.push_back(index);
       AddEntrant(players_[index], game, entrant, lastGame_[index] != number, lastPlaced_);
       lastGame_[index] = number;
     }
     for (const Pair& pair : game.pairs) {
-      pairs_.push_back({IndexOf(game.entrants[pair.killer].player),
-                        IndexOf(game.entrants[pair.victim].player), pair.kills, pair.teamKills});
-    }
-    // The same two meet again and again: what has doubled is worth being made one.
-    if (pairs_.size() > 2 * sorted_ + kUnsorted) {
-      SortPairs(pairs_);
-      sorted_ = pairs_.size();
+      pairs_.Add({seats_[pair.killer], seats_[pair.victim], pair.kills, pair.teamKills});
     }
   }
 
   /// Hands out the players, in the order in which they came, and the pairs, everything settled but
   /// ranks and order.
   void Finish(Summary& summary, std::vector<Player>& players, std::vector<Pair>& pairs) {
-    SortPairs(pairs_);
+    pairs = pairs_.Take();
     AddPlayers(summary_, players_);
     for (Player& player : players_) {
       SettleFigures(player.figures);
       player.plain = NameText(player.name);
       player.rating = player.figures.score;
     }
-    SettleRivals(pairs_, [this](std::uint32_t i) -> Figures& { return players_[i].figures; });
+    SettleRivals(pairs, [this](std::uint32_t i) -> Figures& { return players_[i].figures; });
     summary = std::move(summary_);
     players = std::move(players_);
-    pairs = std::move(pairs_);
   }
 
  private:
-  static constexpr std::size_t kUnsorted = 10000;
-
   std::uint32_t IndexOf(std::uint32_t player) {
-    const auto [known, isNew] =
-        indices_.try_emplace(player, static_cast<std::uint32_t>(players_.size()));
-    if (isNew) {
+    if (indices_.size() <= player) indices_.resize(player + 1, kNobody);
+    std::uint32_t& index = indices_[player];
+    if (index == kNobody) {
+      index = static_cast<std::uint32_t>(players_.size());
       players_.emplace_back().player = player;
       lastGame_.push_back(0);
     }
-    return known->second;
+    return index;
   }
 
   int lastPlaced_;
   Summary summary_;
   std::vector<Player> players_;
   std::vector<std::size_t> lastGame_;  // the number of the last game of each
-  std::vector<Pair> pairs_;
-  std::unordered_map<std::uint32_t, std::uint32_t> indices_;
-  std::size_t sorted_ = 0;
+  PairCounts pairs_;
+  std::vector<std::uint32_t> indices_;  // by the player's number; kNobody: not come yet
+  std::vector<std::uint32_t> seats_;    // of the entrants of the game being added
 };
 
 bool IsRanked(const Player& player, const Settings& settings) {
@@ -240,6 +235,13 @@ void AddMaps(const Settings& settings, Statistics& statistics) {
             [](const Map& left, const Map& right) { return left.name < right.name; });
 }
 
+/// Adds up all games.
+void AddTotals(const Settings& settings, Statistics& statistics) {
+  Totals totals(settings.gameLastPlaced);
+  for (const Game& game : statistics.games) totals.Add(game);
+  totals.Finish(statistics.summary, statistics.players, statistics.pairs);
+}
+
 }  // namespace
 
 bool IsCounted(const Game& game, const Settings& settings) {
@@ -261,13 +263,14 @@ Statistics MakeStatistics(const Settings& settings, std::vector<Game> games, Nam
   std::erase_if(games, [&](const Game& game) { return !IsCounted(game, settings); });
   statistics.games = std::move(games);
   PlayerNumbers numbers;
-  Totals totals(settings.gameLastPlaced);
   for (Game& game : statistics.games) {
     for (Entrant& entrant : game.entrants) entrant.player = numbers.Number(entrant.name);
-    totals.Add(game);
   }
-  totals.Finish(statistics.summary, statistics.players, statistics.pairs);
-  AddMaps(settings, statistics);
+  {
+    // Maps and totals need the same games and nothing of each other.
+    const std::jthread maps([&] { AddMaps(settings, statistics); });
+    AddTotals(settings, statistics);
+  }
   if (ranking != nullptr) ApplyRanking(*ranking, settings, statistics);
   RankAll(settings, statistics);
   return statistics;
