@@ -34,6 +34,7 @@ void AddItems(std::vector<ItemCount>& sum, const std::vector<ItemCount>& items) 
 
 void SortWeapons(std::vector<WeaponUse>& weapons) {
   std::erase_if(weapons, [](const WeaponUse& use) { return use.kills + use.deaths == 0; });
+  weapons.shrink_to_fit();
   std::sort(weapons.begin(), weapons.end(), [](const WeaponUse& left, const WeaponUse& right) {
     return std::tie(right.kills, right.deaths, left.weapon) <
            std::tie(left.kills, left.deaths, right.weapon);
@@ -42,6 +43,7 @@ void SortWeapons(std::vector<WeaponUse>& weapons) {
 
 void SortItems(std::vector<ItemCount>& items) {
   std::erase_if(items, [](const ItemCount& item) { return item.count == 0; });
+  items.shrink_to_fit();
   std::sort(items.begin(), items.end(), [](const ItemCount& left, const ItemCount& right) {
     return std::tie(right.count, left.item) < std::tie(left.count, right.item);
   });

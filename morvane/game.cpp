@@ -101,18 +101,13 @@ std::string GameTypeName(int type) {
 
 std::size_t Names::SlotOf(std::string_view name) const {
   std::size_t at = HashOf(name) % kSlots;
-  while (slots_[at] != kEmpty && names_[slots_[at]] != name) at = (at + 1) % kSlots;
+  while (slots_[at] != kUnknown && names_[slots_[at]] != name) at = (at + 1) % kSlots;
   return at;
-}
-
-std::optional<std::uint16_t> Names::Find(std::string_view name) const {
-  const std::uint16_t number = slots_[SlotOf(name)];
-  return number == kEmpty ? std::nullopt : std::optional(number);
 }
 
 std::uint16_t Names::Number(std::string_view name) {
   std::uint16_t& slot = slots_[SlotOf(name)];
-  if (slot != kEmpty) return slot;
+  if (slot != kUnknown) return slot;
   if (names_.size() + 1 >= kMost && name != kOther) return Number(kOther);
   slot = static_cast<std::uint16_t>(names_.size());
   names_.emplace_back(name);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -123,10 +122,11 @@ std::string GameTypeName(int type);
 class Names {
  public:
   static constexpr std::size_t kMost = 512;
+  static constexpr std::uint16_t kUnknown = 0xFFFF;
 
   std::uint16_t Number(std::string_view name);
-  /// The number of a name that has one.
-  std::optional<std::uint16_t> Find(std::string_view name) const;
+  /// The number of a name, or kUnknown.
+  std::uint16_t Find(std::string_view name) const { return slots_[SlotOf(name)]; }
   std::size_t size() const { return names_.size(); }
   const std::vector<std::string>& All() const { return names_; }
   const std::string& operator[](std::uint16_t number) const { return names_[number]; }
@@ -136,8 +136,7 @@ class Names {
   static constexpr std::size_t kSlots = 2 * kMost;
   std::size_t SlotOf(std::string_view name) const;
   std::vector<std::string> names_;
-  std::vector<std::uint16_t> slots_ = std::vector<std::uint16_t>(kSlots, kEmpty);
-  static constexpr std::uint16_t kEmpty = 0xFFFF;
+  std::vector<std::uint16_t> slots_ = std::vector<std::uint16_t>(kSlots, kUnknown);
 };
 
 /// A means of death for people: "Rocket splash" for "ROCKET_SPLASH".

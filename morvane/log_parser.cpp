@@ -27,29 +27,33 @@ inline bool Take(std::string_view& text, std::string_view beginning) {
   return true;
 }
 
-/// Takes a number of at most nine digits and the blanks before it off the text.
-inline std::optional<int> TakeNumber(std::string_view& text) {
+/// Takes a number of at most nine digits and the blanks before it off the text. An `optional` here
+/// and below would cost as much as all the rest of a line: it is put together in memory.
+inline bool TakeNumber(std::string_view& text, int& number) {
   constexpr std::size_t kMostDigits = 9;
   std::size_t at = 0;
   while (at < text.size() && text[at] == ' ') ++at;
   const bool negative = at < text.size() && text[at] == '-';
   if (negative) ++at;
   const std::size_t first = at;
-  int number = 0;
+  int digits = 0;
   while (at < text.size() && text[at] >= '0' && text[at] <= '9') {
-    if (at - first == kMostDigits) return std::nullopt;
-    number = number * 10 + (text[at++] - '0');
+    if (at - first == kMostDigits) return false;
+    digits = digits * 10 + (text[at++] - '0');
   }
-  if (at == first) return std::nullopt;
+  if (at == first) return false;
   text.remove_prefix(at);
-  return negative ? -number : number;
+  number = negative ? -digits : digits;
+  return true;
 }
 
 /// Takes the number of a client's slot off the text.
-std::optional<std::size_t> TakeSlot(std::string_view& text) {
-  const auto number = TakeNumber(text);
-  const bool isSlot = number && *number >= 0 && *number < static_cast<int>(GameBuilder::kSlots);
-  return isSlot ? std::optional(static_cast<std::size_t>(*number)) : std::nullopt;
+inline bool TakeSlot(std::string_view& text, std::size_t& slot) {
+  int number = 0;
+  if (!TakeNumber(text, number)) return false;
+  if (number < 0 || number >= static_cast<int>(GameBuilder::kSlots)) return false;
+  slot = static_cast<std::size_t>(number);
+  return true;
 }
 
 /// Takes "key\value\" off a text of such pairs; false at its end.
@@ -206,8 +210,8 @@ bool Parser::TakeClient(std::string_view text) {
   if (Take(text, "Connect:")) event = &GameBuilder::Connect;
   if (Take(text, "Disconnect:")) event = &GameBuilder::Disconnect;
   if (event == nullptr) return false;
-  if (const auto slot = TakeSlot(text)) {
-    (game_.*event)(*slot);
+  if (std::size_t slot = 0; TakeSlot(text, slot)) {
+    (game_.*event)(slot);
   } else {
     Damaged("client");
   }
@@ -238,7 +242,10 @@ bool Parser::OpenGame(std::string_view text, const LogLine& line) {
   text.remove_prefix(std::min(text.find('\\'), text.size() - 1) + (text.empty() ? 0 : 1));
   while (TakePair(text, key, value)) {
     if (IsKey(key, "mapname")) map = value.substr(0, kLongestWord);
-    if (IsKey(key, "g_gametype")) type = TakeNumber(value).value_or(0);
+    if (IsKey(key, "g_gametype")) {
+      type = 0;
+      TakeNumber(value, type);
+    }
   }
   game_.Open(map, type, line.stamped, line.tenths);
   openedAt_ = log_.clock;
@@ -253,27 +260,29 @@ void Parser::CloseGame() {
 }
 
 void Parser::Kill(std::string_view text) {
-  const auto killer = TakeNumber(text);
-  const auto victim = TakeSlot(text);
-  const std::string_view means = victim ? MeansName(text) : std::string_view();
-  if (!killer || means.empty()) return Damaged("kill");
-  const bool isClient = *killer >= 0 && *killer < static_cast<int>(GameBuilder::kSlots);
-  game_.Kill(isClient ? static_cast<std::size_t>(*killer) : GameBuilder::kWorld, *victim,
+  int killer = 0;
+  std::size_t victim = 0;
+  if (!TakeNumber(text, killer) || !TakeSlot(text, victim)) return Damaged("kill");
+  const std::string_view means = MeansName(text);
+  if (means.empty()) return Damaged("kill");
+  const bool isClient = killer >= 0 && killer < static_cast<int>(GameBuilder::kSlots);
+  game_.Kill(isClient ? static_cast<std::size_t>(killer) : GameBuilder::kWorld, victim,
              log_.weapons.Number(means));
 }
 
 void Parser::Item(std::string_view text) {
-  const auto slot = TakeSlot(text);
-  if (!slot || !Take(text, " ")) return Damaged("item");
-  if (const auto known = log_.items.Find(text)) return game_.TakeItem(*slot, *known);
+  std::size_t slot = 0;
+  if (!TakeSlot(text, slot) || !Take(text, " ")) return Damaged("item");
+  const std::uint16_t known = log_.items.Find(text);
+  if (known != Names::kUnknown) return game_.TakeItem(slot, known);
   const std::string_view name = Word(text);
   if (name.empty()) return Damaged("item");
-  game_.TakeItem(*slot, log_.items.Number(name));
+  game_.TakeItem(slot, log_.items.Number(name));
 }
 
 void Parser::Userinfo(std::string_view text) {
-  const auto slot = TakeSlot(text);
-  if (!slot) return Damaged("client");
+  std::size_t slot = 0;
+  if (!TakeSlot(text, slot)) return Damaged("client");
   Take(text, " ");
   std::optional<std::string_view> name;
   std::optional<Team> team;
@@ -284,27 +293,29 @@ void Parser::Userinfo(std::string_view text) {
     if (key == "t" && !team) team = TeamFrom(value);
   }
   if (!name) return Damaged("client");
-  game_.Userinfo(*slot, *name, team.value_or(game_.TeamOf(*slot)));
+  game_.Userinfo(slot, *name, team.value_or(game_.TeamOf(slot)));
 }
 
 void Parser::Score(std::string_view text) {
-  const auto score = TakeNumber(text);
+  int score = 0;
+  if (!TakeNumber(text, score)) return Damaged("score");
   const std::size_t client = text.find("client: ");
-  if (!score || client == text.npos) return Damaged("score");
+  if (client == text.npos) return Damaged("score");
   text.remove_prefix(client + 8);
-  const auto slot = TakeSlot(text);
-  if (!slot) return Damaged("score");
-  game_.Score(*slot, *score);
+  std::size_t slot = 0;
+  if (!TakeSlot(text, slot)) return Damaged("score");
+  game_.Score(slot, score);
 }
 
 void Parser::TeamScores(std::string_view text) {
-  const auto red = TakeNumber(text);
+  int red = 0;
+  if (!TakeNumber(text, red)) return Damaged("team score");
   const std::size_t colon = text.find("blue:");
-  if (!red || colon == text.npos) return Damaged("team score");
+  if (colon == text.npos) return Damaged("team score");
   text.remove_prefix(colon + 5);
-  const auto blue = TakeNumber(text);
-  if (!blue) return Damaged("team score");
-  game_.TeamScores(*red, *blue);
+  int blue = 0;
+  if (!TakeNumber(text, blue)) return Damaged("team score");
+  game_.TeamScores(red, blue);
 }
 
 void Parser::Exit(std::string_view text) {
