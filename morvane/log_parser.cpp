@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cstring>
 #include <optional>
 #include <thread>
 #include <utility>
@@ -27,8 +28,8 @@ inline bool Take(std::string_view& text, std::string_view beginning) {
   return true;
 }
 
-/// Takes a number of at most nine digits and the blanks before it off the text. An `optional` here
-/// and below would cost as much as all the rest of a line: it is put together in memory.
+/// Takes a number of at most nine digits and the blanks before it off the text. An `optional` would
+/// be put together in memory, which costs a tenth of the reading of a log.
 inline bool TakeNumber(std::string_view& text, int& number) {
   constexpr std::size_t kMostDigits = 9;
   std::size_t at = 0;
@@ -84,18 +85,16 @@ std::string_view Word(std::string_view text) {
   return text.substr(0, size);
 }
 
-/// The name of the means of death in "... by MOD_NAME ...". Players' names stand before it and may
-/// hold anything, so the last one counts.
-std::string_view MeansName(std::string_view text) {
-  constexpr std::string_view kPrefix = "MOD_";
+/// What follows the " by " of "... by MOD_NAME ...". Players' names stand before it and may hold
+/// anything, so the last one counts.
+std::string_view TextAfterBy(std::string_view text) {
   constexpr std::string_view kBy = " by ";
-  std::size_t by = text.rfind(' ');  // nearly always the blank of " by "
-  by = by != text.npos && by >= 3 && text.substr(by - 3, kBy.size()) == kBy ? by - 3
-                                                                            : text.rfind(kBy);
-  if (by == text.npos) return {};
-  std::string_view name = Word(text.substr(by + kBy.size()));
-  Take(name, kPrefix);
-  return name;
+  const void* blank = memrchr(text.data(), ' ', text.size());  // nearly always that of " by "
+  if (blank == nullptr) return {};
+  const auto last = static_cast<std::size_t>(static_cast<const char*>(blank) - text.data());
+  const bool usual = last >= 3 && text.substr(last - 3, kBy.size()) == kBy;
+  const std::size_t by = usual ? last - 3 : text.rfind(kBy);
+  return by == text.npos ? std::string_view() : text.substr(by + kBy.size());
 }
 
 bool IsKey(std::string_view key, std::string_view name) {
@@ -133,6 +132,8 @@ class Parser {
   bool OpenGame(std::string_view text, const LogLine& line);
   void CloseGame();
   void Kill(std::string_view text);
+  /// The number of "MOD_NAME ..."; Names::kUnknown where it begins with no name.
+  std::uint16_t WeaponOf(std::string_view means);
   void Item(std::string_view text);
   void Userinfo(std::string_view text);
   void Score(std::string_view text);
@@ -263,11 +264,23 @@ void Parser::Kill(std::string_view text) {
   int killer = 0;
   std::size_t victim = 0;
   if (!TakeNumber(text, killer) || !TakeSlot(text, victim)) return Damaged("kill");
-  const std::string_view means = MeansName(text);
-  if (means.empty()) return Damaged("kill");
+  const std::uint16_t weapon = WeaponOf(TextAfterBy(text));
+  if (weapon == Names::kUnknown) return Damaged("kill");
   const bool isClient = killer >= 0 && killer < static_cast<int>(GameBuilder::kSlots);
-  game_.Kill(isClient ? static_cast<std::size_t>(killer) : GameBuilder::kWorld, victim,
-             log_.weapons.Number(means));
+  game_.Kill(isClient ? static_cast<std::size_t>(killer) : GameBuilder::kWorld, victim, weapon);
+}
+
+std::uint16_t Parser::WeaponOf(std::string_view means) {
+  constexpr std::string_view kPrefix = "MOD_";
+  std::string_view name = means;
+  Take(name, kPrefix);
+  if (means.size() <= kLongestWord) {  // nearly always nothing follows the name
+    const std::uint16_t known = log_.weapons.Find(name);
+    if (known != Names::kUnknown) return known;
+  }
+  name = Word(means);
+  Take(name, kPrefix);
+  return name.empty() ? Names::kUnknown : log_.weapons.Number(name);
 }
 
 void Parser::Item(std::string_view text) {

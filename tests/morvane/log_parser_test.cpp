@@ -307,6 +307,20 @@ TEST(ParseLogs, KeepsTheOrderOfTheLogs) {
   EXPECT_EQ(logs[2].games[0].kills, 2U);
 }
 
+TEST(ParseLogs, ALogReadInStretchesIsTheWholeLog) {
+  // More than one stretch; the second one brings names that the first does not have.
+  const std::string start = Init() + kTwo + Kill(0, 1, "ROCKET") + Kills(190000, 0, 1) + kShutdown;
+  const std::string log = start + Init() + kTwo + Kill(1, 0, "BFG") + Kill(1, 0) +
+                          Kill(1, 0, "ROCKET") + "  2:00 Item: 1 item_quad\n" + kShutdown;
+  ASSERT_GT(start.size(), std::size_t{8} << 20) << "the size of a stretch";
+  const ParsedLog whole = ParseLog(log, true);
+  const std::vector<ParsedLog> read = ParseLogs(
+      {log}, true, [](const Stretch&) {}, 2);
+  EXPECT_TRUE(TextOf(read[0]) == TextOf(whole));
+  EXPECT_EQ(read[0].weapons.All(), (std::vector<std::string>{"ROCKET", "RAILGUN", "BFG"}));
+  EXPECT_EQ(read[0].items.All(), whole.items.All());
+}
+
 /// Changes bytes of a log by a fixed rule: whatever comes out must be read without harm.
 TEST(ParseLog, BearsAnyBytes) {
   std::string log;

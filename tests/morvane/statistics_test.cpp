@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "morvane/figures.h"
 #include "morvane/ranking.h"
 #include "tests/morvane/test_support.h"
 
@@ -160,6 +161,36 @@ TEST(MakeStatistics, IndicesPointAtWhomTheyMean) {
   EXPECT_EQ(statistics.players[statistics.games[0].entrants[0].player].name, "Bob");
   EXPECT_EQ(statistics.summary.kills, 8U);
   EXPECT_EQ(statistics.weapons[statistics.summary.weapons[0].weapon], "RAILGUN");
+}
+
+TEST(PairCounts, AddsUpPairsOfAnyNumbers) {
+  PairCounts counts;
+  for (int round = 0; round < 2; ++round) {
+    for (const Pair& pair :
+         {Pair{200, 3, 1, 0}, Pair{0, 300, 2, 0}, Pair{3, 0, 0, 1}, Pair{0, 1, 1, 0}}) {
+      counts.Add(pair);
+      counts.Add(pair);
+    }
+    std::string text;
+    for (const Pair& pair : counts.Take()) {
+      text += std::to_string(pair.killer) + ">" + std::to_string(pair.victim) + ":" +
+              std::to_string(pair.kills) + "+" + std::to_string(pair.teamKills) + " ";
+    }
+    EXPECT_EQ(text, "0>1:2+0 0>300:4+0 3>0:0+2 200>3:2+0 ") << round;
+  }
+}
+
+TEST(EntryOf, CountsSmallAndLargeNumbers) {
+  std::vector<ItemCount> items;
+  for (const std::uint16_t number : std::vector<std::uint16_t>{70, 3, 64, 70, 63, 3, 70}) {
+    ++EntryOf(items, &ItemCount::item, number).count;
+  }
+  SortItems(items);
+  std::string text;
+  for (const ItemCount& item : items) {
+    text += std::to_string(item.item) + ":" + std::to_string(item.count) + " ";
+  }
+  EXPECT_EQ(text, "70:3 3:2 63:1 64:1 ");
 }
 
 class RankingTest : public testing::Test {
