@@ -9,7 +9,7 @@ std::optional<int> ColorDialog::Show() {
 }
 
 std::optional<QString> FileDialog::Show() {
-  const std::optional<QString> chosen = desktop_.ChooseFile(&owner_, request_);
+  std::optional<QString> chosen = desktop_.ChooseFile(&owner_, request_);
   if (chosen) request_.fileName = *chosen;
   return chosen;
 }
