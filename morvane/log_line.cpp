@@ -68,12 +68,14 @@ bool CutStamp(std::string_view line, LogLine& result) {
 bool CutUsualStamp(std::string_view line, LogLine& result) {
   constexpr std::size_t kLength = 7;
   if (line.size() < kLength || line[3] != ':' || line[6] != ' ') return false;
-  const auto digit = [&](std::size_t at) { return line[at] == ' ' ? 0 : line[at] - '0'; };
+  const auto digit = [&](std::size_t at) {
+    return std::int64_t{line[at] == ' ' ? 0 : line[at] - '0'};
+  };
   const bool usual = IsDigit(line[2]) && IsDigit(line[4]) && IsDigit(line[5]) &&
                      (IsDigit(line[1]) || (line[1] == ' ' && line[0] == ' ')) &&
                      (IsDigit(line[0]) || line[0] == ' ');
   if (!usual) return false;
-  const int minutes = digit(0) * 100 + digit(1) * 10 + digit(2);
+  const std::int64_t minutes = digit(0) * 100 + digit(1) * 10 + digit(2);
   result.tenths = (minutes * 60 + digit(4) * 10 + digit(5)) * 10;
   result.text = line.substr(kLength);
   return true;
