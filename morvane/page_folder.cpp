@@ -47,20 +47,11 @@ bool Holds(const fs::path& path, std::string_view content) {
   return platform::ReadWholeFile(path, error) == content && !error;
 }
 
-std::error_code WriteAll(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t count = write(descriptor, bytes.data(), bytes.size());
-    if (count < 0 && errno != EINTR) return LastError();
-    if (count > 0) bytes.remove_prefix(static_cast<std::size_t>(count));
-  }
-  return {};
-}
-
 std::error_code WriteNew(const fs::path& path, std::string_view content) {
   const int descriptor =
       open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666);
   if (descriptor < 0) return LastError();
-  std::error_code error = WriteAll(descriptor, content);
+  std::error_code error = platform::WriteAll(descriptor, content);
   if (close(descriptor) != 0 && !error) error = LastError();
   return error;
 }

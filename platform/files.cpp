@@ -35,15 +35,6 @@ class Descriptor {
   int value_;
 };
 
-std::error_code WriteAll(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = write(descriptor, bytes.data(), bytes.size());
-    if (written < 0 && errno != EINTR) return LastError();
-    if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return {};
-}
-
 /// Where a save to `path` really goes: the end of its chain of symbolic links.
 std::error_code ResolveLinks(fs::path& path) {
   constexpr int kMostLinks = 40;
@@ -149,6 +140,15 @@ std::error_code ReplaceFile(const fs::path& path, std::string_view bytes) {
     return error;
   }
   FlushFolder(folder);
+  return {};
+}
+
+std::error_code WriteAll(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+    if (written < 0 && errno != EINTR) return LastError();
+    if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
   return {};
 }
 

@@ -23,6 +23,9 @@ std::string ReadWholeFile(const std::filesystem::path& path, std::error_code& er
 /// the old content stands and nothing is left beside it.
 std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view bytes);
 
+/// Writes all of `bytes` to an open file descriptor, however many calls that takes.
+std::error_code WriteAll(int descriptor, std::string_view bytes);
+
 /// Deletes one file. A file that does not exist is a failure; so is a folder.
 std::error_code DeleteOneFile(const std::filesystem::path& path);
 
