@@ -5,7 +5,7 @@
 #include "app/frmMain.h"
 #include "editor/restore_defaults.h"
 #include "editor/save_settings.h"
-#include "platform/qt_events.h"
+#include "ui/events.h"
 
 namespace app {
 
@@ -14,11 +14,11 @@ bool cmdSave_Click(frmMain& window) {
   std::string failure;
   {
     const ActivityScope saving(window, Activity::kSaving);
-    failure = editor::SaveSettings(window, window.Ini(), platform::PumpEvents);
+    failure = editor::SaveSettings(window, window.Ini(), ui::PumpEvents);
   }
   if (!failure.empty()) {
     window.Desktop().ShowMessage(&window, QString::fromStdString(failure),
-                                 platform::MessageStyle::kCritical,
+                                 ui::MessageStyle::kCritical,
                                  QString::fromStdString(std::string(config::kConfigFileName)));
     return false;
   }

@@ -16,12 +16,12 @@
 #include "app/menus.h"
 #include "editor/load_settings.h"
 #include "editor/switches.h"
-#include "platform/qt_controls.h"
+#include "ui/controls.h"
 
 namespace app {
 namespace {
 
-using platform::Control;
+using ui::Control;
 
 // Sizes of the designed window in twips; its frame, title and menu bar take a part of them.
 constexpr int kWindowWidth = 8940;
@@ -60,7 +60,7 @@ void BuildLayout(QWidget& area) {
   for (const LayoutRows& rows :
        {WindowLayout(), MainLayout(), LogsLayout(), GameLayout(), HtmlLayout(), KillTablesLayout(),
         TemplatesLayout(), UserVarsLayout(), AboutLayout()}) {
-    platform::BuildControls(area, rows);
+    ui::BuildControls(area, rows);
   }
 }
 
@@ -76,7 +76,7 @@ QString ShortVersion() {
 
 }  // namespace
 
-frmMain::frmMain(config::modIni& ini, platform::Desktop& desktop, QSettings& settings)
+frmMain::frmMain(config::modIni& ini, ui::Desktop& desktop, QSettings& settings)
     : ini_(ini),
       desktop_(desktop),
       settings_(settings),
@@ -133,8 +133,8 @@ void frmMain::ShowStatusBar(bool shown) {
 
 // The window takes the size of its area and the menu bar; nothing else can change it.
 void frmMain::Form_Resize() {
-  centralWidget()->setFixedSize(platform::Pixels(kWindowWidth - kFrameWidth),
-                                platform::Pixels(FixedHeight - kFrameHeight));
+  centralWidget()->setFixedSize(ui::Pixels(kWindowWidth - kFrameWidth),
+                                ui::Pixels(FixedHeight - kFrameHeight));
   // At once: a window that changes its size after it was placed loses the room for its frame.
   layout()->activate();
 }
@@ -142,10 +142,10 @@ void frmMain::Form_Resize() {
 void frmMain::LinkColorButtons(const QString& frame, const QString& preview) {
   std::vector<QWidget*> ring;
   for (QPushButton* button : Control<QWidget>(*this, frame).findChildren<QPushButton*>()) {
-    if (dynamic_cast<platform::ColorButton*>(button) != nullptr) ring.push_back(button);
+    if (dynamic_cast<ui::ColorButton*>(button) != nullptr) ring.push_back(button);
   }
   ring.push_back(&Control<QWidget>(*this, preview));
-  new platform::ArrowRing(std::move(ring), this);
+  new ui::ArrowRing(std::move(ring), this);
 }
 
 void frmMain::SetStatus(const QString& text) {

@@ -9,7 +9,7 @@
 #include "config/modIni.h"
 #include "editor/dialogs.h"
 #include "editor/edit_menu.h"
-#include "platform/qt_desktop.h"
+#include "ui/desktop.h"
 
 namespace app {
 
@@ -22,10 +22,10 @@ class frmMain : public QMainWindow {
  public:
   /// Builds the window and loads it (Form_Load); it is not shown yet. All three outlive the window.
   /// `settings` are the per-user settings.
-  frmMain(config::modIni& ini, platform::Desktop& desktop, QSettings& settings);
+  frmMain(config::modIni& ini, ui::Desktop& desktop, QSettings& settings);
 
   config::modIni& Ini() const { return ini_; }
-  platform::Desktop& Desktop() const { return desktop_; }
+  ui::Desktop& Desktop() const { return desktop_; }
   editor::Dialogs& Dialogs() { return dialogs_; }
   editor::EditMenu& EditMenu() { return editMenu_; }
 
@@ -56,7 +56,7 @@ class frmMain : public QMainWindow {
   void LinkColorButtons(const QString& frame, const QString& preview);
 
   config::modIni& ini_;
-  platform::Desktop& desktop_;
+  ui::Desktop& desktop_;
   QSettings& settings_;
   editor::Dialogs dialogs_;
   editor::EditMenu editMenu_;

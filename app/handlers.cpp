@@ -43,12 +43,11 @@ void Run(frmMain& window, [[maybe_unused]] int index) {
     handler(window, window.Dialogs());
   } else if constexpr (std::is_invocable_v<Handler, QWidget&, const std::string&>) {
     handler(window, window.Ini().ProgramDirectory());
-  } else if constexpr (std::is_invocable_v<Handler, platform::Desktop&>) {
+  } else if constexpr (std::is_invocable_v<Handler, ui::Desktop&>) {
     handler(window.Desktop());
-  } else if constexpr (std::is_invocable_v<Handler, platform::Desktop&, QWidget*>) {
+  } else if constexpr (std::is_invocable_v<Handler, ui::Desktop&, QWidget*>) {
     handler(window.Desktop(), &window);
-  } else if constexpr (std::is_invocable_v<Handler, platform::Desktop&, QWidget*,
-                                           const std::string&>) {
+  } else if constexpr (std::is_invocable_v<Handler, ui::Desktop&, QWidget*, const std::string&>) {
     handler(window.Desktop(), &window, window.Ini().ProgramDirectory());
   } else {
     std::invoke(handler, window);

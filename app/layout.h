@@ -2,11 +2,11 @@
 
 #include <span>
 
-#include "platform/qt_layout.h"
+#include "ui/layout.h"
 
 namespace app {
 
-using LayoutRows = std::span<const platform::ControlRow>;
+using LayoutRows = std::span<const ui::ControlRow>;
 
 /// The main window's controls, one table for the window itself and one for each tab, in tab order.
 LayoutRows WindowLayout();

@@ -3,13 +3,13 @@
 namespace app {
 namespace {
 
-using enum platform::ControlKind;
-using Row = platform::ControlRow;
+using enum ui::ControlKind;
+using Row = ui::ControlRow;
 
 constexpr QRgb kWhite = 0xFFFFFFFF;
 constexpr QRgb kLightGrey = 0xFFE0E0E0;
-constexpr platform::FontSpec kTitle{platform::FontFace::kCopperplate, 15.75, QFont::DemiBold};
-constexpr platform::FontSpec kSubtitle{platform::FontFace::kCopperplate, 14.25, QFont::DemiBold};
+constexpr ui::FontSpec kTitle{ui::FontFace::kCopperplate, 15.75, QFont::DemiBold};
+constexpr ui::FontSpec kSubtitle{ui::FontFace::kCopperplate, 14.25, QFont::DemiBold};
 
 constexpr Row kRows[] = {
     Row(kPicture, "Image1", "SSTab1(7)", {50, 425, 6950, 4935}, ":/pictures/about.svg"),
@@ -26,27 +26,27 @@ constexpr Row kRows[] = {
         .Ink(kLightGrey)
         .AtBottom(),
     Row(kLabel, "Label46", "SSTab1(7)", {1080, 2280, 5775, 255}, "- Parse Quake 3 Arena Log Files")
-        .In(platform::kButtonFont)
+        .In(ui::kButtonFont)
         .Ink(kWhite),
     Row(kLabel, "Label47", "SSTab1(7)", {1080, 2520, 5775, 255}, "- Generate Numerous Statistics")
-        .In(platform::kButtonFont)
+        .In(ui::kButtonFont)
         .Ink(kWhite),
     Row(kLabel, "Label48", "SSTab1(7)", {1080, 2760, 5775, 255}, "- Define Custom Ranking Rules")
-        .In(platform::kButtonFont)
+        .In(ui::kButtonFont)
         .Ink(kWhite),
     Row(kLabel, "Label49", "SSTab1(7)", {1080, 3000, 5775, 255}, "- Create Any File Format")
-        .In(platform::kButtonFont)
+        .In(ui::kButtonFont)
         .Ink(kWhite),
     Row(kLabel, "Label50", "SSTab1(7)", {1080, 3240, 5775, 255}, "- Create User Defined Variables")
-        .In(platform::kButtonFont)
+        .In(ui::kButtonFont)
         .Ink(kWhite),
     Row(kLabel, "Label51", "SSTab1(7)", {1080, 3480, 5775, 255},
         "- Template Based - Extremely Flexible")
-        .In(platform::kButtonFont)
+        .In(ui::kButtonFont)
         .Ink(kWhite),
     Row(kLabel, "Label45", "SSTab1(7)", {120, 5160, 5775, 375},
         "Based on the Morvane Log Parser\\Stats Generator")
-        .In(platform::kButtonFont)
+        .In(ui::kButtonFont)
         .Ink(kLightGrey)
         .AtTop(),
 };

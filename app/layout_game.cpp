@@ -3,8 +3,8 @@
 namespace app {
 namespace {
 
-using enum platform::ControlKind;
-using Row = platform::ControlRow;
+using enum ui::ControlKind;
+using Row = ui::ControlRow;
 
 constexpr Row kRows[] = {
     Row(kFrame, "Frame10", "Frame1(3)", {480, 600, 6015, 3855}),

@@ -3,8 +3,8 @@
 namespace app {
 namespace {
 
-using enum platform::ControlKind;
-using Row = platform::ControlRow;
+using enum ui::ControlKind;
+using Row = ui::ControlRow;
 
 constexpr Row kRows[] = {
     Row(kFrame, "Frame3", "Frame1(4)", {240, 360, 3015, 2415}, "Document Colors"),
@@ -21,34 +21,34 @@ constexpr Row kRows[] = {
     Row(kFrame, "Frame2", "Frame1(4)", {3360, 360, 3375, 1455}, "Fun Name Colors"),
     Row(kColorButton, "cmdNameColor(0)", "Frame2", {240, 360, 500, 350}, "^0")
         .Named("Name Color ^0")
-        .In(platform::kLabelFont),
+        .In(ui::kLabelFont),
     Row(kColorButton, "cmdNameColor(1)", "Frame2", {840, 360, 500, 350}, "^1")
         .Named("Name Color ^1")
-        .In(platform::kLabelFont),
+        .In(ui::kLabelFont),
     Row(kColorButton, "cmdNameColor(2)", "Frame2", {1440, 360, 500, 350}, "^2")
         .Named("Name Color ^2")
-        .In(platform::kLabelFont),
+        .In(ui::kLabelFont),
     Row(kColorButton, "cmdNameColor(3)", "Frame2", {2040, 360, 500, 350}, "^3")
         .Named("Name Color ^3")
-        .In(platform::kLabelFont),
+        .In(ui::kLabelFont),
     Row(kColorButton, "cmdNameColor(4)", "Frame2", {2640, 360, 500, 350}, "^4")
         .Named("Name Color ^4")
-        .In(platform::kLabelFont),
+        .In(ui::kLabelFont),
     Row(kColorButton, "cmdNameColor(6)", "Frame2", {240, 840, 500, 350}, "^6")
         .Named("Name Color ^6")
-        .In(platform::kLabelFont),
+        .In(ui::kLabelFont),
     Row(kColorButton, "cmdNameColor(5)", "Frame2", {840, 840, 500, 350}, "^5")
         .Named("Name Color ^5")
-        .In(platform::kLabelFont),
+        .In(ui::kLabelFont),
     Row(kColorButton, "cmdNameColor(7)", "Frame2", {1440, 840, 500, 350}, "^7")
         .Named("Name Color ^7")
-        .In(platform::kLabelFont),
+        .In(ui::kLabelFont),
     Row(kColorButton, "cmdNameColor(8)", "Frame2", {2040, 840, 500, 350}, "^8")
         .Named("Name Color ^8")
-        .In(platform::kLabelFont),
+        .In(ui::kLabelFont),
     Row(kColorButton, "cmdNameColor(9)", "Frame2", {2640, 840, 500, 350}, "^9")
         .Named("Name Color ^9")
-        .In(platform::kLabelFont),
+        .In(ui::kLabelFont),
     Row(kLabel, "Label28", "Frame1(4)", {3960, 2295, 1575, 255}, "File Extension"),
     Row(kTextBox, "txtFileExtension", "Frame1(4)", {5520, 2280, 735, 285}, "$$$$"),
     Row(kFrame, "Frame9", "Frame1(4)", {240, 2880, 6495, 1095}),

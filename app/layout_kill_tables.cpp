@@ -3,8 +3,8 @@
 namespace app {
 namespace {
 
-using enum platform::ControlKind;
-using Row = platform::ControlRow;
+using enum ui::ControlKind;
+using Row = ui::ControlRow;
 
 constexpr Row kRows[] = {
     Row(kFrame, "Frame11", "Frame1(5)", {240, 240, 4335, 2295}, "Customize Highlight Levels"),

@@ -3,8 +3,8 @@
 namespace app {
 namespace {
 
-using enum platform::ControlKind;
-using Row = platform::ControlRow;
+using enum ui::ControlKind;
+using Row = ui::ControlRow;
 
 constexpr Row kRows[] = {
     Row(kLabel, "Label13(5)", "Frame1(0)", {120, 240, 1215, 255}, "Time Format"),
@@ -56,12 +56,11 @@ constexpr Row kRows[] = {
         "Status\\Warning Messages and Logs"),
     Row(kLabel, "Label11", "Frame8", {1800, 240, 1575, 255}, "Put To File")
         .Centered()
-        .In(platform::kFrameTitleFont),
+        .In(ui::kFrameTitleFont),
     Row(kLabel, "Label12", "Frame8", {3360, 240, 1815, 255}, "Put To Screen")
         .Centered()
-        .In(platform::kFrameTitleFont),
-    Row(kLabel, "Label6", "Frame8", {240, 480, 1335, 255}, "Log File")
-        .In(platform::kFrameTitleFont),
+        .In(ui::kFrameTitleFont),
+    Row(kLabel, "Label6", "Frame8", {240, 480, 1335, 255}, "Log File").In(ui::kFrameTitleFont),
     Row(kLabel, "Label7", "Frame8", {1680, 480, 855, 255}, "Normal").Centered(),
     Row(kLabel, "Label10", "Frame8", {2640, 480, 735, 255}, "Severe").Centered(),
     Row(kLabel, "Label8", "Frame8", {3480, 480, 735, 255}, "Normal").Centered(),
@@ -69,55 +68,55 @@ constexpr Row kRows[] = {
     Row(kLabel, "Label2", "Frame8", {240, 840, 1680, 255}, "Main"),
     Row(kCheckBox, "ckMainFileNorm", "Frame8", {2040, 840, 255, 255})
         .Named("Main, file, normal")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kCheckBox, "ckMainFileSevr", "Frame8", {2880, 840, 255, 255})
         .Named("Main, file, severe")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kCheckBox, "ckMainScrnNorm", "Frame8", {3720, 840, 255, 255})
         .Named("Main, screen, normal")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kCheckBox, "ckMainScrnSevr", "Frame8", {4560, 840, 255, 255})
         .Named("Main, screen, severe")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kLabel, "Label3", "Frame8", {240, 1080, 1680, 255}, "Log Parser"),
     Row(kCheckBox, "ckLogFileNorm", "Frame8", {2040, 1080, 255, 255})
         .Named("Log Parser, file, normal")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kCheckBox, "ckLogFileSevere", "Frame8", {2880, 1080, 255, 255})
         .Named("Log Parser, file, severe")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kCheckBox, "ckLogScrNorm", "Frame8", {3720, 1080, 255, 255})
         .Named("Log Parser, screen, normal")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kCheckBox, "ckLogScrSevere", "Frame8", {4560, 1080, 255, 255})
         .Named("Log Parser, screen, severe")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kLabel, "Label4", "Frame8", {240, 1320, 1680, 255}, "Template Parser"),
     Row(kCheckBox, "ckTemplateFileNorm", "Frame8", {2040, 1320, 255, 255})
         .Named("Template Parser, file, normal")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kCheckBox, "ckTemplateFileSevere", "Frame8", {2880, 1320, 255, 255})
         .Named("Template Parser, file, severe")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kCheckBox, "ckTemplateScrNorm", "Frame8", {3720, 1320, 255, 255})
         .Named("Template Parser, screen, normal")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kCheckBox, "ckTemplateScrSevere", "Frame8", {4560, 1320, 255, 255})
         .Named("Template Parser, screen, severe")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kLabel, "Label5", "Frame8", {240, 1560, 1680, 255}, "Custom Rank Log"),
     Row(kCheckBox, "ckRankFileNorm", "Frame8", {2040, 1560, 255, 255})
         .Named("Custom Rank Log, file, normal")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kCheckBox, "ckRankFileSevere", "Frame8", {2880, 1560, 255, 255})
         .Named("Custom Rank Log, file, severe")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kCheckBox, "ckRankScrNorm", "Frame8", {3720, 1560, 255, 255})
         .Named("Custom Rank Log, screen, normal")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kCheckBox, "ckRankScrSevere", "Frame8", {4560, 1560, 255, 255})
         .Named("Custom Rank Log, screen, severe")
-        .In(platform::kPlainFont),
+        .In(ui::kPlainFont),
     Row(kButton, "cmdClearAll", "Frame8", {5280, 600, 1215, 375}, "Clear All"),
     Row(kButton, "cmdCheckAll", "Frame8", {5280, 1080, 1215, 375}, "Check All"),
 };

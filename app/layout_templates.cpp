@@ -3,8 +3,8 @@
 namespace app {
 namespace {
 
-using enum platform::ControlKind;
-using Row = platform::ControlRow;
+using enum ui::ControlKind;
+using Row = ui::ControlRow;
 
 constexpr Row kRows[] = {
     Row(kFrame, "Frame5", "Frame1(6)", {240, 240, 3255, 2175}, "Main Templates"),

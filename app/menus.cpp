@@ -4,7 +4,7 @@
 #include <QMenu>
 #include <QMenuBar>
 
-#include "platform/qt_controls.h"
+#include "ui/controls.h"
 
 namespace app {
 namespace {
@@ -79,7 +79,7 @@ void AddMenu(QMainWindow& window, const MenuRow& row) {
   if (*row.menu == '\0') {
     window.menuBar()->addMenu(menu);
   } else {
-    platform::Control<QMenu>(window, row.menu).addMenu(menu);
+    ui::Control<QMenu>(window, row.menu).addMenu(menu);
   }
 }
 
@@ -90,7 +90,7 @@ void AddItem(QMainWindow& window, const MenuRow& row) {
   action->setCheckable(row.kind == kCheckItem);
   action->setShortcut(QKeySequence(row.shortcut));
   action->setMenuRole(QAction::NoRole);
-  platform::Control<QMenu>(window, row.menu).addAction(action);
+  ui::Control<QMenu>(window, row.menu).addAction(action);
 }
 
 }  // namespace
@@ -103,8 +103,8 @@ void BuildMenus(QMainWindow& window) {
       AddItem(window, row);
     }
   }
-  platform::Control<QAction>(window, "mnuFileOpen").setEnabled(false);
-  platform::Control<QAction>(window, "mnuViewAbout").setChecked(true);
+  ui::Control<QAction>(window, "mnuFileOpen").setEnabled(false);
+  ui::Control<QAction>(window, "mnuViewAbout").setChecked(true);
 }
 
 }  // namespace app

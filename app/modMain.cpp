@@ -4,8 +4,7 @@
 
 namespace app {
 
-std::unique_ptr<frmMain> Main(config::modIni& ini, platform::Desktop& desktop,
-                              QSettings& settings) {
+std::unique_ptr<frmMain> Main(config::modIni& ini, ui::Desktop& desktop, QSettings& settings) {
   if (platform::FileExists(ini.ConfigFilePath())) {
     auto window = std::make_unique<frmMain>(ini, desktop, settings);
     window->show();
@@ -18,7 +17,7 @@ std::unique_ptr<frmMain> Main(config::modIni& ini, platform::Desktop& desktop,
                       "Please reinstall this software or restore a copy of " +
                           file + " to " + QString::fromStdString(ini.ProgramDirectory()) +
                           "\r\n\r\nIf you need additional help, please see SETUP.TXT.",
-                      platform::MessageStyle::kCritical, file + " Not Found");
+                      ui::MessageStyle::kCritical, file + " Not Found");
   return nullptr;
 }
 

@@ -5,12 +5,12 @@
 #include <QTabWidget>
 
 #include "app/frmMain.h"
-#include "platform/qt_controls.h"
+#include "ui/controls.h"
 
 namespace app {
 namespace {
 
-using platform::Control;
+using ui::Control;
 
 struct TabRow {
   const char* viewItem;

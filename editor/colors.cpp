@@ -2,11 +2,11 @@
 
 #include "editor/fields.h"
 #include "editor/frmColorPreview.h"
-#include "platform/qt_controls.h"
+#include "ui/controls.h"
 
 namespace editor {
 
-using platform::Control;
+using ui::Control;
 
 void PickColor(QWidget& button, Dialogs& dialogs) {
   dialogs.CColorDialog.SetColor(button.property(kBackColor).toInt());

@@ -14,7 +14,7 @@ std::optional<QString> FileDialog::Show() {
   return chosen;
 }
 
-Dialogs::Dialogs(platform::Desktop& desktopToUse, QWidget& window)
+Dialogs::Dialogs(ui::Desktop& desktopToUse, QWidget& window)
     : desktop(desktopToUse),
       CColorDialog(desktop, window),
       CDialog(desktop, window),

@@ -5,14 +5,14 @@
 #include <QString>
 #include <QWidget>
 
-#include "platform/qt_desktop.h"
+#include "ui/desktop.h"
 
 namespace editor {
 
 /// A colour dialog. It remembers the last colour that it was given or that the user chose.
 class ColorDialog {
  public:
-  ColorDialog(platform::Desktop& desktop, QWidget& owner) : desktop_(desktop), owner_(owner) {}
+  ColorDialog(ui::Desktop& desktop, QWidget& owner) : desktop_(desktop), owner_(owner) {}
 
   /// The colour (0x00BBGGRR) that the next showing opens with; black at first.
   void SetColor(int color) { color_ = color; }
@@ -21,7 +21,7 @@ class ColorDialog {
   std::optional<int> Show();
 
  private:
-  platform::Desktop& desktop_;
+  ui::Desktop& desktop_;
   QWidget& owner_;
   int color_ = 0;
 };
@@ -29,7 +29,7 @@ class ColorDialog {
 /// An open-file dialog. It remembers the file of its last use.
 class FileDialog {
  public:
-  FileDialog(platform::Desktop& desktop, QWidget& owner) : desktop_(desktop), owner_(owner) {}
+  FileDialog(ui::Desktop& desktop, QWidget& owner) : desktop_(desktop), owner_(owner) {}
 
   void SetTitle(const QString& title) { request_.title = title; }
   /// Description and pattern pairs, all separated by "|".
@@ -40,17 +40,17 @@ class FileDialog {
   std::optional<QString> Show();
 
  private:
-  platform::Desktop& desktop_;
+  ui::Desktop& desktop_;
   QWidget& owner_;
-  platform::OpenFileRequest request_;
+  ui::OpenFileRequest request_;
 };
 
 /// The dialogs that a main window keeps for its life, with what they remember from one use to the
 /// next.
 struct Dialogs {
-  Dialogs(platform::Desktop& desktopToUse, QWidget& window);
+  Dialogs(ui::Desktop& desktopToUse, QWidget& window);
 
-  platform::Desktop& desktop;
+  ui::Desktop& desktop;
   ColorDialog CColorDialog;
   FileDialog CDialog;
   FileDialog CLogDialog;

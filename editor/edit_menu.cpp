@@ -15,12 +15,12 @@
 #include <QMenuBar>
 #include <QMimeData>
 
-#include "platform/qt_controls.h"
+#include "ui/controls.h"
 
 namespace editor {
 namespace {
 
-using platform::Control;
+using ui::Control;
 
 constexpr std::array kItems = {"mnuEditCut", "mnuEditCopy", "mnuEditPaste", "mnuEditSelectAll"};
 

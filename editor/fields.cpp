@@ -9,7 +9,7 @@
 
 #include "config/colors.h"
 #include "config/text.h"
-#include "platform/qt_controls.h"
+#include "ui/controls.h"
 
 namespace editor {
 namespace {
@@ -17,7 +17,7 @@ namespace {
 using config::Encoding;
 using config::Entry;
 using config::Setting;
-using platform::Control;
+using ui::Control;
 
 QString ToQt(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));

@@ -3,17 +3,17 @@
 #include <QComboBox>
 #include <QPushButton>
 
-#include "platform/qt_controls.h"
-#include "platform/qt_drives.h"
-#include "platform/qt_folder_list.h"
-#include "platform/qt_layout.h"
+#include "ui/controls.h"
+#include "ui/drives.h"
+#include "ui/folder_list.h"
+#include "ui/layout.h"
 
 namespace editor {
 namespace {
 
-using platform::Control;
-using platform::ControlKind;
-using platform::ControlRow;
+using ui::Control;
+using ui::ControlKind;
+using ui::ControlRow;
 
 constexpr int kWidth = 3525;
 constexpr int kHeight = 3285;
@@ -27,12 +27,12 @@ constexpr ControlRow kRows[] = {
 
 }  // namespace
 
-frmBrowseFolders::frmBrowseFolders(QWidget& owner, platform::Desktop& desktop,
-                                   const QStringList& drives, const QString& start)
+frmBrowseFolders::frmBrowseFolders(QWidget& owner, ui::Desktop& desktop, const QStringList& drives,
+                                   const QString& start)
     : QDialog(&owner), desktop_(desktop), drives_(drives), selectedFolder_(start) {
   setObjectName("frmBrowseFolders");
   setWindowTitle("Select A Directory");
-  platform::BuildFixedDialog(*this, kWidth, kHeight, kRows);
+  ui::BuildFixedDialog(*this, kWidth, kHeight, kRows);
 
   auto& ok = Control<QPushButton>(*this, "cmdOK");
   ok.setDefault(true);
@@ -43,7 +43,7 @@ frmBrowseFolders::frmBrowseFolders(QWidget& owner, platform::Desktop& desktop,
   auto& list = Control<QComboBox>(*this, "Drives");
   list.addItems(drives_);
   connect(&list, &QComboBox::activated, this, &frmBrowseFolders::Drives_Change);
-  Control<platform::FolderList>(*this, "Folders").OnOpen([this](const QString& folder) {
+  Control<ui::FolderList>(*this, "Folders").OnOpen([this](const QString& folder) {
     Open(folder, windowTitle());
   });
   Control<QWidget>(*this, "Folders").setFocus();
@@ -51,7 +51,7 @@ frmBrowseFolders::frmBrowseFolders(QWidget& owner, platform::Desktop& desktop,
 }
 
 void frmBrowseFolders::cmdOK_Click() {
-  selectedFolder_ = Control<platform::FolderList>(*this, "Folders").Path();
+  selectedFolder_ = Control<ui::FolderList>(*this, "Folders").Path();
   accept();
 }
 
@@ -60,23 +60,23 @@ void frmBrowseFolders::Drives_Change() {
 }
 
 void frmBrowseFolders::OpenStart() {
-  auto& folders = Control<platform::FolderList>(*this, "Folders");
+  auto& folders = Control<ui::FolderList>(*this, "Folders");
   if (folders.SetPath(selectedFolder_)) folders.SetPath(".");
   ShowDrive();
 }
 
 void frmBrowseFolders::Open(const QString& folder, const QString& failureTitle) {
-  auto& folders = Control<platform::FolderList>(*this, "Folders");
+  auto& folders = Control<ui::FolderList>(*this, "Folders");
   if (const std::error_code error = folders.SetPath(folder)) {
-    desktop_.ShowMessage(this, QString::fromStdString(error.message()),
-                         platform::MessageStyle::kCritical, failureTitle);
+    desktop_.ShowMessage(this, QString::fromStdString(error.message()), ui::MessageStyle::kCritical,
+                         failureTitle);
   }
   ShowDrive();
 }
 
 void frmBrowseFolders::ShowDrive() {
-  const QString folder = Control<platform::FolderList>(*this, "Folders").Path();
-  Control<QComboBox>(*this, "Drives").setCurrentIndex(platform::DriveOf(drives_, folder));
+  const QString folder = Control<ui::FolderList>(*this, "Folders").Path();
+  Control<QComboBox>(*this, "Drives").setCurrentIndex(ui::DriveOf(drives_, folder));
 }
 
 }  // namespace editor

@@ -4,7 +4,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "platform/qt_desktop.h"
+#include "ui/desktop.h"
 
 namespace editor {
 
@@ -13,8 +13,8 @@ class frmBrowseFolders : public QDialog {
  public:
   /// Opens on `start`, a path in either notation; a relative one is taken from the program's
   /// current folder. Where there is no such folder the browser opens on the current folder.
-  /// `drives`: see platform::Drives.
-  frmBrowseFolders(QWidget& owner, platform::Desktop& desktop, const QStringList& drives,
+  /// `drives`: see ui::Drives.
+  frmBrowseFolders(QWidget& owner, ui::Desktop& desktop, const QStringList& drives,
                    const QString& start);
 
   /// The starting text until the user presses "OK", then the folder that was open.
@@ -30,7 +30,7 @@ class frmBrowseFolders : public QDialog {
   void Open(const QString& folder, const QString& failureTitle);
   void ShowDrive();
 
-  platform::Desktop& desktop_;
+  ui::Desktop& desktop_;
   QStringList drives_;
   QString selectedFolder_;
 };

@@ -3,21 +3,21 @@
 #include <QPushButton>
 
 #include "editor/fields.h"
-#include "platform/qt_controls.h"
-#include "platform/qt_layout.h"
+#include "ui/controls.h"
+#include "ui/layout.h"
 
 namespace editor {
 namespace {
 
-using platform::Control;
-using platform::ControlKind;
-using platform::ControlRow;
+using ui::Control;
+using ui::ControlKind;
+using ui::ControlRow;
 
 constexpr int kWidth = 3855;
 constexpr int kHeight = 3120;
 
-constexpr ControlRow PlainLabel(const char* name, platform::Place place, const char* caption) {
-  return ControlRow{ControlKind::kLabel, name, "picBack", place, caption}.In(platform::kPlainFont);
+constexpr ControlRow PlainLabel(const char* name, ui::Place place, const char* caption) {
+  return ControlRow{ControlKind::kLabel, name, "picBack", place, caption}.In(ui::kPlainFont);
 }
 
 constexpr ControlRow Swatch(const char* name, int left) {
@@ -36,7 +36,7 @@ constexpr ControlRow kRows[] = {
     PlainLabel("lblVLink", {120, 840, 1575, 255}, "Visited Hyperlink"),
     ControlRow{
         ControlKind::kLabel, "lblTableHeader", "picBack", {120, 1200, 3255, 255}, "Kill Tables"}
-        .In(platform::kBoldPlainFont)
+        .In(ui::kBoldPlainFont)
         .Bordered(),
     Swatch("lblcolumn1", 120),
     Swatch("lblcolumn2", 1200),
@@ -68,7 +68,7 @@ constexpr Source kSources[] = {
 
 void SetColor(QWidget& control, QPalette::ColorRole role, int color) {
   QPalette palette = control.palette();
-  palette.setColor(role, platform::ToQColor(color));
+  palette.setColor(role, ui::ToQColor(color));
   control.setPalette(palette);
   if (role == QPalette::Window) control.setAutoFillBackground(true);
 }
@@ -78,7 +78,7 @@ void SetColor(QWidget& control, QPalette::ColorRole role, int color) {
 frmColorPreview::frmColorPreview(QWidget& window) : QDialog(&window) {
   setObjectName("frmColorPreview");
   setWindowTitle("Kill Tables");
-  platform::BuildFixedDialog(*this, kWidth, kHeight, kRows);
+  ui::BuildFixedDialog(*this, kWidth, kHeight, kRows);
   for (const Source& source : kSources) {
     const QVariant color = Control<QWidget>(window, source.button).property(kBackColor);
     SetColor(Control<QWidget>(*this, source.control), source.role, color.toInt());

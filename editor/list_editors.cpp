@@ -9,12 +9,12 @@
 
 #include "config/colors.h"
 #include "editor/fields.h"
-#include "platform/qt_controls.h"
+#include "ui/controls.h"
 
 namespace editor {
 namespace {
 
-using platform::Control;
+using ui::Control;
 
 void AddTo(QWidget& window, const char* list, const char* entry) {
   AddListEntry(Control<QListWidget>(window, list), Control<QLineEdit>(window, entry));

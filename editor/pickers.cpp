@@ -4,13 +4,13 @@
 
 #include "editor/fields.h"
 #include "editor/frmBrowseFolders.h"
-#include "platform/qt_controls.h"
-#include "platform/qt_drives.h"
+#include "ui/controls.h"
+#include "ui/drives.h"
 
 namespace editor {
 namespace {
 
-using platform::Control;
+using ui::Control;
 
 void PickFile(QWidget& window, FileDialog& dialog, const char* field) {
   if (const auto file = dialog.Show()) Control<QLineEdit>(window, field).setText(*file);
@@ -35,7 +35,7 @@ QString BrowseTemplate(Dialogs& dialogs, const QString& extension, const QString
 }
 
 QString BrowseFolder(QWidget& window, Dialogs& dialogs, const QString& start) {
-  frmBrowseFolders browser(window, dialogs.desktop, platform::Drives(), start);
+  frmBrowseFolders browser(window, dialogs.desktop, ui::Drives(), start);
   browser.exec();
   return browser.SelectedFolder();
 }

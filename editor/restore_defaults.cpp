@@ -20,11 +20,11 @@ void RestoreDefaults(QWidget& window) {
   }
 }
 
-bool ConfirmAndRestoreDefaults(QWidget& window, platform::Desktop& desktop) {
-  const platform::Answer answer = desktop.ShowMessage(
+bool ConfirmAndRestoreDefaults(QWidget& window, ui::Desktop& desktop) {
+  const ui::Answer answer = desktop.ShowMessage(
       &window, "This will reset defaults for ALL settings.  Do you want to continue?",
-      platform::MessageStyle::kYesNoQuestion, "Restore Defaults");
-  if (answer != platform::Answer::kYes) return false;
+      ui::MessageStyle::kYesNoQuestion, "Restore Defaults");
+  if (answer != ui::Answer::kYes) return false;
   RestoreDefaults(window);
   return true;
 }

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "platform/qt_desktop.h"
+#include "ui/desktop.h"
 
 namespace editor {
 
@@ -11,6 +11,6 @@ namespace editor {
 void RestoreDefaults(QWidget& window);
 
 /// Asks whether all settings shall be reset and does so on Yes. The result says whether it did.
-bool ConfirmAndRestoreDefaults(QWidget& window, platform::Desktop& desktop);
+bool ConfirmAndRestoreDefaults(QWidget& window, ui::Desktop& desktop);
 
 }  // namespace editor

@@ -10,7 +10,7 @@
 #include "editor/fields.h"
 #include "platform/files.h"
 #include "platform/paths.h"
-#include "platform/qt_controls.h"
+#include "ui/controls.h"
 
 namespace editor {
 namespace {
@@ -32,12 +32,12 @@ void CopyInto(const fs::path& folder, std::string_view file) {
 /// the file to where the pages look for it. The output directory, when it is a relative path, is
 /// taken from the current folder.
 void CopyBackgroundImage(QWidget& window) {
-  const QString output = platform::Control<QLineEdit>(window, "txtDestPath").text();
+  const QString output = ui::Control<QLineEdit>(window, "txtDestPath").text();
   const fs::path images = platform::SystemPath(output.toStdString()) / "images";
   std::error_code ignored;
   fs::create_directories(images, ignored);
 
-  QLineEdit& field = platform::Control<QLineEdit>(window, "txtBkgndImage");
+  QLineEdit& field = ui::Control<QLineEdit>(window, "txtBkgndImage");
   const std::string text = field.text().toStdString();
   const std::string image(config::TrimBlanks(text));
   if (image != text) field.setText(QString::fromStdString(image));

@@ -3,12 +3,12 @@
 #include <QCheckBox>
 
 #include "config/settings.h"
-#include "platform/qt_controls.h"
+#include "ui/controls.h"
 
 namespace editor {
 namespace {
 
-using platform::Control;
+using ui::Control;
 
 void SetMessageOptions(QWidget& window, bool checked) {
   for (const config::Setting& setting : config::Settings()) {

@@ -10,12 +10,12 @@
 
 #include "platform/files.h"
 #include "platform/paths.h"
-#include "platform/qt_controls.h"
+#include "ui/controls.h"
 
 namespace engine {
 namespace {
 
-using platform::Control;
+using ui::Control;
 
 /// A message log of the engine and the View item that shows it.
 struct MessageLog {
@@ -39,18 +39,18 @@ std::filesystem::path PathOf(const MessageLog& log, const std::string& programDi
   return platform::SystemPath(NameOf(log, programDirectory));
 }
 
-void View(const MessageLog& log, platform::Desktop& desktop, QWidget* owner,
+void View(const MessageLog& log, ui::Desktop& desktop, QWidget* owner,
           const std::string& programDirectory) {
-  platform::ViewTextFile(desktop, owner, NameOf(log, programDirectory));
+  ui::ViewTextFile(desktop, owner, NameOf(log, programDirectory));
 }
 
-void TellWhyNotDeleted(platform::Desktop& desktop, QWidget* owner,
-                       const std::filesystem::path& path, const std::error_code& error) {
+void TellWhyNotDeleted(ui::Desktop& desktop, QWidget* owner, const std::filesystem::path& path,
+                       const std::error_code& error) {
   desktop.ShowMessage(
       owner,
       QStringLiteral("This message log could not be deleted:\n%1\n\n%2")
           .arg(QString::fromStdString(path.string()), QString::fromStdString(error.message())),
-      platform::MessageStyle::kCritical, QStringLiteral("Message Logs"));
+      ui::MessageStyle::kCritical, QStringLiteral("Message Logs"));
 }
 
 }  // namespace
@@ -65,32 +65,31 @@ void mnuView_Click(QWidget& window, const std::string& programDirectory) {
   Control<QAction>(window, "mnuViewLogsDelete").setEnabled(hasLogs);
 }
 
-void mnuViewLogCustRank_Click(platform::Desktop& desktop, QWidget* owner,
+void mnuViewLogCustRank_Click(ui::Desktop& desktop, QWidget* owner,
                               const std::string& programDirectory) {
   View(kCustRankLog, desktop, owner, programDirectory);
 }
 
-void mnuViewLogMain_Click(platform::Desktop& desktop, QWidget* owner,
+void mnuViewLogMain_Click(ui::Desktop& desktop, QWidget* owner,
                           const std::string& programDirectory) {
   View(kMainLog, desktop, owner, programDirectory);
 }
 
-void mnuViewLogLogParser_Click(platform::Desktop& desktop, QWidget* owner,
+void mnuViewLogLogParser_Click(ui::Desktop& desktop, QWidget* owner,
                                const std::string& programDirectory) {
   View(kLogParserLog, desktop, owner, programDirectory);
 }
 
-void mnuViewLogTemplateParser_Click(platform::Desktop& desktop, QWidget* owner,
+void mnuViewLogTemplateParser_Click(ui::Desktop& desktop, QWidget* owner,
                                     const std::string& programDirectory) {
   View(kTemplateParserLog, desktop, owner, programDirectory);
 }
 
-bool DeleteMessageLogs(platform::Desktop& desktop, QWidget* owner,
-                       const std::string& programDirectory) {
-  const platform::Answer answer = desktop.ShowMessage(
+bool DeleteMessageLogs(ui::Desktop& desktop, QWidget* owner, const std::string& programDirectory) {
+  const ui::Answer answer = desktop.ShowMessage(
       owner, QStringLiteral("Are you sure you want to remove all message logs?"),
-      platform::MessageStyle::kYesNoQuestion, QStringLiteral("Message Logs"));
-  if (answer != platform::Answer::kYes) return false;
+      ui::MessageStyle::kYesNoQuestion, QStringLiteral("Message Logs"));
+  if (answer != ui::Answer::kYes) return false;
   for (const MessageLog& log : kMessageLogs) {
     const std::filesystem::path path = PathOf(log, programDirectory);
     if (!platform::FileExists(path)) continue;

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/qt_desktop.h"
+#include "ui/desktop.h"
 
 class QWidget;
 
@@ -13,18 +13,17 @@ namespace engine {
 void mnuView_Click(QWidget& window, const std::string& programDirectory);
 
 // The View items of the message logs: each opens its log in the text viewer.
-void mnuViewLogCustRank_Click(platform::Desktop& desktop, QWidget* owner,
+void mnuViewLogCustRank_Click(ui::Desktop& desktop, QWidget* owner,
                               const std::string& programDirectory);
-void mnuViewLogMain_Click(platform::Desktop& desktop, QWidget* owner,
+void mnuViewLogMain_Click(ui::Desktop& desktop, QWidget* owner,
                           const std::string& programDirectory);
-void mnuViewLogLogParser_Click(platform::Desktop& desktop, QWidget* owner,
+void mnuViewLogLogParser_Click(ui::Desktop& desktop, QWidget* owner,
                                const std::string& programDirectory);
-void mnuViewLogTemplateParser_Click(platform::Desktop& desktop, QWidget* owner,
+void mnuViewLogTemplateParser_Click(ui::Desktop& desktop, QWidget* owner,
                                     const std::string& programDirectory);
 
 /// Asks whether all message logs are to be deleted and deletes them. One that cannot be deleted is
 /// told to the user, and the next one follows. The result is false when the user did not want it.
-bool DeleteMessageLogs(platform::Desktop& desktop, QWidget* owner,
-                       const std::string& programDirectory);
+bool DeleteMessageLogs(ui::Desktop& desktop, QWidget* owner, const std::string& programDirectory);
 
 }  // namespace engine

@@ -4,7 +4,7 @@
 
 namespace engine {
 
-void PrintConfiguration(platform::Desktop& desktop, const std::string& programDirectory) {
+void PrintConfiguration(ui::Desktop& desktop, const std::string& programDirectory) {
   desktop.StartDetached({platform::kNotepad,
                          {platform::kPrintSwitch},
                          programDirectory + "\\" + std::string(config::kConfigFileName)});

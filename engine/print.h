@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "platform/qt_desktop.h"
+#include "ui/desktop.h"
 
 namespace engine {
 
 /// Sends the settings file in the program directory to the printer. A failure is silent.
-void PrintConfiguration(platform::Desktop& desktop, const std::string& programDirectory);
+void PrintConfiguration(ui::Desktop& desktop, const std::string& programDirectory);
 
 }  // namespace engine

@@ -4,7 +4,7 @@
 
 #include "platform/paths.h"
 #include "platform/process.h"
-#include "platform/qt_events.h"
+#include "ui/events.h"
 
 namespace engine {
 namespace {
@@ -16,12 +16,12 @@ void WaitForEnd(int processId) {
   unsigned exitCode = 0;
   do {
     platform::GetExitCodeProcess(process, exitCode);
-    platform::PumpEvents();
-    platform::WaitHandlingEvents(kPollMilliseconds);
+    ui::PumpEvents();
+    ui::WaitHandlingEvents(kPollMilliseconds);
   } while (exitCode == platform::kStillActive);
 }
 
-void TellWhyNotStarted(platform::Desktop& desktop, QWidget* owner, const std::string& program,
+void TellWhyNotStarted(ui::Desktop& desktop, QWidget* owner, const std::string& program,
                        const std::string& reason) {
   const std::string path = platform::SystemPath(program).string();
   desktop.ShowMessage(
@@ -29,12 +29,12 @@ void TellWhyNotStarted(platform::Desktop& desktop, QWidget* owner, const std::st
       QStringLiteral("The statistics engine could not be started:\n%1\n\n%2\n\nThe settings have "
                      "been saved; no statistics were created.")
           .arg(QString::fromStdString(path), QString::fromStdString(reason)),
-      platform::MessageStyle::kCritical, QString::fromUtf8(kEngineFileName));
+      ui::MessageStyle::kCritical, QString::fromUtf8(kEngineFileName));
 }
 
 }  // namespace
 
-bool RunEngine(platform::Desktop& desktop, QWidget* owner, const std::string& programDirectory) {
+bool RunEngine(ui::Desktop& desktop, QWidget* owner, const std::string& programDirectory) {
   platform::CommandLine command;
   command.program = programDirectory + "\\" + std::string(kEngineFileName);
   const platform::StartResult started = desktop.StartProgram(command);

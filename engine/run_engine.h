@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/qt_desktop.h"
+#include "ui/desktop.h"
 
 class QWidget;
 
@@ -16,6 +16,6 @@ inline constexpr std::string_view kEngineFileName = "morvane.exe";
 /// meanwhile, so handlers run inside it, and `owner` may be closed (but not destroyed) in it.
 /// The engine is started without arguments; working directory and environment are this program's.
 /// An engine that cannot be started is told to the user, and the result is false.
-bool RunEngine(platform::Desktop& desktop, QWidget* owner, const std::string& programDirectory);
+bool RunEngine(ui::Desktop& desktop, QWidget* owner, const std::string& programDirectory);
 
 }  // namespace engine

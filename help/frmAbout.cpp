@@ -8,17 +8,17 @@
 #include <QVBoxLayout>
 
 #include "help/system_info.h"
-#include "platform/qt_controls.h"
-#include "platform/qt_layout.h"
+#include "ui/controls.h"
+#include "ui/layout.h"
 
 namespace help {
 namespace {
 
-using platform::Control;
-using platform::ControlKind;
-using platform::ControlRow;
-using platform::FontFace;
-using platform::FontSpec;
+using ui::Control;
+using ui::ControlKind;
+using ui::ControlRow;
+using ui::FontFace;
+using ui::FontSpec;
 
 constexpr FontSpec kTitleFont{FontFace::kCopperplate, 14.25, QFont::DemiBold};
 constexpr FontSpec kVersionFont{FontFace::kCourier, 9.75, QFont::Normal};
@@ -53,7 +53,7 @@ constexpr ControlRow Paragraph(const char* name, int top, int height, const char
 
 // The lines of small print stand closer than their letters are high, so they take turns at the
 // left and at the right edge.
-constexpr ControlRow SmallPrint(const char* name, const platform::Place& place, Qt::Alignment side,
+constexpr ControlRow SmallPrint(const char* name, const ui::Place& place, Qt::Alignment side,
                                 const char* text) {
   ControlRow row = ControlRow{ControlKind::kLabel, name, "fraBox", place, text}
                        .In(kSmallPrintFont)
@@ -98,14 +98,14 @@ const ControlRow kRows[] = {
 
 }  // namespace
 
-frmAbout::frmAbout(QWidget* owner, platform::Desktop& desktop)
+frmAbout::frmAbout(QWidget* owner, ui::Desktop& desktop)
     : QDialog(owner, Qt::Dialog | Qt::FramelessWindowHint), desktop_(desktop) {
   setObjectName("frmAbout");
   setAccessibleName("About Vantorel");
   auto* border = new QFrame;
   border->setFrameStyle(QFrame::WinPanel | QFrame::Raised);
   auto* area = new QWidget;
-  area->setFixedSize(platform::Pixels(kWidth), platform::Pixels(kHeight));
+  area->setFixedSize(ui::Pixels(kWidth), ui::Pixels(kHeight));
   auto* inside = new QVBoxLayout(border);
   inside->setContentsMargins(0, 0, 0, 0);
   inside->addWidget(area);
@@ -113,7 +113,7 @@ frmAbout::frmAbout(QWidget* owner, platform::Desktop& desktop)
   outside->setContentsMargins(0, 0, 0, 0);
   outside->setSizeConstraint(QLayout::SetFixedSize);
   outside->addWidget(border);
-  platform::BuildControls(*area, kRows);
+  ui::BuildControls(*area, kRows);
 
   auto& ok = Control<QPushButton>(*this, "cmdOK");
   ok.setFocus();
@@ -145,7 +145,7 @@ void frmAbout::tmrMain_Timer() {
 
 void frmAbout::MoveTextTo(int top) {
   textTop_ = top;
-  Control<QFrame>(*this, "fraBox").move(platform::Pixels(kTextLeft), platform::Pixels(top));
+  Control<QFrame>(*this, "fraBox").move(ui::Pixels(kTextLeft), ui::Pixels(top));
 }
 
 void frmAbout::cmdOK_Click() { accept(); }
@@ -157,8 +157,6 @@ void frmAbout::keyPressEvent(QKeyEvent* event) {
   QDialog::keyPressEvent(event);
 }
 
-void mnuHelpAbout_Click(platform::Desktop& desktop, QWidget* owner) {
-  frmAbout(owner, desktop).exec();
-}
+void mnuHelpAbout_Click(ui::Desktop& desktop, QWidget* owner) { frmAbout(owner, desktop).exec(); }
 
 }  // namespace help

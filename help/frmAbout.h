@@ -2,7 +2,7 @@
 
 #include <QDialog>
 
-#include "platform/qt_desktop.h"
+#include "ui/desktop.h"
 
 namespace help {
 
@@ -10,7 +10,7 @@ namespace help {
 /// title bar; its buttons are the way out.
 class frmAbout : public QDialog {
  public:
-  frmAbout(QWidget* owner, platform::Desktop& desktop);
+  frmAbout(QWidget* owner, ui::Desktop& desktop);
 
  protected:
   /// Escape does nothing; all other keys are a dialog's.
@@ -23,11 +23,11 @@ class frmAbout : public QDialog {
   void cmdSysInfo_Click();
   void MoveTextTo(int top);
 
-  platform::Desktop& desktop_;
+  ui::Desktop& desktop_;
   int textTop_ = 0;  // top of the scrolling text within its viewport, in twips
 };
 
 /// Shows the About dialog, modal and centred over `owner`, and returns when it has been closed.
-void mnuHelpAbout_Click(platform::Desktop& desktop, QWidget* owner);
+void mnuHelpAbout_Click(ui::Desktop& desktop, QWidget* owner);
 
 }  // namespace help

@@ -6,7 +6,7 @@ namespace {
 constexpr char kMakersSite[] = "http://" VANTREL3_MAKER_HOST;
 constexpr char kEnginesSite[] = "http://" VANTREL3_ENGINE_HOST;
 
-void OpenURL(platform::Desktop& desktop, const char* site, const QString& page) {
+void OpenURL(ui::Desktop& desktop, const char* site, const QString& page) {
   desktop.OpenUrl(site + page);
 }
 
@@ -21,31 +21,29 @@ QString VersionText(unsigned major, unsigned minor) {
   return QStringLiteral("%1.%2").arg(hundredths / 100).arg(hundredths % 100, 2, 10, QChar('0'));
 }
 
-void mnuHelpUpdate_Click(platform::Desktop& desktop) {
+void mnuHelpUpdate_Click(ui::Desktop& desktop) {
   OpenURL(
       desktop, kMakersSite,
       "/tallydesk/update.asp?ver=" + VersionText(VANTREL3_VERSION_MAJOR, VANTREL3_VERSION_MINOR));
 }
 
-void mnuHelpFeedback_Click(platform::Desktop& desktop) {
+void mnuHelpFeedback_Click(ui::Desktop& desktop) {
   OpenURL(desktop, kMakersSite, "/tallydesk/feedback.asp?from=vantrel3");
 }
 
-void mnuHelpBugs_Click(platform::Desktop& desktop) {
+void mnuHelpBugs_Click(ui::Desktop& desktop) {
   OpenURL(desktop, kMakersSite, "/bugs/default.asp?from=vantrel3");
 }
 
-void mnuHelpQuillon_Click(platform::Desktop& desktop) {
+void mnuHelpQuillon_Click(ui::Desktop& desktop) {
   OpenURL(desktop, kMakersSite, "/default.asp?from=vantrel3");
 }
 
-void mnuHelpMorvaneHome_Click(platform::Desktop& desktop) {
-  OpenURL(desktop, kEnginesSite, "/morvane");
-}
+void mnuHelpMorvaneHome_Click(ui::Desktop& desktop) { OpenURL(desktop, kEnginesSite, "/morvane"); }
 
-void mnuHelpQuickStart_Click(platform::Desktop& desktop, QWidget* owner,
+void mnuHelpQuickStart_Click(ui::Desktop& desktop, QWidget* owner,
                              const std::string& programDirectory) {
-  platform::ViewTextFile(desktop, owner, programDirectory + "\\quickstart.txt");
+  ui::ViewTextFile(desktop, owner, programDirectory + "\\quickstart.txt");
 }
 
 }  // namespace help

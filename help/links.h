@@ -4,7 +4,7 @@
 
 #include <QString>
 
-#include "platform/qt_desktop.h"
+#include "ui/desktop.h"
 
 class QWidget;
 
@@ -15,14 +15,14 @@ namespace help {
 QString VersionText(unsigned major, unsigned minor);
 
 // The Help items that open a page in the browser. Nothing is reported.
-void mnuHelpUpdate_Click(platform::Desktop& desktop);
-void mnuHelpFeedback_Click(platform::Desktop& desktop);
-void mnuHelpBugs_Click(platform::Desktop& desktop);
-void mnuHelpQuillon_Click(platform::Desktop& desktop);
-void mnuHelpMorvaneHome_Click(platform::Desktop& desktop);
+void mnuHelpUpdate_Click(ui::Desktop& desktop);
+void mnuHelpFeedback_Click(ui::Desktop& desktop);
+void mnuHelpBugs_Click(ui::Desktop& desktop);
+void mnuHelpQuillon_Click(ui::Desktop& desktop);
+void mnuHelpMorvaneHome_Click(ui::Desktop& desktop);
 
 /// Opens "quickstart.txt" of the program directory in the text viewer.
-void mnuHelpQuickStart_Click(platform::Desktop& desktop, QWidget* owner,
+void mnuHelpQuickStart_Click(ui::Desktop& desktop, QWidget* owner,
                              const std::string& programDirectory);
 
 }  // namespace help

@@ -70,13 +70,13 @@ bool GetKeyValue(const platform::Registry& registry, std::uint32_t root, const s
   return found;
 }
 
-void StartSysInfo(platform::Desktop& desktop, QWidget* owner, const platform::Registry& registry) {
+void StartSysInfo(ui::Desktop& desktop, QWidget* owner, const platform::Registry& registry) {
   bool hasEntry = false;
   std::optional<std::string> tool = ToolOfRegistry(registry, hasEntry);
   if (!hasEntry) tool = InstalledTool();
   if (tool && desktop.StartDetached({*tool, {}, {}}).empty()) return;
   desktop.ShowMessage(owner, "System Information Is Unavailable At This Time",
-                      platform::MessageStyle::kOk, "vantrel3");
+                      ui::MessageStyle::kOk, "vantrel3");
 }
 
 }  // namespace help

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/qt_desktop.h"
 #include "platform/registry.h"
+#include "ui/desktop.h"
 
 class QWidget;
 
@@ -21,6 +21,6 @@ bool GetKeyValue(const platform::Registry& registry, std::uint32_t root, const s
 /// Starts the machine's system-information tool: the one that the registry names or, where it has
 /// no entry for one, the first installed of the usual tools. Tells the user when there is none or
 /// it cannot be started.
-void StartSysInfo(platform::Desktop& desktop, QWidget* owner, const platform::Registry& registry);
+void StartSysInfo(ui::Desktop& desktop, QWidget* owner, const platform::Registry& registry);
 
 }  // namespace help

@@ -6,13 +6,13 @@
 #include <QTabBar>
 #include <QTabWidget>
 
-#include "platform/qt_controls.h"
 #include "tests/support/editor_test.h"
+#include "ui/controls.h"
 
 namespace {
 
-using platform::Control;
 using support::EditorTest;
+using ui::Control;
 
 class Captions : public EditorTest {};
 

@@ -14,14 +14,14 @@
 #include <QTimer>
 #include <QTreeWidget>
 
-#include "platform/qt_controls.h"
 #include "tests/engine/engine_test.h"
 #include "tests/support/dialog_answers.h"
+#include "ui/controls.h"
 
 namespace {
 
 using app::Activity;
-using platform::Control;
+using ui::Control;
 
 /// A button or a menu item, and all that can be seen of what it does.
 struct Case {
@@ -237,7 +237,7 @@ QStringList HandlersTest::AskedOfTheDesktop() {
 /// Presses a control and tells what came of it.
 std::string HandlersTest::EffectOf(app::frmMain& window, const char* control) {
   desktop.Forget();
-  desktop.answers = {platform::Answer::kYes};
+  desktop.answers = {ui::Answer::kYes};
   desktop.colors = {0x123456};
   desktop.files = {"/chosen"};
   QStringList effect;

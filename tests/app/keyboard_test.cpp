@@ -7,13 +7,13 @@
 #include <QTabWidget>
 #include <QTest>
 
-#include "platform/qt_controls.h"
 #include "tests/support/editor_test.h"
+#include "ui/controls.h"
 
 namespace {
 
-using platform::ColorButton;
-using platform::Control;
+using ui::ColorButton;
+using ui::Control;
 
 class KeyboardTest : public support::EditorTest {
  protected:

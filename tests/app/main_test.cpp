@@ -35,7 +35,7 @@ TEST_F(MainTest, TellsWhereAMissingFileBelongs) {
   for (const auto& message : desktop.messages) {
     EXPECT_EQ(message.text, expected);
     EXPECT_EQ(message.title, "morvane.cfg Not Found");
-    EXPECT_EQ(message.style, platform::MessageStyle::kCritical);
+    EXPECT_EQ(message.style, ui::MessageStyle::kCritical);
   }
 }
 

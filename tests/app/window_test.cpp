@@ -8,15 +8,15 @@
 #include <QTabWidget>
 #include <QTest>
 
-#include "platform/qt_controls.h"
 #include "tests/support/editor_test.h"
+#include "ui/controls.h"
 
 namespace {
 
-using platform::Control;
 using support::Choose;
 using support::Click;
 using support::StatusText;
+using ui::Control;
 
 constexpr const char* kViewItems[] = {"mnuVuewMain",     "mnuViewLogs",       "mnuViewGame",
                                       "mnuViewHTML",     "mnuViewKillTables", "mnuViewTemplates",

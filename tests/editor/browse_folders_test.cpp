@@ -3,9 +3,9 @@
 #include <QComboBox>
 
 #include "editor/frmBrowseFolders.h"
-#include "platform/qt_drives.h"
-#include "platform/qt_folder_list.h"
 #include "tests/editor/fields_test.h"
+#include "ui/drives.h"
+#include "ui/folder_list.h"
 
 namespace editor {
 namespace {
@@ -16,15 +16,15 @@ TEST_F(Drives, ADriveThatCannotBeReadGoesBack) {
   Open("");
   const QString disk = QString::fromStdString(Directory());
   frmBrowseFolders browser(Window(), desktop, {"/", disk, "/no such volume"}, disk);
-  auto& drives = platform::Control<QComboBox>(browser, "Drives");
-  const auto& folders = platform::Control<platform::FolderList>(browser, "Folders");
+  auto& drives = ui::Control<QComboBox>(browser, "Drives");
+  const auto& folders = ui::Control<ui::FolderList>(browser, "Folders");
   EXPECT_EQ(drives.currentText(), disk) << "the drive of the folder that it opens on";
   browser.show();
   drives.setFocus();
   QTest::keyClick(&drives, Qt::Key_End);
   ASSERT_EQ(desktop.messages.size(), 1U);
   EXPECT_EQ(desktop.messages[0].title, "Drive Error");
-  EXPECT_EQ(desktop.messages[0].style, platform::MessageStyle::kCritical);
+  EXPECT_EQ(desktop.messages[0].style, ui::MessageStyle::kCritical);
   EXPECT_EQ(desktop.messages[0].text, "No such file or directory");
   EXPECT_EQ(drives.currentText(), disk);
   EXPECT_EQ(folders.Path(), disk);
@@ -36,8 +36,8 @@ TEST(DriveOf, IsTheDeepestThatHoldsTheFolder) {
   const QStringList drives = {"/", "/media", "/media/disk"};
   const std::pair<const char*, int> cases[] = {
       {"/", 0}, {"/mediateka", 0}, {"/media", 1}, {"/media/diskette", 1}, {"/media/disk/a", 2}};
-  for (const auto& [folder, drive] : cases) EXPECT_EQ(platform::DriveOf(drives, folder), drive);
-  EXPECT_EQ(platform::Drives().first(), "/");
+  for (const auto& [folder, drive] : cases) EXPECT_EQ(ui::DriveOf(drives, folder), drive);
+  EXPECT_EQ(ui::Drives().first(), "/");
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ TEST_F(Colors, EveryButtonTakesTheChosenColour) {
 }
 
 QColor Role(const QWidget& preview, const char* control, QPalette::ColorRole role) {
-  return platform::Control<QWidget>(preview, control).palette().color(role);
+  return ui::Control<QWidget>(preview, control).palette().color(role);
 }
 
 TEST_F(Colors, ThePreviewShowsTheColoursOfTheMoment) {
@@ -58,7 +58,7 @@ TEST_F(Colors, ThePreviewShowsTheColoursOfTheMoment) {
         EXPECT_EQ(Role(preview, control, role).name(), color) << control;
       }
       EXPECT_EQ(preview.grab().toImage().pixelColor(100, 20), QColor("#414243"));
-      EXPECT_EQ(preview.focusWidget(), &platform::Control<QWidget>(preview, "cdClose"));
+      EXPECT_EQ(preview.focusWidget(), &ui::Control<QWidget>(preview, "cdClose"));
       QTest::keyClick(&preview, Qt::Key_Return);
       EXPECT_FALSE(preview.isVisible());
     });

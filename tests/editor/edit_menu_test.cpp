@@ -24,7 +24,7 @@ class Edit : public FieldsTest {
   static QString Clipboard() { return QApplication::clipboard()->text(); }
   static void SetClipboard(const QString& text) { QApplication::clipboard()->setText(text); }
 
-  bool Enabled(const char* item) { return platform::Control<QAction>(Window(), item).isEnabled(); }
+  bool Enabled(const char* item) { return ui::Control<QAction>(Window(), item).isEnabled(); }
 
   /// A text with a selection, or the caret where the selection is empty, in the focused text box.
   void Put(const QString& text, int start, int length) {
@@ -35,7 +35,7 @@ class Edit : public FieldsTest {
   }
 
   void OpenMenu() {
-    auto& menu = platform::Control<QMenu>(Window(), "mnuEdit");
+    auto& menu = ui::Control<QMenu>(Window(), "mnuEdit");
     menu.popup({});
     menu.close();
   }
@@ -197,10 +197,10 @@ TEST_F(Edit, ByKeyboardTheMenuActsOnTheBoxThatHadTheFocus) {
   Put("abcdef", 2, 2);
   Press(Qt::Key_E, Qt::AltModifier);
   EXPECT_TRUE(Enabled("mnuEditCut"));
-  QMenu& menu = platform::Control<QMenu>(Window(), "mnuEdit");
+  QMenu& menu = ui::Control<QMenu>(Window(), "mnuEdit");
   ASSERT_TRUE(menu.isVisible());
   QTest::keyClick(&menu, Qt::Key_Down);
-  menu.setActiveAction(&platform::Control<QAction>(Window(), "mnuEditCut"));
+  menu.setActiveAction(&ui::Control<QAction>(Window(), "mnuEditCut"));
   QTest::keyClick(&menu, Qt::Key_Return);
   EXPECT_EQ(Text(kBox), "abef");
   EXPECT_EQ(Clipboard(), "cd");

@@ -9,7 +9,7 @@
 
 namespace editor {
 
-using platform::Control;
+using ui::Control;
 
 FieldsTest::FieldsTest() { std::filesystem::current_path(Directory()); }
 

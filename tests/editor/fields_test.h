@@ -8,9 +8,9 @@
 #include <QStringList>
 #include <QTest>
 
-#include "platform/qt_controls.h"
 #include "tests/support/dialog_answers.h"
 #include "tests/support/editor_test.h"
+#include "ui/controls.h"
 
 namespace editor {
 
@@ -32,7 +32,7 @@ class FieldsTest : public support::EditorTest {
   bool HasLine(const std::string& line) const;
   QString Status() { return support::StatusText(Window()); }
 
-  QLineEdit& Box(const QString& name) { return platform::Control<QLineEdit>(Window(), name); }
+  QLineEdit& Box(const QString& name) { return ui::Control<QLineEdit>(Window(), name); }
   QString Text(const QString& name) { return Box(name).text(); }
   bool Checked(const QString& name);
   /// One digit for each check box.

@@ -4,8 +4,8 @@
 #include <QComboBox>
 #include <QPushButton>
 
-#include "platform/qt_folder_list.h"
 #include "tests/editor/fields_test.h"
+#include "ui/folder_list.h"
 
 namespace editor {
 namespace {
@@ -59,7 +59,7 @@ TEST_F(Pickers, EachDialogRemembersItsLastFile) {
   for (const auto& request : desktop.fileRequests) offered.append(request.fileName);
   EXPECT_EQ(offered,
             (QStringList{"", "/a/back.jpg", "", "/a/back.jpg", "/b/games.log", "/c/main.htmlt"}));
-  const platform::OpenFileRequest& log = desktop.fileRequests[2];
+  const ui::OpenFileRequest& log = desktop.fileRequests[2];
   EXPECT_EQ(log.title, "Select Quake 3 Arena Log File");
   EXPECT_EQ(log.defaultExtension, "*.log");
   EXPECT_EQ(desktop.fileRequests[0].title, "");
@@ -89,15 +89,15 @@ class BrowseFolders : public FieldsTest {
     return Text("txtDestPath");
   }
 
-  static platform::FolderList& Folders(const QWidget& browser) {
-    return platform::Control<platform::FolderList>(browser, "Folders");
+  static ui::FolderList& Folders(const QWidget& browser) {
+    return ui::Control<ui::FolderList>(browser, "Folders");
   }
 
   static void ClickOn(const QWidget& browser, const char* button) {
-    QTest::mouseClick(&platform::Control<QPushButton>(browser, button), Qt::LeftButton);
+    QTest::mouseClick(&ui::Control<QPushButton>(browser, button), Qt::LeftButton);
   }
 
-  static void DoubleClick(platform::FolderList& folders, const QString& name) {
+  static void DoubleClick(ui::FolderList& folders, const QString& name) {
     const auto items = folders.findItems(name, Qt::MatchExactly | Qt::MatchRecursive);
     ASSERT_EQ(items.size(), 1) << name.toStdString();
     folders.scrollToItem(items[0]);
@@ -191,7 +191,7 @@ TEST_F(BrowseFolders, EveryButtonFillsItsField) {
 TEST_F(BrowseFolders, ADriveOpensItsRootFolder) {
   EXPECT_EQ(Browse(".",
                    [](QWidget& browser) {
-                     auto& drives = platform::Control<QComboBox>(browser, "Drives");
+                     auto& drives = ui::Control<QComboBox>(browser, "Drives");
                      ASSERT_EQ(drives.itemText(0), "/");
                      drives.setFocus();
                      QTest::keyClick(&drives, Qt::Key_Home);

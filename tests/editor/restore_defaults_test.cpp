@@ -25,7 +25,7 @@ TEST_F(Defaults, SavedTheyAreTheShippedFile) {
   for (const char* const handler : {"cmdDefaults", "mnuFileDefaults"}) {
     Open(changed);
     ASSERT_TRUE(Checked("ckUseCustomRank"));
-    desktop.answers = {platform::Answer::kYes};
+    desktop.answers = {ui::Answer::kYes};
     if (handler == QString("cmdDefaults")) {
       Click(handler);
     } else {
@@ -41,7 +41,7 @@ TEST_F(Defaults, SavedTheyAreTheShippedFile) {
   EXPECT_EQ(desktop.messages[0].text,
             "This will reset defaults for ALL settings.  Do you want to continue?");
   EXPECT_EQ(desktop.messages[0].title, "Restore Defaults");
-  EXPECT_EQ(desktop.messages[0].style, platform::MessageStyle::kYesNoQuestion);
+  EXPECT_EQ(desktop.messages[0].style, ui::MessageStyle::kYesNoQuestion);
 }
 
 TEST_F(Defaults, EntryBoxesAndUserVariablesStay) {
@@ -49,7 +49,7 @@ TEST_F(Defaults, EntryBoxesAndUserVariablesStay) {
   const QStringList boxes = {"txtLogFilePath", "txtTemplate", "txtGameTemplate",  "txtMapTemplate",
                              "txtVariable",    "txtValue",    "txtMinHiliteLevel"};
   for (const QString& box : boxes) Type(box, "mine");
-  desktop.answers = {platform::Answer::kYes};
+  desktop.answers = {ui::Answer::kYes};
   Click("cmdDefaults");
   for (const QString& box : boxes) EXPECT_EQ(Text(box), "mine") << box.toStdString();
   EXPECT_EQ(Entries("lvwUserVars"), QStringList{"v|1"});

@@ -196,7 +196,7 @@ TEST_F(Save, FailuresAreToldAndLoseNothing) {
     EXPECT_EQ(Text("txtTimeFormat"), "changed");
     ASSERT_EQ(desktop.messages.size(), 1U);
     EXPECT_EQ(desktop.messages[0].title, "morvane.cfg");
-    EXPECT_EQ(desktop.messages[0].style, platform::MessageStyle::kCritical);
+    EXPECT_EQ(desktop.messages[0].style, ui::MessageStyle::kCritical);
     EXPECT_FALSE(desktop.messages[0].text.isEmpty());
     desktop.messages.clear();
     chmod(PathOf(kFile).c_str(), 0644);

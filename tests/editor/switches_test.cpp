@@ -30,7 +30,7 @@ TEST_F(Switches, CustomRankingFieldsFollowTheSwitch) {
     std::string digits;
     for (const char* const name : {"lblCustRank1", "lblCustRank2", "txtCustomRankTemplate",
                                    "txtCustomRankStart", "cmdBrowse5"}) {
-      digits += platform::Control<QWidget>(Window(), name).isEnabled() ? '1' : '0';
+      digits += ui::Control<QWidget>(Window(), name).isEnabled() ? '1' : '0';
     }
     return digits;
   };

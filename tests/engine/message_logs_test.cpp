@@ -11,20 +11,20 @@
 #include <QLineEdit>
 #include <QMenu>
 
-#include "platform/qt_controls.h"
 #include "tests/engine/engine_test.h"
+#include "ui/controls.h"
 
 namespace engine {
 namespace {
 
 using app::frmMain;
-using platform::Answer;
-using platform::Control;
 using support::Choose;
 using support::StatusText;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using ui::Answer;
+using ui::Control;
 
 constexpr const char* kLogs[] = {"custrank.log.txt", "logparser.log.txt", "morvane.log.txt",
                                  "templateparser.log.txt"};
@@ -115,7 +115,7 @@ TEST_F(MessageLogsTest, DeletesTheLogsAfterAQuestion) {
   ASSERT_EQ(desktop.messages.size(), 1U);
   EXPECT_EQ(desktop.messages[0].text, "Are you sure you want to remove all message logs?");
   EXPECT_EQ(desktop.messages[0].title, "Message Logs");
-  EXPECT_EQ(desktop.messages[0].style, platform::MessageStyle::kYesNoQuestion);
+  EXPECT_EQ(desktop.messages[0].style, ui::MessageStyle::kYesNoQuestion);
 
   std::filesystem::remove(PathOf("morvane.log.txt"));
   desktop.answers = {Answer::kYes};

@@ -2,9 +2,9 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <system_error>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <system_error>
 
 #include <QAction>
 #include <QApplication>
@@ -14,19 +14,19 @@
 #include <QTimer>
 
 #include "config/modIni.h"
-#include "platform/qt_controls.h"
 #include "tests/engine/engine_test.h"
+#include "ui/controls.h"
 
 namespace engine {
 namespace {
 
 using app::frmMain;
-using platform::Control;
 using support::Choose;
 using support::Click;
 using support::StatusText;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using ui::Control;
 
 TEST_F(EngineTest, EveryEndOfTheEngineIsAnEnd) {
   frmMain& window = OpenWindow();
@@ -64,7 +64,7 @@ TEST_F(EngineTest, AnEngineThatCannotBeStartedIsTold) {
     EXPECT_EQ(StatusText(window), "Ready.");
     ASSERT_EQ(desktop.messages.size(), 1U);
     EXPECT_EQ(desktop.messages[0].title, "morvane.exe");
-    EXPECT_EQ(desktop.messages[0].style, platform::MessageStyle::kCritical);
+    EXPECT_EQ(desktop.messages[0].style, ui::MessageStyle::kCritical);
     EXPECT_THAT(desktop.messages[0].text.toStdString(), HasSubstr(PathOf("morvane.exe")));
     EXPECT_THAT(desktop.messages[0].text.toStdString(), HasSubstr(reason));
     desktop.messages.clear();
@@ -108,7 +108,7 @@ TEST_F(EngineTest, TheWindowWorksDuringARun) {
     EXPECT_THAT(desktop.started, testing::SizeIs(1)) << "a second run was started";
     Choose(window, "mnuHelpFeedback");
     EXPECT_THAT(desktop.urls, testing::SizeIs(1));
-    desktop.answers = {platform::Answer::kYes};
+    desktop.answers = {ui::Answer::kYes};
     Click(window, "cmdDefaults");
     EXPECT_EQ(StatusText(window), "Defaults Restored.");
     LetEngineEnd();

@@ -14,20 +14,20 @@
 #include "help/frmAbout.h"
 #include "help/links.h"
 #include "help/system_info.h"
-#include "platform/qt_controls.h"
-#include "platform/qt_layout.h"
 #include "tests/support/dialog_answers.h"
 #include "tests/support/editor_test.h"
+#include "ui/controls.h"
+#include "ui/layout.h"
 
 namespace help {
 namespace {
 
-using platform::Control;
-using platform::Pixels;
 using support::Choose;
 using support::DialogAnswers;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using ui::Control;
+using ui::Pixels;
 
 class HelpTest : public support::EditorTest {
  protected:
@@ -161,7 +161,7 @@ TEST_F(HelpTest, LooksTheSystemInformationToolUp) {
       EXPECT_EQ(desktop.messages.size(), 1U);
       EXPECT_EQ(desktop.messages.at(0).text, "System Information Is Unavailable At This Time");
       EXPECT_EQ(desktop.messages.at(0).title, "vantrel3");
-      EXPECT_EQ(desktop.messages.at(0).style, platform::MessageStyle::kOk);
+      EXPECT_EQ(desktop.messages.at(0).style, ui::MessageStyle::kOk);
     } else {
       EXPECT_THAT(desktop.messages, IsEmpty());
     }

@@ -1,6 +1,6 @@
-#include <gmock/gmock.h>
+#include "platform/text_viewer.h"
 
-#include "platform/qt_text_viewer.h"
+#include <gmock/gmock.h>
 
 namespace platform {
 namespace {

@@ -9,7 +9,7 @@
 #include <QTest>
 
 #include "platform/files.h"
-#include "platform/qt_controls.h"
+#include "ui/controls.h"
 
 namespace support {
 namespace {
@@ -63,15 +63,15 @@ app::frmMain& EditorTest::OpenWindow() {
 }
 
 void Click(app::frmMain& window, const QString& control) {
-  QTest::mouseClick(&platform::Control<QWidget>(window, control), Qt::LeftButton);
+  QTest::mouseClick(&ui::Control<QWidget>(window, control), Qt::LeftButton);
 }
 
 void Choose(app::frmMain& window, const QString& item) {
-  platform::Control<QAction>(window, item).trigger();
+  ui::Control<QAction>(window, item).trigger();
 }
 
 QString StatusText(const app::frmMain& window) {
-  return platform::Control<QLabel>(window, "StatBarPanel2").text();
+  return ui::Control<QLabel>(window, "StatBarPanel2").text();
 }
 
 }  // namespace support

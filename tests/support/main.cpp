@@ -3,12 +3,12 @@
 
 #include <QApplication>
 
-#include "platform/qt_style.h"
+#include "ui/style.h"
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
-  platform::UseDesignedLook();
+  ui::UseDesignedLook();
   ::testing::InitGoogleMock(&argc, argv);
   return RUN_ALL_TESTS();
 }

@@ -24,12 +24,12 @@ void RecorderDesktop::Forget() {
   urls.clear();
 }
 
-platform::Answer RecorderDesktop::ShowMessage(QWidget* /*owner*/, const QString& text,
-                                              platform::MessageStyle style, const QString& title) {
+ui::Answer RecorderDesktop::ShowMessage(QWidget* /*owner*/, const QString& text,
+                                        ui::MessageStyle style, const QString& title) {
   messages.push_back({text, style, title});
   if (duringMessage) duringMessage();
-  const bool question = style == platform::MessageStyle::kYesNoQuestion;
-  return Next(answers, question ? platform::Answer::kNo : platform::Answer::kOk);
+  const bool question = style == ui::MessageStyle::kYesNoQuestion;
+  return Next(answers, question ? ui::Answer::kNo : ui::Answer::kOk);
 }
 
 std::optional<int> RecorderDesktop::ChooseColor(QWidget* /*owner*/, int color) {
@@ -38,14 +38,14 @@ std::optional<int> RecorderDesktop::ChooseColor(QWidget* /*owner*/, int color) {
 }
 
 std::optional<QString> RecorderDesktop::ChooseFile(QWidget* /*owner*/,
-                                                   const platform::OpenFileRequest& request) {
+                                                   const ui::OpenFileRequest& request) {
   fileRequests.push_back(request);
   return Next(files, std::optional<QString>());
 }
 
 platform::StartResult RecorderDesktop::StartProgram(const platform::CommandLine& command) {
   started.push_back(command.Text());
-  return platform::RealDesktop().StartProgram(command);
+  return ui::RealDesktop().StartProgram(command);
 }
 
 std::string RecorderDesktop::StartDetached(const platform::CommandLine& command) {

@@ -8,28 +8,28 @@
 
 #include <QString>
 
-#include "platform/qt_desktop.h"
+#include "ui/desktop.h"
 
 namespace support {
 
 /// A desktop that notes what it is asked and answers from queues. Without a scripted answer it
 /// behaves like a user who closes every dialog. Only StartProgram does what it says.
-class RecorderDesktop : public platform::Desktop {
+class RecorderDesktop : public ui::Desktop {
  public:
   struct Message {
     QString text;
-    platform::MessageStyle style;
+    ui::MessageStyle style;
     QString title;
   };
 
   std::vector<Message> messages;
   std::vector<int> offeredColors;
-  std::vector<platform::OpenFileRequest> fileRequests;
+  std::vector<ui::OpenFileRequest> fileRequests;
   std::vector<std::string> started;   // command texts of StartProgram
   std::vector<std::string> detached;  // command texts of StartDetached
   std::vector<QString> urls;
 
-  std::deque<platform::Answer> answers;
+  std::deque<ui::Answer> answers;
   std::deque<std::optional<int>> colors;
   std::deque<std::optional<QString>> files;
   std::string detachedFailure;  // what StartDetached answers
@@ -39,11 +39,10 @@ class RecorderDesktop : public platform::Desktop {
   /// Forgets what it was asked so far.
   void Forget();
 
-  platform::Answer ShowMessage(QWidget* owner, const QString& text, platform::MessageStyle style,
-                               const QString& title) override;
+  ui::Answer ShowMessage(QWidget* owner, const QString& text, ui::MessageStyle style,
+                         const QString& title) override;
   std::optional<int> ChooseColor(QWidget* owner, int color) override;
-  std::optional<QString> ChooseFile(QWidget* owner,
-                                    const platform::OpenFileRequest& request) override;
+  std::optional<QString> ChooseFile(QWidget* owner, const ui::OpenFileRequest& request) override;
   platform::StartResult StartProgram(const platform::CommandLine& command) override;
   std::string StartDetached(const platform::CommandLine& command) override;
   void OpenUrl(const QString& url) override;

@@ -1,4 +1,4 @@
-#include "platform/qt_desktop.h"
+#include "ui/desktop.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,15 +13,15 @@
 #include <QStringList>
 
 #include "platform/paths.h"
-#include "platform/qt_controls.h"
-#include "platform/qt_layout.h"
-#include "platform/qt_text_viewer.h"
+#include "platform/text_viewer.h"
+#include "ui/controls.h"
+#include "ui/layout.h"
 
-namespace platform {
+namespace ui {
 namespace {
 
 QString SystemText(const QString& path) {
-  return QString::fromStdString(SystemPath(path.toStdString()).string());
+  return QString::fromStdString(platform::SystemPath(path.toStdString()).string());
 }
 
 /// The dialog's name filters for "description|pattern|description|pattern". The pattern stands in
@@ -69,41 +69,41 @@ void SelectFile(QFileDialog& dialog, const QString& fileName) {
   dialog.selectFile(file.fileName());
 }
 
-bool HasSwitch(const CommandLine& command, const std::string& text) {
+bool HasSwitch(const platform::CommandLine& command, const std::string& text) {
   return std::find(command.switches.begin(), command.switches.end(), text) !=
          command.switches.end();
 }
 
 /// The argument list of a command that is started as it stands.
-std::vector<std::string> PlainArguments(const CommandLine& command) {
+std::vector<std::string> PlainArguments(const platform::CommandLine& command) {
   const std::string& program = command.program;
-  std::vector<std::string> arguments = {HasSeparator(program) ? SystemPath(program).string()
-                                                              : program};
+  std::vector<std::string> arguments = {
+      platform::HasSeparator(program) ? platform::SystemPath(program).string() : program};
   arguments.insert(arguments.end(), command.switches.begin(), command.switches.end());
-  if (!command.file.empty()) arguments.push_back(SystemPath(command.file).string());
+  if (!command.file.empty()) arguments.push_back(platform::SystemPath(command.file).string());
   return arguments;
 }
 
 std::string StartTextViewer(const std::string& file) {
-  const std::optional<DesktopApplication> viewer = TextViewer();
+  const std::optional<platform::DesktopApplication> viewer = platform::TextViewer();
   if (!viewer) return "No program for text files (text/plain) is installed.";
-  const std::vector<std::string> arguments = ArgumentsToOpen(*viewer, file);
+  const std::vector<std::string> arguments = platform::ArgumentsToOpen(*viewer, file);
   if (arguments.empty()) return "The command of " + viewer->name + " is unusable.";
-  const std::string reason = StartDetachedProcess(arguments);
+  const std::string reason = platform::StartDetachedProcess(arguments);
   return reason.empty() ? reason : arguments.front() + ": " + reason;
 }
 
 }  // namespace
 
 void ViewTextFile(Desktop& desktop, QWidget* owner, const std::string& file) {
-  const CommandLine command{kNotepad, {}, file};
+  const platform::CommandLine command{platform::kNotepad, {}, file};
   const std::string reason = desktop.StartDetached(command);
   if (reason.empty()) return;
   desktop.ShowMessage(
       owner,
       QStringLiteral("The text viewer could not be started:\n%1\n\n%2")
           .arg(QString::fromStdString(command.Text()), QString::fromStdString(reason)),
-      MessageStyle::kCritical, QString::fromStdString(std::string(FileNamePart(file))));
+      MessageStyle::kCritical, QString::fromStdString(std::string(platform::FileNamePart(file))));
 }
 
 Answer RealDesktop::ShowMessage(QWidget* owner, const QString& text, MessageStyle style,
@@ -144,19 +144,20 @@ std::optional<QString> RealDesktop::ChooseFile(QWidget* owner, const OpenFileReq
   return file.absoluteFilePath();
 }
 
-StartResult RealDesktop::StartProgram(const CommandLine& command) {
-  return StartProcess(PlainArguments(command));
+platform::StartResult RealDesktop::StartProgram(const platform::CommandLine& command) {
+  return platform::StartProcess(PlainArguments(command));
 }
 
-std::string RealDesktop::StartDetached(const CommandLine& command) {
-  if (command.program != kNotepad) return StartDetachedProcess(PlainArguments(command));
-  const std::string file = SystemPath(command.file).string();
-  return HasSwitch(command, kPrintSwitch) ? StartDetachedProcess({"lp", file})
-                                          : StartTextViewer(file);
+std::string RealDesktop::StartDetached(const platform::CommandLine& command) {
+  if (command.program != platform::kNotepad)
+    return platform::StartDetachedProcess(PlainArguments(command));
+  const std::string file = platform::SystemPath(command.file).string();
+  return HasSwitch(command, platform::kPrintSwitch) ? platform::StartDetachedProcess({"lp", file})
+                                                    : StartTextViewer(file);
 }
 
 void RealDesktop::OpenUrl(const QString& url) {
-  StartDetachedProcess({"xdg-open", url.toStdString()});
+  platform::StartDetachedProcess({"xdg-open", url.toStdString()});
 }
 
-}  // namespace platform
+}  // namespace ui

@@ -1,4 +1,4 @@
-#include "platform/qt_folder_list.h"
+#include "ui/folder_list.h"
 
 #include <filesystem>
 
@@ -9,14 +9,14 @@
 
 #include "platform/paths.h"
 
-namespace platform {
+namespace ui {
 namespace {
 
 constexpr int kPathRole = Qt::UserRole;
 constexpr int kIndentation = 12;
 
 QString FullPath(const QString& path) {
-  const std::string native = SystemPath(path.toStdString()).string();
+  const std::string native = platform::SystemPath(path.toStdString()).string();
   return QDir::cleanPath(QDir::current().absoluteFilePath(QString::fromStdString(native)));
 }
 
@@ -103,4 +103,4 @@ void FolderList::keyPressEvent(QKeyEvent* event) {
   open_(chosen);
 }
 
-}  // namespace platform
+}  // namespace ui

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace platform {
+namespace ui {
 
 /// Handles the events that wait for the program's windows, and returns. Handlers run inside it.
 void PumpEvents();
@@ -10,4 +10,4 @@ void PumpEvents();
 /// the program was told to quit.
 void WaitHandlingEvents(int milliseconds);
 
-}  // namespace platform
+}  // namespace ui

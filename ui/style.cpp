@@ -1,14 +1,14 @@
-#include "platform/qt_style.h"
+#include "ui/style.h"
 
 #include <QApplication>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
 
-#include "platform/qt_controls.h"
-#include "platform/qt_fonts.h"
+#include "ui/controls.h"
+#include "ui/fonts.h"
 
-namespace platform {
+namespace ui {
 namespace {
 
 /// Fusion with the tab control's strip of a fixed height and access keys always underlined.
@@ -85,4 +85,4 @@ void UseDesignedLook() {
   QApplication::setFont(MakeFont(kFieldFont));
 }
 
-}  // namespace platform
+}  // namespace ui

@@ -1,9 +1,9 @@
 #pragma once
 
-namespace platform {
+namespace ui {
 
 /// Gives the program its own style, colours and window font, so that it looks the same on every
 /// desktop. Call once, when the QApplication is made and before the first window.
 void UseDesignedLook();
 
-}  // namespace platform
+}  // namespace ui

@@ -1,4 +1,4 @@
-#include "platform/qt_drives.h"
+#include "ui/drives.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <QFileInfo>
 #include <QStorageInfo>
 
-namespace platform {
+namespace ui {
 namespace {
 
 constexpr std::array kNetworkFileSystems = {"nfs", "nfs4", "cifs", "smb3", "fuse.sshfs", "9p"};
@@ -48,4 +48,4 @@ int DriveOf(const QStringList& drives, const QString& folder) {
   return best;
 }
 
-}  // namespace platform
+}  // namespace ui

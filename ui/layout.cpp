@@ -1,4 +1,4 @@
-#include "platform/qt_layout.h"
+#include "ui/layout.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -10,10 +10,10 @@
 #include <QStatusBar>
 #include <QTreeWidget>
 
-#include "platform/qt_controls.h"
-#include "platform/qt_folder_list.h"
+#include "ui/controls.h"
+#include "ui/folder_list.h"
 
-namespace platform {
+namespace ui {
 namespace {
 
 constexpr int kTwipsPerPixel = 15;
@@ -217,4 +217,4 @@ void BuildFixedDialog(QDialog& dialog, int width, int height, std::span<const Co
   BuildControls(dialog, rows);
 }
 
-}  // namespace platform
+}  // namespace ui

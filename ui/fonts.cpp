@@ -1,9 +1,9 @@
-#include "platform/qt_fonts.h"
+#include "ui/fonts.h"
 
 #include <QFontDatabase>
 #include <QStringList>
 
-namespace platform {
+namespace ui {
 namespace {
 
 QStringList Families(FontFace face) {
@@ -48,4 +48,4 @@ QFont MakeFont(const FontSpec& spec) {
   return font;
 }
 
-}  // namespace platform
+}  // namespace ui

@@ -1,11 +1,11 @@
-#include "platform/qt_events.h"
+#include "ui/events.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTimer>
 
-namespace platform {
+namespace ui {
 
 void PumpEvents() { QCoreApplication::processEvents(); }
 
@@ -23,4 +23,4 @@ void WaitHandlingEvents(int milliseconds) {
   }
 }
 
-}  // namespace platform
+}  // namespace ui

@@ -10,7 +10,7 @@
 
 class QWidget;
 
-namespace platform {
+namespace ui {
 
 /// Buttons and icon of a message box.
 enum class MessageStyle { kOk = 0, kCritical = 16, kYesNoQuestion = 36 };
@@ -49,12 +49,12 @@ class Desktop {
   virtual std::optional<QString> ChooseFile(QWidget* owner, const OpenFileRequest& request) = 0;
 
   /// Starts a program as a child whose end can be waited for (see platform/process.h).
-  virtual StartResult StartProgram(const CommandLine& command) = 0;
+  virtual platform::StartResult StartProgram(const platform::CommandLine& command) = 0;
 
   /// Starts a program that lives on its own; nothing of it is left behind when it ends.
   /// "notepad.exe" stands for the desktop's viewer of text files, "notepad.exe /p" for its print
   /// command. The result is empty, or says why the program could not be started.
-  virtual std::string StartDetached(const CommandLine& command) = 0;
+  virtual std::string StartDetached(const platform::CommandLine& command) = 0;
 
   /// Hands a URL to the desktop's browser. Nothing is reported.
   virtual void OpenUrl(const QString& url) = 0;
@@ -71,9 +71,9 @@ class RealDesktop : public Desktop {
                      const QString& title) override;
   std::optional<int> ChooseColor(QWidget* owner, int color) override;
   std::optional<QString> ChooseFile(QWidget* owner, const OpenFileRequest& request) override;
-  StartResult StartProgram(const CommandLine& command) override;
-  std::string StartDetached(const CommandLine& command) override;
+  platform::StartResult StartProgram(const platform::CommandLine& command) override;
+  std::string StartDetached(const platform::CommandLine& command) override;
   void OpenUrl(const QString& url) override;
 };
 
-}  // namespace platform
+}  // namespace ui

@@ -1,4 +1,4 @@
-#include "platform/qt_controls.h"
+#include "ui/controls.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,9 +13,9 @@
 #include <QStylePainter>
 #include <QTabBar>
 
-#include "platform/qt_layout.h"
+#include "ui/layout.h"
 
-namespace platform {
+namespace ui {
 
 QColor ToQColor(int color) {
   const auto bits = static_cast<unsigned>(color);
@@ -162,4 +162,4 @@ void Picture::paintEvent(QPaintEvent* /*event*/) {
   QPainter(this).drawImage(rect(), drawn_);
 }
 
-}  // namespace platform
+}  // namespace ui

@@ -1,3 +1,5 @@
+#include "ui/desktop.h"
+
 #include <chrono>
 #include <ctime>
 #include <filesystem>
@@ -15,12 +17,11 @@
 #include <QTest>
 #include <QTimer>
 
-#include "platform/qt_desktop.h"
-#include "platform/qt_events.h"
 #include "tests/support/dialog_answers.h"
 #include "tests/support/editor_test.h"
+#include "ui/events.h"
 
-namespace platform {
+namespace ui {
 namespace {
 
 using support::DialogAnswers;
@@ -124,8 +125,8 @@ TEST_F(DesktopTest, TheFileDialogChoosesAnExistingFile) {
 
 // One test, because GLib looks for the desktop's entries in the same folders for a process's life.
 TEST_F(DesktopTest, StartsViewerPrinterAndBrowser) {
-  const CommandLine view{kNotepad, {}, Directory() + "\\a \"b\" $c;.txt"};
-  const CommandLine print{kNotepad, {kPrintSwitch}, view.file};
+  const platform::CommandLine view{platform::kNotepad, {}, Directory() + "\\a \"b\" $c;.txt"};
+  const platform::CommandLine print{platform::kNotepad, {platform::kPrintSwitch}, view.file};
   const std::string argument = Directory() + "/a \"b\" $c;.txt\n";
   WriteTool("lp");
   EXPECT_THAT(real_.StartDetached(print), IsEmpty());
@@ -152,7 +153,7 @@ TEST_F(DesktopTest, StartsViewerPrinterAndBrowser) {
 TEST_F(DesktopTest, ViewingTellsWhyItFailed) {
   qputenv("XDG_DATA_DIRS", "/nowhere");
   qputenv("XDG_CONFIG_DIRS", "/nowhere");
-  EXPECT_EQ(real_.StartDetached({kNotepad, {}, "/a.txt"}),
+  EXPECT_EQ(real_.StartDetached({platform::kNotepad, {}, "/a.txt"}),
             "No program for text files (text/plain) is installed.");
 }
 
@@ -185,4 +186,4 @@ TEST(EventsTest, WaitsOnAfterTheProgramWasToldToQuit) {
 }
 
 }  // namespace
-}  // namespace platform
+}  // namespace ui

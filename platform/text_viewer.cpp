@@ -1,5 +1,5 @@
 // Without Qt's headers: their keywords and GLib's field names clash.
-#include "platform/qt_text_viewer.h"
+#include "platform/text_viewer.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QTreeWidget>
 
-namespace platform {
+namespace ui {
 
 /// A list of folders: the current folder's path as a tree, the root first, and below the current
 /// folder its subfolders (hidden ones left out). A double click or Enter on another folder asks
@@ -38,4 +38,4 @@ class FolderList : public QTreeWidget {
   std::function<void(const QString&)> open_;
 };
 
-}  // namespace platform
+}  // namespace ui

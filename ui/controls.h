@@ -12,7 +12,7 @@
 #include <QWidget>
 #include <QtGlobal>
 
-namespace platform {
+namespace ui {
 
 /// The control (or menu, or action) of a window by its name (`txtSrcPath`, `cmdNameColor(3)`).
 /// Windows are built from tables that are known when the program is compiled, so a name without a
@@ -96,4 +96,4 @@ class Picture : public QWidget {
   QImage drawn_;  // at the size last painted
 };
 
-}  // namespace platform
+}  // namespace ui

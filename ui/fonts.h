@@ -2,7 +2,7 @@
 
 #include <QFont>
 
-namespace platform {
+namespace ui {
 
 /// The faces the windows are designed in. Where one is not installed, the nearest of the faces
 /// that come with the program's packages stands in for it.
@@ -27,4 +27,4 @@ inline constexpr FontSpec kBoldPlainFont{FontFace::kSansSerif, 8.25, QFont::Bold
 /// The installed font for a designed one, sized in pixels.
 QFont MakeFont(const FontSpec& spec);
 
-}  // namespace platform
+}  // namespace ui

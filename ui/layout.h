@@ -8,9 +8,9 @@
 #include <QRect>
 #include <QWidget>
 
-#include "platform/qt_fonts.h"
+#include "ui/fonts.h"
 
-namespace platform {
+namespace ui {
 
 /// A position and a size as designed, in twips (15 to a device-independent pixel), relative to the
 /// container.
@@ -122,4 +122,4 @@ void GiveDialogFrame(QDialog& dialog);
 /// frame has a close box only.
 void BuildFixedDialog(QDialog& dialog, int width, int height, std::span<const ControlRow> rows);
 
-}  // namespace platform
+}  // namespace ui

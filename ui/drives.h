@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace platform {
+namespace ui {
 
 /// The folders at which the machine's drives are found: the root folder first, then the mounted
 /// volumes that a person would call a drive (disks, removable media, network shares), sorted.
@@ -13,4 +13,4 @@ QStringList Drives();
 /// -1 when none does.
 int DriveOf(const QStringList& drives, const QString& folder);
 
-}  // namespace platform
+}  // namespace ui
