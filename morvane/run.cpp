@@ -7,12 +7,12 @@
 #include <utility>
 
 #include "config/modIni.h"
-#include "morvane/collect.h"
 #include "morvane/messages.h"
-#include "morvane/ranking.h"
 #include "morvane/settings.h"
-#include "morvane/site.h"
-#include "morvane/statistics.h"
+#include "morvane/site/site.h"
+#include "morvane/statistics/ranking.h"
+#include "morvane/statistics/statistics.h"
+#include "morvane/store/collect.h"
 #include "platform/files.h"
 
 namespace morvane {

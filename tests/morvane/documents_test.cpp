@@ -8,7 +8,7 @@
 #include <set>
 #include <sstream>
 
-#include "morvane/ranking.h"
+#include "morvane/statistics/ranking.h"
 #include "tests/morvane/site_fixture.h"
 
 namespace morvane::test {

@@ -1,4 +1,4 @@
-#include "morvane/game.h"
+#include "morvane/statistics/game.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "morvane/log_line.h"
+#include "morvane/log/log_line.h"
 
 #include <gtest/gtest.h>
 #include <string>

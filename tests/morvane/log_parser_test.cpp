@@ -1,11 +1,11 @@
-#include "morvane/log_parser.h"
+#include "morvane/log/log_parser.h"
 
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
 #include "bench/log_generator.h"
-#include "morvane/game_record.h"
+#include "morvane/store/game_record.h"
 #include "tests/morvane/test_support.h"
 
 namespace morvane {

@@ -1,4 +1,4 @@
-#include "morvane/names.h"
+#include "morvane/statistics/names.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "morvane/format.h"
-#include "morvane/kill_table.h"
-#include "morvane/page_folder.h"
-#include "morvane/palette.h"
+#include "morvane/site/format.h"
+#include "morvane/site/kill_table.h"
+#include "morvane/site/page_folder.h"
+#include "morvane/site/palette.h"
 #include "tests/morvane/test_support.h"
 
 namespace morvane::test {

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "morvane/collect.h"
-#include "morvane/database.h"
+#include "morvane/store/collect.h"
+#include "morvane/store/database.h"
 #include "tests/morvane/test_support.h"
 
 namespace morvane {

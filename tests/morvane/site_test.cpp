@@ -1,4 +1,4 @@
-#include "morvane/site.h"
+#include "morvane/site/site.h"
 
 #include <gtest/gtest.h>
 #include <regex>
@@ -6,7 +6,7 @@
 #include <spawn.h>
 #include <sys/wait.h>
 
-#include "morvane/names.h"
+#include "morvane/statistics/names.h"
 #include "tests/morvane/site_fixture.h"
 
 extern char** environ;

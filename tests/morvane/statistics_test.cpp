@@ -1,4 +1,4 @@
-#include "morvane/statistics.h"
+#include "morvane/statistics/statistics.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "morvane/figures.h"
-#include "morvane/ranking.h"
+#include "morvane/statistics/figures.h"
+#include "morvane/statistics/ranking.h"
 #include "tests/morvane/test_support.h"
 
 namespace morvane {

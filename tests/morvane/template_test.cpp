@@ -1,8 +1,8 @@
-#include "morvane/template.h"
+#include "morvane/site/template.h"
 
 #include <gtest/gtest.h>
 
-#include "morvane/page_data.h"
+#include "morvane/site/page_data.h"
 #include "tests/morvane/test_support.h"
 
 namespace morvane::test {

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "morvane/game.h"
-#include "morvane/log_parser.h"
+#include "morvane/log/log_parser.h"
+#include "morvane/statistics/game.h"
 
 namespace morvane::test {
 

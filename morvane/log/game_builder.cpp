@@ -1,0 +1,359 @@
+#include "morvane/log/game_builder.h"
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+#include <tuple>
+#include <utility>
+
+#include "morvane/statistics/names.h"
+
+namespace morvane {
+namespace {
+
+// Far beyond any real game; keeps indices in 16 bits and a hostile log's memory in bounds.
+constexpr std::size_t kMostEntrants = 60000;
+
+bool IsBetter(const Entrant& left, const Entrant& right) {
+  return std::tuple(left.stayed, left.figures.score, left.figures.kills) >
+         std::tuple(right.stayed, right.figures.score, right.figures.kills);
+}
+
+/// Puts the entrants into the order of their places; the result is the new index of each.
+std::vector<std::uint32_t> SortEntrants(std::vector<Entrant>& entrants) {
+  std::vector<std::uint32_t> order(entrants.size());
+  std::iota(order.begin(), order.end(), 0U);
+  std::stable_sort(order.begin(), order.end(), [&](std::uint32_t left, std::uint32_t right) {
+    return IsBetter(entrants[left], entrants[right]);
+  });
+  std::vector<Entrant> sorted;
+  sorted.reserve(entrants.size());
+  std::vector<std::uint32_t> newIndex(entrants.size());
+  for (const std::uint32_t old : order) {
+    newIndex[old] = static_cast<std::uint32_t>(sorted.size());
+    sorted.push_back(std::move(entrants[old]));
+  }
+  entrants = std::move(sorted);
+  return newIndex;
+}
+
+void SetPlaces(std::vector<Entrant>& entrants) {
+  for (std::size_t i = 0; i < entrants.size(); ++i) {
+    const bool shared = i > 0 && entrants[i].stayed == entrants[i - 1].stayed &&
+                        entrants[i].figures.score == entrants[i - 1].figures.score;
+    entrants[i].place = shared ? entrants[i - 1].place : static_cast<std::uint32_t>(i + 1);
+  }
+}
+
+void MoveIndices(Game& game, const std::vector<std::uint32_t>& newIndex) {
+  for (Pair& pair : game.pairs) {
+    pair.killer = newIndex[pair.killer];
+    pair.victim = newIndex[pair.victim];
+  }
+  for (KillEvent& event : game.events) {
+    event.victim = static_cast<std::uint16_t>(newIndex[event.victim]);
+    if (event.killer != KillEvent::kWorld) {
+      event.killer = static_cast<std::uint16_t>(newIndex[event.killer]);
+    }
+  }
+  if (IsTeamGame(game.type)) return;
+  for (LeadChange& change : game.lead) {
+    if (change.leader != kNobody) change.leader = newIndex[change.leader];
+  }
+}
+
+std::uint32_t WholeSeconds(std::int64_t tenths) {
+  return static_cast<std::uint32_t>(
+      std::clamp<std::int64_t>(tenths / 10, 0, std::numeric_limits<std::int32_t>::max()));
+}
+
+}  // namespace
+
+void GameBuilder::Open(std::string_view map, int type, bool timed, std::int64_t tenths) {
+  game_ = Game{};
+  game_.map = map;
+  game_.type = type;
+  game_.timed = timed;
+  slots_.fill({});
+  live_.clear();
+  left_.clear();
+  firstStamp_ = lastStamp_ = tenths;
+  clock_ = 0;
+  leader_ = kNobody;
+  leadScore_ = 0;
+  teamScores_ = {};
+  frozen_ = false;
+  open_ = true;
+}
+
+void GameBuilder::SetClock(std::int64_t tenths) {
+  if (tenths > lastStamp_) clock_ += tenths - lastStamp_;
+  lastStamp_ = tenths;
+}
+
+void GameBuilder::Userinfo(std::size_t slot, std::string_view name, Team team) {
+  Slot& client = slots_[slot];
+  // Someone new: the slot was bound by an event that came after its last client had gone.
+  if (!client.begun) Leave(client);
+  client.name = name;
+  client.team = team;
+  if (client.entrant != kNobody) {
+    Entrant& entrant = game_.entrants[client.entrant];
+    if (entrant.name != name) entrant.name = name;
+  }
+  if (!client.begun) return;
+  if (team == Team::kSpectator) {
+    Leave(client);
+    client.begun = true;
+  } else {
+    StartPlaying(slot);
+  }
+}
+
+void GameBuilder::Connect(std::size_t slot) { Leave(slots_[slot]); }
+
+void GameBuilder::Disconnect(std::size_t slot) {
+  Leave(slots_[slot]);
+  if (!game_.complete && !IsTeamGame(game_.type)) FindLead();
+}
+
+void GameBuilder::Begin(std::size_t slot) {
+  if (frozen_) return;
+  Slot& client = slots_[slot];
+  client.begun = true;
+  if (client.team == Team::kSpectator) {
+    Leave(client);
+    client.begun = true;
+    return;
+  }
+  if (game_.complete) return;
+  StartPlaying(slot);
+  FiguresOf(client.entrant).score = 0;
+  if (!IsTeamGame(game_.type)) FindLead();
+}
+
+void GameBuilder::StartPlaying(std::size_t slot) {
+  if (frozen_ || game_.complete) return;
+  Slot& client = slots_[slot];
+  game_.entrants[EntrantIn(slot)].team = client.team;
+  if (client.playingSince < 0) client.playingSince = clock_;
+}
+
+void GameBuilder::StopPlaying(Slot& slot) {
+  if (slot.playingSince >= 0 && slot.entrant != kNobody) {
+    FiguresOf(slot.entrant).seconds += WholeSeconds(clock_ - slot.playingSince);
+  }
+  slot.playingSince = -1;
+}
+
+void GameBuilder::Leave(Slot& slot) {
+  StopPlaying(slot);
+  if (slot.entrant != kNobody) left_[PlayerKey(slot.name)].push_back(slot.entrant);
+  slot.entrant = kNobody;
+  slot.begun = false;
+}
+
+std::uint32_t GameBuilder::EntrantIn(std::size_t slot) {
+  Slot& client = slots_[slot];
+  if (client.entrant == kNobody) {
+    client.entrant = EntrantNamed(client.name);
+    game_.entrants[client.entrant].team = client.team;
+  }
+  return client.entrant;
+}
+
+std::uint32_t GameBuilder::EntrantNamed(std::string_view name) {
+  const auto back = left_.empty() ? left_.end() : left_.find(PlayerKey(name));
+  if (back != left_.end() && !back->second.empty()) {
+    const std::uint32_t entrant = back->second.back();
+    back->second.pop_back();
+    game_.entrants[entrant].name = name;
+    return entrant;
+  }
+  if (game_.entrants.size() < kMostEntrants) {
+    game_.entrants.emplace_back().name = name;
+    live_.emplace_back();
+  }
+  return static_cast<std::uint32_t>(game_.entrants.size() - 1);
+}
+
+void GameBuilder::Kill(std::size_t killerSlot, std::size_t victimSlot, std::uint16_t weapon) {
+  if (frozen_) return;
+  const std::uint32_t victim = EntrantIn(victimSlot);
+  const Team victimTeam = slots_[victimSlot].team;
+  KillEvent event{KillEvent::kWorld, static_cast<std::uint16_t>(victim), weapon, false};
+  ++game_.kills;
+  if (killerSlot == kWorld) {
+    ++FiguresOf(victim).worldDeaths;
+    AddScore(victim, -1, victimTeam);
+  } else {
+    const std::uint32_t killer = EntrantIn(killerSlot);
+    const Team killerTeam = slots_[killerSlot].team;
+    event.killer = static_cast<std::uint16_t>(killer);
+    if (killerSlot == victimSlot) {
+      ++FiguresOf(victim).suicides;
+      AddScore(victim, -1, victimTeam);
+    } else if (IsTeamGame(game_.type) && killerTeam == victimTeam &&
+               (killerTeam == Team::kRed || killerTeam == Team::kBlue)) {
+      event.teamKill = true;
+      ++FiguresOf(killer).teamKills;
+      pairs_.Add({killer, victim, 0, 1});
+      AddScore(killer, -1, killerTeam);
+    } else {
+      Frag(killer, victim, weapon, killerTeam);
+    }
+  }
+  Die(victim, weapon);
+  if (keepEvents_) game_.events.push_back(event);
+}
+
+void GameBuilder::Frag(std::uint32_t killer, std::uint32_t victim, std::uint16_t weapon,
+                       Team team) {
+  Figures& figures = FiguresOf(killer);
+  Live& live = live_[killer];
+  ++game_.frags;
+  ++figures.kills;
+  ++EntryOf(figures.weapons, &WeaponUse::weapon, weapon).kills;
+  figures.killStreak = std::max(figures.killStreak, ++live.killRun);
+  live.deathRun = 0;
+  pairs_.Add({killer, victim, 1, 0});
+  AddScore(killer, 1, team);
+}
+
+void GameBuilder::Die(std::uint32_t victim, std::uint16_t weapon) {
+  Figures& figures = FiguresOf(victim);
+  Live& live = live_[victim];
+  ++figures.deaths;
+  ++EntryOf(figures.weapons, &WeaponUse::weapon, weapon).deaths;
+  figures.deathStreak = std::max(figures.deathStreak, ++live.deathRun);
+  live.killRun = 0;
+}
+
+void GameBuilder::TakeItem(std::size_t slot, std::uint16_t item) {
+  if (frozen_) return;
+  Figures& figures = FiguresOf(EntrantIn(slot));
+  ++figures.items;
+  ++EntryOf(figures.itemCounts, &ItemCount::item, item).count;
+}
+
+void GameBuilder::AddScore(std::uint32_t entrant, std::int32_t points, Team team) {
+  if (live_[entrant].scoreGiven) return;
+  std::int32_t& score = FiguresOf(entrant).score;
+  score += points;
+  if (game_.complete) return;
+  if (IsTeamGame(game_.type)) {
+    teamScores_[static_cast<std::size_t>(team)] += points;
+    UpdateTeamLead();
+  } else if (points > 0) {
+    if (score > leadScore_) SetLead(entrant, score);
+    if (score == leadScore_ && leader_ != entrant) SetLead(kNobody, score);
+  } else if (leader_ == entrant || (leader_ == kNobody && score + 1 == leadScore_)) {
+    FindLead();
+  }
+}
+
+void GameBuilder::UpdateTeamLead() {
+  const std::int32_t red = teamScores_[static_cast<std::size_t>(Team::kRed)];
+  const std::int32_t blue = teamScores_[static_cast<std::size_t>(Team::kBlue)];
+  const Team team = red > blue ? Team::kRed : Team::kBlue;
+  SetLead(red == blue ? kNobody : static_cast<std::uint32_t>(team), std::max(red, blue));
+}
+
+void GameBuilder::FindLead() {
+  std::uint32_t leader = kNobody;
+  std::int32_t best = std::numeric_limits<std::int32_t>::min();
+  for (const Slot& slot : slots_) {
+    if (slot.entrant == kNobody) continue;
+    const std::int32_t score = FiguresOf(slot.entrant).score;
+    if (score >= best) leader = score == best ? kNobody : slot.entrant;
+    best = std::max(best, score);
+  }
+  // Before anyone has scored nobody leads.
+  const bool started = game_.kills > 0 && best != std::numeric_limits<std::int32_t>::min();
+  SetLead(started ? leader : kNobody, started ? best : 0);
+}
+
+void GameBuilder::SetLead(std::uint32_t leader, std::int32_t score) {
+  leadScore_ = score;
+  if (leader == leader_) return;
+  leader_ = leader;
+  const LeadChange change{WholeSeconds(clock_), leader, score};
+  if (!game_.lead.empty() && game_.lead.back().second == change.second) {
+    game_.lead.back() = change;
+  } else {
+    game_.lead.push_back(change);
+  }
+}
+
+void GameBuilder::Warmup() {
+  if (game_.kills == 0) game_.warmup = true;
+  for (Slot& slot : slots_) StopPlaying(slot);
+  frozen_ = true;
+}
+
+void GameBuilder::Exit(std::string_view reason) {
+  if (game_.complete) return;
+  for (Slot& slot : slots_) StopPlaying(slot);
+  MarkStayed();
+  game_.complete = true;
+  game_.exitReason = reason;
+}
+
+void GameBuilder::MarkStayed() {
+  for (const Slot& slot : slots_) {
+    if (slot.begun && slot.entrant != kNobody) game_.entrants[slot.entrant].stayed = true;
+  }
+}
+
+void GameBuilder::TeamScores(std::int32_t red, std::int32_t blue) {
+  if (!game_.complete || !IsTeamGame(game_.type)) return;
+  game_.hasTeamScores = true;
+  game_.redScore = red;
+  game_.blueScore = blue;
+}
+
+void GameBuilder::Score(std::size_t slot, std::int32_t score) {
+  if (!game_.complete || frozen_) return;
+  const std::uint32_t entrant = EntrantIn(slot);
+  FiguresOf(entrant).score = score;
+  game_.entrants[entrant].stayed = true;
+  live_[entrant].scoreGiven = true;
+}
+
+void GameBuilder::SettleWinners() {
+  if (!IsTeamGame(game_.type)) {
+    for (Entrant& entrant : game_.entrants) entrant.winner = entrant.place == 1;
+    return;
+  }
+  if (!game_.hasTeamScores) {
+    game_.redScore = teamScores_[static_cast<std::size_t>(Team::kRed)];
+    game_.blueScore = teamScores_[static_cast<std::size_t>(Team::kBlue)];
+  }
+  if (game_.redScore == game_.blueScore) return;
+  const Team winner = game_.redScore > game_.blueScore ? Team::kRed : Team::kBlue;
+  for (Entrant& entrant : game_.entrants) {
+    entrant.winner = entrant.stayed && entrant.team == winner;
+  }
+}
+
+Game GameBuilder::Close() {
+  for (Slot& slot : slots_) StopPlaying(slot);
+  // Nobody sees the end of a game that is broken off.
+  if (!game_.complete) {
+    for (Entrant& entrant : game_.entrants) entrant.stayed = true;
+  }
+  const bool straight = lastStamp_ >= firstStamp_;
+  game_.length = WholeSeconds(straight ? lastStamp_ - firstStamp_ : clock_);
+  game_.pairs = pairs_.Take();
+  MoveIndices(game_, SortEntrants(game_.entrants));
+  SortPairs(game_.pairs);
+  SetPlaces(game_.entrants);
+  SettleWinners();
+  for (Entrant& entrant : game_.entrants) SettleFigures(entrant.figures);
+  SettleRivals(game_.pairs,
+               [this](std::uint32_t entrant) -> Figures& { return FiguresOf(entrant); });
+  open_ = false;
+  return std::move(game_);
+}
+
+}  // namespace morvane

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "morvane/statistics/game.h"
+
+namespace morvane {
+
+/// A line of a log that could not be used though it looks like one of the game's.
+struct Note {
+  std::size_t line = 0;  ///< from 1
+  std::string text;
+};
+
+/// What a log, or a stretch of one, holds.
+struct ParsedLog {
+  static constexpr std::size_t kMostNotes = 20;
+
+  std::vector<Game> games;  ///< Game::start: tenths of a second on `clock`, until SetStarts
+  Names weapons;
+  Names items;
+  std::size_t lines = 0;
+  std::size_t skipped = 0;  ///< lines of no known kind, or damaged
+  std::size_t damaged = 0;  ///< of those, the ones that look like lines of the game
+  std::vector<Note> notes;  ///< of the first damaged ones
+
+  /// Where to read on when the log has grown: the start of the game that is still open at the end
+  /// (it is the last of `games`), or the end of the last whole line.
+  std::size_t resumeAt = 0;
+  std::size_t resumeLine = 0;  ///< how many lines come before that
+  bool openAtEnd = false;
+
+  std::int64_t clock = 0;  ///< tenths of a second that the stamps tell, jumps back left out
+  std::int64_t firstStamp = 0;
+  std::int64_t lastStamp = 0;
+  bool stamped = false;
+};
+
+/// Reads a stretch of a log that begins at a line's start. Never fails: what is no line of the
+/// game is counted and skipped. The format is that of the game's own server log.
+/// `keepEvents`: fill Game::events.
+ParsedLog ParseLog(std::string_view log, bool keepEvents);
+
+/// Joins a log and the stretch that follows it directly.
+void Append(ParsedLog& log, ParsedLog&& next);
+
+/// Turns the starts of the games into seconds since 1970: the log was last changed at
+/// `lastChange`, and its stamps tell how long before that a game began.
+void SetStarts(ParsedLog& log, std::int64_t lastChange);
+
+/// Gives the games of a log the numbers that `weapons` and `items` have for their names.
+void Renumber(std::vector<Game>& games, const Names& from, Names& weapons, const Names& fromItems,
+              Names& items);
+
+/// A stretch of one of several logs.
+struct Stretch {
+  std::size_t log = 0;
+  std::size_t begin = 0;
+  std::size_t end = 0;
+};
+
+/// Cuts logs into stretches of about `bytes`, each but a log's first beginning with a game.
+std::vector<Stretch> CutLogs(const std::vector<std::string_view>& logs, std::size_t bytes);
+
+/// Reads several logs at the same time on `threads` threads (0: as many as the machine has cores).
+/// `done` is called, from any of them, when a stretch has been read. In the order of the logs.
+std::vector<ParsedLog> ParseLogs(const std::vector<std::string_view>& logs, bool keepEvents,
+                                 const std::function<void(const Stretch&)>& done,
+                                 unsigned threads = 0);
+
+}  // namespace morvane

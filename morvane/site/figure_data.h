@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "morvane/site/site_facts.h"
+
+namespace morvane {
+
+/// The label of an opponent, by the index that a Rival holds.
+using RivalLabel = std::function<const Label&(std::uint32_t)>;
+
+/// Sets the variables of kills, deaths, time, streaks, favourites and so on.
+void SetFigures(Data& object, const SiteFacts& facts, const Figures& figures,
+                const RivalLabel& rival);
+
+/// Sets the lists `weapons` and `items` of one who has figures, or of a summary, and whether they
+/// hold anything.
+void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>& weapons,
+             const std::vector<ItemCount>& items);
+
+/// Kills per death; a death that has not come yet counts as one.
+double Ratio(const Figures& figures);
+
+/// The figures that bars of a list of players are measured against.
+struct Highest {
+  double kills = 0;
+  double deaths = 0;
+  double score = 0;
+  double seconds = 0;
+  double games = 0;
+  double killsPerGame = 0;
+  double killsPerHour = 0;
+};
+Highest HighestOf(const std::vector<Player>& players);
+
+/// A row about a player: the name and all its figures, measured against those of the list.
+/// `rivals`: the list that the player's rivals are indices of.
+Data PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<Player>& rivals,
+               const Highest& highest);
+
+/// The whole list, ranked players first.
+Data PlayerList(const SiteFacts& facts, const std::vector<Player>& players);
+
+/// The object `summary` over games, and its lists.
+Data SummaryData(const SiteFacts& facts, const Summary& summary);
+
+}  // namespace morvane

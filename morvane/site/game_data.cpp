@@ -1,0 +1,264 @@
+#include "morvane/site/game_data.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+
+#include "morvane/site/figure_data.h"
+#include "morvane/site/kill_table.h"
+#include "morvane/statistics/names.h"
+
+namespace morvane {
+namespace {
+
+constexpr std::size_t kTones = 8;  // colours of the lead's timeline
+
+std::string_view TeamName(Team team) {
+  switch (team) {
+    case Team::kRed:
+      return "red";
+    case Team::kBlue:
+      return "blue";
+    case Team::kSpectator:
+      return "spectator";
+    case Team::kFree:
+      break;
+  }
+  return {};
+}
+
+/// Who won, as HTML; empty for a draw or a game without players.
+std::string WinnerHtml(const SiteFacts& facts, const Game& game) {
+  if (IsTeamGame(game.type)) {
+    if (!game.hasTeamScores || game.redScore == game.blueScore) return {};
+    return game.redScore > game.blueScore ? "Red" : "Blue";
+  }
+  const auto winners = std::count_if(game.entrants.begin(), game.entrants.end(),
+                                     [](const Entrant& entrant) { return entrant.winner; });
+  if (winners != 1) return {};
+  const auto winner = std::find_if(game.entrants.begin(), game.entrants.end(),
+                                   [](const Entrant& entrant) { return entrant.winner; });
+  return facts.EntrantLabel(*winner).link;
+}
+
+void SetTeams(Data& row, const Game& game) {
+  SetFlag(row, "team_game", IsTeamGame(game.type));
+  SetFlag(row, "has_team_scores", game.hasTeamScores);
+  Set(row, "red_score", game.redScore);
+  Set(row, "blue_score", game.blueScore);
+}
+
+/// Steps of the lead's timeline get their colours in the order in which they first lead.
+class Tones {
+ public:
+  explicit Tones(bool teams) : teams_(teams) {}
+  std::string Of(std::uint32_t leader) {
+    if (leader == kNobody) return "tie";
+    if (teams_) return std::string(TeamName(static_cast<Team>(leader)));
+    const auto [tone, isNew] = tones_.try_emplace(leader, tones_.size() % kTones);
+    return std::to_string(tone->second);
+  }
+
+ private:
+  bool teams_;
+  std::map<std::uint32_t, std::size_t> tones_;
+};
+
+/// The labels of a game's entrants.
+using Labels = std::vector<Label>;
+
+Label LeaderLabel(const Labels& labels, const Game& game, std::uint32_t leader) {
+  if (leader == kNobody) return {"Tie", "Tie", {}, "Tie"};
+  if (!IsTeamGame(game.type)) return labels[leader];
+  const std::string name = static_cast<Team>(leader) == Team::kRed ? "Red" : "Blue";
+  return {name, name, {}, name};
+}
+
+/// What a leader held the lead for in all.
+struct Reign {
+  std::uint32_t leader;
+  std::uint32_t seconds;
+};
+
+void AddReign(std::vector<Reign>& reigns, std::uint32_t leader, std::uint32_t seconds) {
+  const auto known = std::find_if(reigns.begin(), reigns.end(),
+                                  [&](const Reign& reign) { return reign.leader == leader; });
+  if (known == reigns.end()) {
+    reigns.push_back({leader, seconds});
+  } else {
+    known->seconds += seconds;
+  }
+}
+
+Data LeadStep(const Labels& labels, const Game& game, const LeadChange& change, std::uint32_t end) {
+  Data step;
+  SetLabel(step, LeaderLabel(labels, game, change.leader));
+  Set(step, "from", Duration(change.second));
+  Set(step, "to", Duration(end));
+  SetPercent(step, "start_percent", change.second, game.length);
+  SetPercent(step, "width_percent", end - change.second, game.length);
+  Set(step, "score", change.score);
+  return step;
+}
+
+/// `lead`: the steps; `leaders`: who led, longest first. False flags where nothing is known.
+void SetLead(Data& object, const Labels& labels, const Game& game) {
+  Data steps = List(game.lead.size());
+  std::vector<Reign> reigns;
+  Tones tones(IsTeamGame(game.type));
+  for (std::size_t i = 0; i < game.lead.size() && game.timed; ++i) {
+    const LeadChange& change = game.lead[i];
+    const std::uint32_t next = i + 1 < game.lead.size() ? game.lead[i + 1].second : game.length;
+    const std::uint32_t end = std::clamp(next, change.second, std::max(game.length, change.second));
+    if (end == change.second) continue;
+    Data step = LeadStep(labels, game, change, end);
+    Set(step, "tone", tones.Of(change.leader));
+    Append(steps, std::move(step));
+    AddReign(reigns, change.leader, end - change.second);
+  }
+  std::stable_sort(reigns.begin(), reigns.end(), [](const Reign& left, const Reign& right) {
+    return left.seconds > right.seconds;
+  });
+  Data leaders = List(reigns.size());
+  for (const Reign& reign : reigns) {
+    Data leader;
+    SetLabel(leader, LeaderLabel(labels, game, reign.leader));
+    Set(leader, "tone", tones.Of(reign.leader));
+    Set(leader, "time", Duration(reign.seconds));
+    SetPercent(leader, "percent", reign.seconds, game.length);
+    Append(leaders, std::move(leader));
+  }
+  SetFlag(object, "has_lead", steps.is_non_empty_list());
+  SetData(object, "lead", std::move(steps));
+  SetData(object, "leaders", std::move(leaders));
+}
+
+Data EntrantRow(const SiteFacts& facts, const Game& game, const Labels& labels, std::size_t index,
+                const Figures& most) {
+  const Entrant& entrant = game.entrants[index];
+  Data row;
+  SetLabel(row, labels[index]);
+  SetPlace(row, entrant);
+  SetFigures(row, facts, entrant.figures,
+             [&](std::uint32_t rival) -> const Label& { return labels[rival]; });
+  SetUses(row, facts, entrant.figures.weapons, entrant.figures.itemCounts);
+  SetPercent(row, "kills_percent", entrant.figures.kills, most.kills);
+  SetPercent(row, "deaths_percent", entrant.figures.deaths, most.deaths);
+  SetPercent(row, "score_percent", entrant.figures.score, most.score);
+  SetPercent(row, "time_percent", entrant.figures.seconds, game.length);
+  return row;
+}
+
+Data Entrants(const SiteFacts& facts, const Game& game, const Labels& labels) {
+  Figures most;
+  for (const Entrant& entrant : game.entrants) {
+    most.kills = std::max(most.kills, entrant.figures.kills);
+    most.deaths = std::max(most.deaths, entrant.figures.deaths);
+    most.score = std::max(most.score, entrant.figures.score);
+  }
+  Data rows = List(labels.size());
+  for (std::size_t i = 0; i < labels.size(); ++i) {
+    Append(rows, EntrantRow(facts, game, labels, i, most));
+  }
+  return rows;
+}
+
+Labels LabelsOf(const SiteFacts& facts, const Game& game) {
+  Labels labels;
+  labels.reserve(game.entrants.size());
+  for (const Entrant& entrant : game.entrants) labels.push_back(facts.EntrantLabel(entrant));
+  return labels;
+}
+
+Data GameTable(const SiteFacts& facts, const Game& game, const Labels& labels) {
+  std::vector<std::uint32_t> suicides;
+  suicides.reserve(game.entrants.size());
+  for (const Entrant& entrant : game.entrants) suicides.push_back(entrant.figures.suicides);
+  return TableData(facts.settings, PairTable(labels, game.pairs), suicides);
+}
+
+/// The kills and deaths by weapon of all players of a game.
+std::vector<WeaponUse> WeaponsOf(const Game& game) {
+  std::map<std::uint16_t, WeaponUse> sums;
+  for (const Entrant& entrant : game.entrants) {
+    for (const WeaponUse& use : entrant.figures.weapons) {
+      WeaponUse& sum = sums.try_emplace(use.weapon, WeaponUse{use.weapon, 0, 0}).first->second;
+      sum.kills += use.kills;
+      sum.deaths += use.deaths;
+    }
+  }
+  std::vector<WeaponUse> weapons;
+  weapons.reserve(sums.size());
+  for (const auto& [weapon, sum] : sums) weapons.push_back(sum);
+  std::stable_sort(weapons.begin(), weapons.end(), [](const WeaponUse& a, const WeaponUse& b) {
+    return a.kills != b.kills ? a.kills > b.kills : a.deaths > b.deaths;
+  });
+  return weapons;
+}
+
+Data Neighbour(const SiteFacts& facts, std::uint32_t game) {
+  if (game >= facts.statistics.games.size()) return Data(false);
+  const Label label = facts.GameLabel(game);
+  if (label.page.empty()) return Data(false);
+  Data object;
+  SetLabel(object, label);
+  return object;
+}
+
+}  // namespace
+
+void SetPlace(Data& object, const Entrant& entrant) {
+  SetOptional(object, "place", entrant.place == 0 ? std::string() : std::to_string(entrant.place));
+  SetFlag(object, "winner", entrant.winner);
+  SetOptional(object, "team", TeamName(entrant.team));
+}
+
+Data GameRow(const SiteFacts& facts, std::uint32_t index) {
+  const Game& game = facts.statistics.games[index];
+  const Label& map = facts.MapLabel(facts.MapOf(game));
+  Data row;
+  SetLabel(row, facts.GameLabel(index));
+  Set(row, "number", index + 1);
+  Set(row, "map", map.text);
+  Set(row, "map_link", map.link);
+  Set(row, "type", PageText(GameTypeName(game.type)));
+  Set(row, "type_number", game.type);
+  SetOptional(row, "start", facts.time.Text(game.start));
+  Set(row, "start_seconds", game.start);
+  SetOptional(row, "length", game.timed ? Duration(game.length) : std::string());
+  Set(row, "seconds", game.length);
+  SetFlag(row, "complete", game.complete);
+  SetOptional(row, "exit", PageText(game.exitReason));
+  Set(row, "player_count", game.entrants.size());
+  Set(row, "kills", game.frags);
+  Set(row, "deaths", game.kills);
+  SetTeams(row, game);
+  SetOptional(row, "winner_link", WinnerHtml(facts, game));
+  return row;
+}
+
+Data GameData(const SiteFacts& facts, std::uint32_t index) {
+  const Game& game = facts.statistics.games[index];
+  const Labels labels = LabelsOf(facts, game);
+  Data object = GameRow(facts, index);
+  SetFlag(object, "has_players", !game.entrants.empty());
+  SetData(object, "players", Entrants(facts, game, labels));
+  SetData(object, "kill_table", GameTable(facts, game, labels));
+  SetUses(object, facts, WeaponsOf(game), {});
+  SetLead(object, labels, game);
+  SetData(object, "previous", Neighbour(facts, index - 1));
+  SetData(object, "next", Neighbour(facts, index + 1));
+  return object;
+}
+
+Data LatestGames(const SiteFacts& facts, const std::vector<std::uint32_t>& games,
+                 std::size_t most) {
+  const std::size_t shown = std::min(most, games.size());
+  Data list = List(shown);
+  for (std::size_t i = 0; i < shown; ++i) {
+    Append(list, GameRow(facts, games[games.size() - 1 - i]));
+  }
+  return list;
+}
+
+}  // namespace morvane

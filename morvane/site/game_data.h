@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+
+#include "morvane/site/site_facts.h"
+
+namespace morvane {
+
+/// A row about a game, as in lists of games.
+Data GameRow(const SiteFacts& facts, std::uint32_t game);
+
+/// All about one game: the row, its players, kill table, lead and neighbours.
+Data GameData(const SiteFacts& facts, std::uint32_t game);
+
+/// The last `most` of `games` (indices into Statistics::games, in order), the latest first.
+Data LatestGames(const SiteFacts& facts, const std::vector<std::uint32_t>& games, std::size_t most);
+
+/// Sets `place`, `winner` and `team` of one who played.
+void SetPlace(Data& object, const Entrant& entrant);
+
+}  // namespace morvane

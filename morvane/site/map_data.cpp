@@ -1,0 +1,95 @@
+#include "morvane/site/map_data.h"
+
+#include <algorithm>
+
+#include "morvane/site/figure_data.h"
+#include "morvane/site/game_data.h"
+#include "morvane/site/kill_table.h"
+#include "morvane/statistics/names.h"
+
+namespace morvane {
+namespace {
+
+constexpr std::size_t kMostGames = 100;
+
+/// The most of any map, for bars.
+struct Most {
+  double games = 0;
+  double kills = 0;
+};
+
+Most MostOf(const std::vector<Map>& maps) {
+  Most most;
+  for (const Map& map : maps) {
+    most.games = std::max<double>(most.games, map.summary.games);
+    most.kills = std::max<double>(most.kills, map.summary.kills);
+  }
+  return most;
+}
+
+/// The weapon with most kills; empty where nobody killed.
+std::string FavouriteWeapon(const SiteFacts& facts, const Map& map) {
+  const std::vector<WeaponUse>& weapons = map.summary.weapons;
+  if (weapons.empty() || weapons.front().kills == 0) return {};
+  return PageText(WeaponTitle(facts.statistics.weapons[weapons.front().weapon]));
+}
+
+Data MapRow(const SiteFacts& facts, std::uint32_t index, const Most& most) {
+  const Map& map = facts.statistics.maps[index];
+  Data row;
+  SetLabel(row, facts.MapLabel(index));
+  Set(row, "games_played", map.summary.games);
+  Set(row, "time", Duration(map.summary.seconds));
+  Set(row, "seconds", map.summary.seconds);
+  Set(row, "kills", map.summary.kills);
+  Set(row, "deaths", map.summary.deaths);
+  Set(row, "suicides", map.summary.suicides);
+  Set(row, "world_deaths", map.summary.worldDeaths);
+  Set(row, "player_count", map.players.size());
+  SetPercent(row, "games_percent", map.summary.games, most.games);
+  SetPercent(row, "kills_percent", map.summary.kills, most.kills);
+  SetOptional(row, "weapon", FavouriteWeapon(facts, map));
+  SetOptional(
+      row, "best_link",
+      map.players.empty() ? std::string() : facts.PlayerLabel(map.players.front().player).link);
+  SetOptional(row, "last_seen", facts.time.Text(map.summary.lastSeen));
+  Set(row, "last_seen_seconds", map.summary.lastSeen);
+  return row;
+}
+
+Data MapTable(const SiteFacts& facts, const Map& map) {
+  std::vector<Label> labels;
+  std::vector<std::uint32_t> suicides;
+  for (const Player& player : map.players) {
+    labels.push_back(facts.PlayerLabel(player.player));
+    suicides.push_back(player.figures.suicides);
+  }
+  return TableData(facts.settings, PairTable(labels, map.pairs), suicides);
+}
+
+}  // namespace
+
+Data MapList(const SiteFacts& facts) {
+  const Most most = MostOf(facts.statistics.maps);
+  Data list = List(facts.statistics.maps.size());
+  for (std::uint32_t i = 0; i < facts.statistics.maps.size(); ++i) {
+    Append(list, MapRow(facts, i, most));
+  }
+  return list;
+}
+
+Data MapData(const SiteFacts& facts, std::uint32_t index) {
+  const Map& map = facts.statistics.maps[index];
+  Data object = MapRow(facts, index, MostOf(facts.statistics.maps));
+  SetData(object, "summary", SummaryData(facts, map.summary));
+  SetFlag(object, "has_players", !map.players.empty());
+  SetData(object, "players", PlayerList(facts, map.players));
+  SetUses(object, facts, map.summary.weapons, map.summary.itemCounts);
+  SetData(object, "kill_table", MapTable(facts, map));
+  SetData(object, "games", LatestGames(facts, map.games, kMostGames));
+  const std::size_t more = map.games.size() - std::min(map.games.size(), kMostGames);
+  SetOptional(object, "more_games", more == 0 ? std::string() : std::to_string(more));
+  return object;
+}
+
+}  // namespace morvane

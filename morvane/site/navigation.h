@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "morvane/site/page_data.h"
+#include "morvane/site/page_names.h"
+#include "morvane/site/site_templates.h"
+
+namespace morvane {
+
+/// The pages that every page leads to: those of the main templates, the list of games and the last
+/// game, gathered under the headings that the templates name. Only pages that exist take part.
+class Navigation {
+ public:
+  Navigation(const SiteTemplates& templates, const PageNames& pages);
+
+  /// The variables of all pages of a template: `page_title`, `nav`, `subnav` and `links`.
+  Data For(const Template& page) const;
+
+ private:
+  struct Entry {
+    std::string name;
+    std::string title;
+    std::string page;
+  };
+  struct Group {
+    std::string title;
+    std::vector<Entry> entries;
+  };
+
+  void Add(const Template& page, const PageNames& pages);
+  static Data EntryData(const Entry& entry, bool current);
+
+  std::vector<Group> groups_;
+};
+
+}  // namespace morvane

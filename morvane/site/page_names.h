@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "morvane/statistics/statistics.h"
+
+namespace morvane {
+
+/// The file names of the pages. Those of players and maps are made from their names and stay the
+/// same from run to run; a game's holds its number.
+class PageNames {
+ public:
+  PageNames() = default;
+  /// `extension` begins with ".".
+  PageNames(const Statistics& statistics, std::string extension);
+
+  /// The page of a template that has one page: NAME and the extension.
+  std::string Page(std::string_view templateName) const;
+  std::string PlayerPage(std::string_view templateName, std::uint32_t player) const;
+  std::string MapPage(std::string_view templateName, std::uint32_t map) const;
+  std::string GamePage(std::string_view templateName, std::uint32_t game) const;
+
+ private:
+  std::string Join(std::string_view templateName, std::string_view part) const;
+
+  std::string extension_;
+  std::vector<std::string> players_;
+  std::vector<std::string> maps_;
+};
+
+}  // namespace morvane

@@ -1,0 +1,72 @@
+#include "morvane/site/palette.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace morvane {
+namespace {
+
+constexpr double kReadableContrast = 4.5;
+constexpr Rgb kBlack{0, 0, 0};
+constexpr Rgb kWhite{255, 255, 255};
+
+double Linear(std::uint8_t part) {
+  const double value = part / 255.0;
+  return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+}
+
+double Luminance(Rgb colour) {
+  return 0.2126 * Linear(colour.red) + 0.7152 * Linear(colour.green) + 0.0722 * Linear(colour.blue);
+}
+
+}  // namespace
+
+std::optional<Rgb> ParseColour(std::string_view text) {
+  if (text.starts_with('#')) text.remove_prefix(1);
+  std::string digits(text);
+  if (text.size() == 3) digits = {text[0], text[0], text[1], text[1], text[2], text[2]};
+  std::uint32_t value = 0;
+  const auto [end, error] =
+      std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
+  if (digits.size() != 6 || error != std::errc() || end != digits.data() + digits.size()) return {};
+  return Rgb{static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8),
+             static_cast<std::uint8_t>(value)};
+}
+
+std::string ColourText(Rgb colour) {
+  std::string text = "#";
+  for (const unsigned part : {colour.red, colour.green, colour.blue}) {
+    text += "0123456789ABCDEF"[part >> 4];
+    text += "0123456789ABCDEF"[part & 0xF];
+  }
+  return text;
+}
+
+Rgb Mix(Rgb from, Rgb to, double share) {
+  const auto part = [share](std::uint8_t a, std::uint8_t b) {
+    return static_cast<std::uint8_t>(std::lround(a + (b - a) * share));
+  };
+  return {part(from.red, to.red), part(from.green, to.green), part(from.blue, to.blue)};
+}
+
+double Contrast(Rgb one, Rgb other) {
+  const auto [low, high] = std::minmax({Luminance(one), Luminance(other)});
+  return (high + 0.05) / (low + 0.05);
+}
+
+Rgb InkOn(Rgb background) {
+  return Contrast(kWhite, background) >= Contrast(kBlack, background) ? kWhite : kBlack;
+}
+
+Rgb Readable(Rgb colour, Rgb background) {
+  constexpr int kSteps = 20;
+  const Rgb ink = InkOn(background);
+  for (int step = 0; step <= kSteps; ++step) {
+    const Rgb shade = Mix(colour, ink, static_cast<double>(step) / kSteps);
+    if (Contrast(shade, background) >= kReadableContrast) return shade;
+  }
+  return ink;
+}
+
+}  // namespace morvane

@@ -1,0 +1,121 @@
+#include "morvane/site/player_data.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+
+#include "morvane/site/game_data.h"
+
+namespace morvane {
+namespace {
+
+constexpr std::size_t kMostGames = 100;
+constexpr std::size_t kMostOpponents = 50;
+
+struct Opponent {
+  std::uint32_t player = kNobody;
+  std::uint32_t kills = 0;   // of them by the player
+  std::uint32_t deaths = 0;  // by them
+  std::uint32_t Meetings() const { return kills + deaths; }
+};
+
+/// The pairs in which the player is the killer stand together.
+auto KillPairs(const SiteFacts& facts, std::uint32_t player) {
+  const std::vector<Pair>& pairs = facts.statistics.pairs;
+  return std::equal_range(
+      pairs.begin(), pairs.end(), Pair{player, 0, 0, 0},
+      [](const Pair& left, const Pair& right) { return left.killer < right.killer; });
+}
+
+/// Whom the player met most often comes first.
+std::vector<Opponent> Opponents(const SiteFacts& facts, std::uint32_t player) {
+  std::map<std::uint32_t, Opponent> byPlayer;
+  const auto [first, last] = KillPairs(facts, player);
+  for (auto pair = first; pair != last; ++pair) byPlayer[pair->victim].kills += pair->kills;
+  for (const std::uint32_t index : facts.DeathPairs(player)) {
+    const Pair& pair = facts.statistics.pairs[index];
+    byPlayer[pair.killer].deaths += pair.kills;
+  }
+  std::vector<Opponent> opponents;
+  for (auto& [other, opponent] : byPlayer) {
+    opponent.player = other;
+    if (opponent.Meetings() > 0) opponents.push_back(opponent);
+  }
+  std::stable_sort(opponents.begin(), opponents.end(), [](const Opponent& a, const Opponent& b) {
+    return a.Meetings() > b.Meetings();
+  });
+  if (opponents.size() > kMostOpponents) opponents.resize(kMostOpponents);
+  return opponents;
+}
+
+Data OpponentList(const SiteFacts& facts, std::uint32_t player) {
+  const std::vector<Opponent> opponents = Opponents(facts, player);
+  Data list = List(opponents.size());
+  for (const Opponent& opponent : opponents) {
+    Data row;
+    SetLabel(row, facts.PlayerLabel(opponent.player));
+    Set(row, "kills", opponent.kills);
+    Set(row, "deaths", opponent.deaths);
+    Set(row, "net", std::int64_t{opponent.kills} - opponent.deaths);
+    SetPercent(row, "efficiency", opponent.kills, opponent.Meetings());
+    Append(list, std::move(row));
+  }
+  return list;
+}
+
+Data MapsPlayed(const SiteFacts& facts, std::uint32_t player) {
+  Data list = List(facts.Maps(player).size());
+  for (const auto& [mapIndex, index] : facts.Maps(player)) {
+    const Map& map = facts.statistics.maps[mapIndex];
+    const Player& there = map.players[index];
+    Data row;
+    SetLabel(row, facts.MapLabel(mapIndex));
+    SetOptional(row, "rank", there.ranked ? std::to_string(there.rank) : std::string());
+    Set(row, "games_played", there.games);
+    Set(row, "wins", there.wins);
+    Set(row, "kills", there.figures.kills);
+    Set(row, "deaths", there.figures.deaths);
+    Set(row, "suicides", there.figures.suicides);
+    Set(row, "score", there.figures.score);
+    SetDecimal(row, "ratio", Ratio(there.figures));
+    Set(row, "time", Duration(there.figures.seconds));
+    Set(row, "seconds", there.figures.seconds);
+    Append(list, std::move(row));
+  }
+  return list;
+}
+
+/// A row about a game in which kills, deaths and so on are the player's own.
+Data GamePlayed(const SiteFacts& facts, const SiteFacts::Appearance& appearance) {
+  const Entrant& entrant = facts.statistics.games[appearance.game].entrants[appearance.entrant];
+  Data row = GameRow(facts, appearance.game);
+  SetPlace(row, entrant);
+  Set(row, "kills", entrant.figures.kills);
+  Set(row, "deaths", entrant.figures.deaths);
+  Set(row, "suicides", entrant.figures.suicides);
+  Set(row, "score", entrant.figures.score);
+  SetDecimal(row, "ratio", Ratio(entrant.figures));
+  return row;
+}
+
+}  // namespace
+
+Data PlayerData(const SiteFacts& facts, std::uint32_t index, const Highest& highest) {
+  const Player& player = facts.statistics.players[index];
+  Data object = PlayerRow(facts, player, facts.statistics.players, highest);
+  SetUses(object, facts, player.figures.weapons, player.figures.itemCounts);
+  SetData(object, "opponents", OpponentList(facts, index));
+  SetData(object, "maps", MapsPlayed(facts, index));
+  const std::vector<SiteFacts::Appearance>& games = facts.Games(index);
+  const std::size_t shown = std::min(games.size(), kMostGames);
+  Data list = List(shown);
+  for (std::size_t i = 0; i < shown; ++i) {
+    Append(list, GamePlayed(facts, games[games.size() - 1 - i]));
+  }
+  SetData(object, "games", std::move(list));
+  SetOptional(object, "more_games",
+              games.size() == shown ? std::string() : std::to_string(games.size() - shown));
+  return object;
+}
+
+}  // namespace morvane

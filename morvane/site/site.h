@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+
+#include "morvane/messages.h"
+#include "morvane/settings.h"
+#include "morvane/statistics/statistics.h"
+
+namespace morvane {
+
+/// What became of a site.
+struct SiteResult {
+  bool usable = false;        ///< the output folder could be made and written to
+  std::size_t written = 0;    ///< files that are new or have changed
+  std::size_t unchanged = 0;  ///< files that already were as they should be
+  std::size_t failed = 0;     ///< files that could not be written, each with a severe message
+};
+
+/// Writes the whole site: every page of every template that the settings name, their style sheets,
+/// scripts and pictures, and the background image. Works on all cores. Each file is replaced as a
+/// whole, and one whose content stays the same is left alone.
+SiteResult WritePages(const Settings& settings, const Statistics& statistics, Messages& messages);
+
+}  // namespace morvane

@@ -1,0 +1,313 @@
+#include "morvane/site/site_data.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <numeric>
+#include <string>
+#include <utility>
+
+#include "morvane/site/figure_data.h"
+#include "morvane/site/game_data.h"
+#include "morvane/site/kill_table.h"
+#include "morvane/site/map_data.h"
+#include "morvane/site/palette.h"
+#include "morvane/statistics/names.h"
+
+namespace morvane {
+namespace {
+
+constexpr std::size_t kTopPlayers = 100;
+constexpr std::size_t kRecentGames = 20;
+constexpr std::size_t kMostDuels = 100;
+
+Data UserVariables(const Settings& settings) {
+  Data object;
+  for (const auto& [name, value] : settings.userVariables) object[name] = Data(PageText(value));
+  return object;
+}
+
+/// The page colours and shades made from them, so that a page of any two colours can have panels,
+/// lines and links that are told apart and read.
+Data Colours(const Settings& settings) {
+  const Rgb text = ParseColour(settings.textColor).value_or(Rgb{});
+  const Rgb background = ParseColour(settings.backgroundColor).value_or(Rgb{255, 255, 255});
+  Data object;
+  const auto set = [&](const char* name, Rgb colour) { Set(object, name, ColourText(colour)); };
+  const auto setLink = [&](const std::string& name, const std::string& setting) {
+    const Rgb colour = ParseColour(setting).value_or(text);
+    set(name.c_str(), colour);
+    set((name + "_text").c_str(), Readable(colour, Mix(background, text, 0.12)));
+    set((name + "_ink").c_str(), InkOn(colour));
+  };
+  set("text", text);
+  set("background", background);
+  setLink("link", settings.linkColor);
+  setLink("visited", settings.visitedLinkColor);
+  setLink("active", settings.activeLinkColor);
+  set("panel", Mix(background, text, 0.07));
+  set("stripe", Mix(background, text, 0.12));
+  set("line", Mix(background, text, 0.28));
+  set("muted", Readable(Mix(background, text, 0.7), background));
+  set("strong", Readable(Mix(text, InkOn(background), 0.6), background));
+  const bool dark = InkOn(background) == Rgb{255, 255, 255};
+  Set(object, "scheme", std::string(dark ? "dark" : "light"));
+  const std::string image = std::filesystem::path(settings.backgroundImage).filename().string();
+  SetOptional(object, "image", image.empty() ? image : "images/" + UrlText(image));
+  return object;
+}
+
+Data NameColourList(const Settings& settings) {
+  Data list = List(settings.nameColors.size());
+  for (std::size_t i = 0; i < settings.nameColors.size(); ++i) {
+    Data row;
+    Set(row, "code", i);
+    Set(row, "color", settings.nameColors[i]);
+    Append(list, std::move(row));
+  }
+  return list;
+}
+
+Data HiliteList(const Settings& settings) {
+  Data list = List(settings.hiliteLevels.size());
+  for (const HiliteLevel& level : settings.hiliteLevels) {
+    const std::optional<Rgb> colour = ParseColour(level.color);
+    if (!colour) continue;
+    Data row;
+    Set(row, "percentile", Fixed(level.percentile, 0));
+    Set(row, "color", ColourText(*colour));
+    Set(row, "ink", ColourText(InkOn(*colour)));
+    Append(list, std::move(row));
+  }
+  return list;
+}
+
+Data ColumnColourList(const Settings& settings) {
+  Data list = List(settings.columnColors.size());
+  for (std::size_t i = 0; i < settings.columnColors.size(); ++i) {
+    const Rgb colour = ParseColour(settings.columnColors[i]).value_or(Rgb{});
+    Data row;
+    Set(row, "tone", i);
+    Set(row, "color", ColourText(colour));
+    Set(row, "ink", ColourText(InkOn(colour)));
+    Append(list, std::move(row));
+  }
+  return list;
+}
+
+Data Limits(const Settings& settings) {
+  Data object;
+  Set(object, "minutes", settings.playersMinTime);
+  Set(object, "games", settings.playersMinGames);
+  Set(object, "kills", settings.playersMinKills);
+  Set(object, "last_placed", settings.gameLastPlaced);
+  Set(object, "hilite", Fixed(settings.hiliteMinimum, 0));
+  return object;
+}
+
+Data TopPlayers(const SiteFacts& facts) {
+  const std::vector<Player>& players = facts.statistics.players;
+  const Highest highest = HighestOf(players);
+  Data list = List(std::min(players.size(), kTopPlayers));
+  for (std::size_t i = 0; i < std::min(players.size(), kTopPlayers); ++i) {
+    Append(list, PlayerRow(facts, players[i], players, highest));
+  }
+  return list;
+}
+
+std::vector<std::uint32_t> AllGames(const Statistics& statistics) {
+  std::vector<std::uint32_t> games(statistics.games.size());
+  std::iota(games.begin(), games.end(), 0U);
+  return games;
+}
+
+/// The players whom the overall kill tables show, as indices: the first of all.
+std::size_t TablePlayers(const SiteFacts& facts) {
+  const Statistics& statistics = facts.statistics;
+  return facts.settings.limitOverallKillTables ? statistics.ranked : statistics.players.size();
+}
+
+Data KillTable(const SiteFacts& facts) {
+  std::vector<Label> labels;
+  std::vector<std::uint32_t> suicides;
+  for (std::uint32_t i = 0; i < TablePlayers(facts); ++i) {
+    labels.push_back(facts.PlayerLabel(i));
+    suicides.push_back(facts.statistics.players[i].figures.suicides);
+  }
+  return TableData(facts.settings, PairTable(labels, facts.statistics.pairs), suicides);
+}
+
+/// Players by weapon. `count` takes what is counted from a player's use of one.
+Data WeaponTable(const SiteFacts& facts,
+                 const std::function<std::uint32_t(const WeaponUse&)>& count) {
+  const Statistics& statistics = facts.statistics;
+  CountTable table;
+  std::vector<std::size_t> columnOf(statistics.weapons.size(), statistics.weapons.size());
+  for (const WeaponUse& use : statistics.summary.weapons) {
+    if (count(use) == 0) continue;
+    columnOf[use.weapon] = table.columns.size();
+    const std::string name = PageText(WeaponTitle(statistics.weapons[use.weapon]));
+    table.columns.push_back({name, EscapeHtml(name), {}, EscapeHtml(name)});
+  }
+  const std::size_t shown = std::min(TablePlayers(facts), kTopPlayers);
+  table.more = TablePlayers(facts) - shown;
+  for (std::uint32_t i = 0; i < shown; ++i) {
+    table.rows.push_back(facts.PlayerLabel(i));
+    std::vector<std::uint32_t> row(table.columns.size());
+    for (const WeaponUse& use : statistics.players[i].figures.weapons) {
+      const std::size_t column = columnOf[use.weapon];
+      if (column < row.size()) row[column] = count(use);
+    }
+    table.counts.push_back(std::move(row));
+  }
+  return TableData(facts.settings, table);
+}
+
+struct Duel {
+  Pair one;                // who killed more often is the killer
+  std::uint32_t back = 0;  // kills the other way
+  std::uint32_t Kills() const { return one.kills + back; }
+};
+
+/// The pairs of players who killed each other most often.
+std::vector<Duel> Duels(const Statistics& statistics) {
+  std::vector<Duel> duels;
+  for (const Pair& pair : statistics.pairs) {
+    const Pair* reverse = FindPair(statistics.pairs, pair.victim, pair.killer);
+    const std::uint32_t back = reverse == nullptr ? 0 : reverse->kills;
+    const bool counted = pair.kills > back || (pair.kills == back && pair.killer < pair.victim);
+    if (counted && pair.kills > 0 && pair.killer != pair.victim) duels.push_back({pair, back});
+  }
+  std::stable_sort(duels.begin(), duels.end(), [](const Duel& left, const Duel& right) {
+    return left.Kills() > right.Kills();
+  });
+  if (duels.size() > kMostDuels) duels.resize(kMostDuels);
+  return duels;
+}
+
+Data DuelList(const SiteFacts& facts) {
+  const std::vector<Duel> duels = Duels(facts.statistics);
+  Data list = List(duels.size());
+  for (const Duel& duel : duels) {
+    Data row;
+    Set(row, "winner_link", facts.PlayerLabel(duel.one.killer).link);
+    Set(row, "loser_link", facts.PlayerLabel(duel.one.victim).link);
+    Set(row, "winner_kills", duel.one.kills);
+    Set(row, "loser_kills", duel.back);
+    Set(row, "kills", duel.Kills());
+    SetPercent(row, "winner_percent", duel.one.kills, duel.Kills());
+    Append(list, std::move(row));
+  }
+  return list;
+}
+
+/// A record: what it is called and what of a player it takes, the greater the better.
+struct RecordKind {
+  const char* title;
+  double (*value)(const Player&);
+  int decimals;
+};
+
+double KillsPerMinute(const Player& player) {
+  return player.figures.seconds == 0 ? 0 : 60.0 * player.figures.kills / player.figures.seconds;
+}
+
+constexpr std::array<RecordKind, 8> kRecords = {{
+    {"Most kills", [](const Player& p) -> double { return p.figures.kills; }, 0},
+    {"Best kills per death", [](const Player& p) { return Ratio(p.figures); }, 2},
+    {"Most kills per minute", KillsPerMinute, 2},
+    {"Longest kill streak", [](const Player& p) -> double { return p.figures.killStreak; }, 0},
+    {"Most games won", [](const Player& p) -> double { return p.wins; }, 0},
+    {"Most items taken", [](const Player& p) -> double { return p.figures.items; }, 0},
+    {"Longest row of deaths", [](const Player& p) -> double { return p.figures.deathStreak; }, 0},
+    {"Most suicides", [](const Player& p) -> double { return p.figures.suicides; }, 0},
+}};
+
+/// The best at one thing among the ranked players, or among all where nobody is ranked.
+Data RecordList(const SiteFacts& facts) {
+  const Statistics& statistics = facts.statistics;
+  const std::size_t count = statistics.ranked > 0 ? statistics.ranked : statistics.players.size();
+  Data list = List(kRecords.size());
+  for (const RecordKind& kind : kRecords) {
+    const auto first = statistics.players.begin();
+    const auto best = std::max_element(
+        first, first + static_cast<std::ptrdiff_t>(count),
+        [&](const Player& a, const Player& b) { return kind.value(a) < kind.value(b); });
+    if (count == 0 || kind.value(*best) <= 0) continue;
+    Data row;
+    Set(row, "title", std::string(kind.title));
+    Set(row, "value", Fixed(kind.value(*best), kind.decimals));
+    Set(row, "link", facts.PlayerLabel(static_cast<std::uint32_t>(best - first)).link);
+    Append(list, std::move(row));
+  }
+  return list;
+}
+
+Data Uses(const SiteFacts& facts, const char* list) {
+  Data object;
+  SetUses(object, facts, facts.statistics.summary.weapons, facts.statistics.summary.itemCounts);
+  return std::move(object[list]);
+}
+
+Data CountText(std::size_t count) { return Data(Grouped(static_cast<std::int64_t>(count))); }
+
+void DefineSettings(SharedData& shared, const SiteFacts& facts) {
+  const Settings& settings = facts.settings;
+  shared.Define("vars", [&] { return UserVariables(settings); });
+  shared.Define("colors", [&] { return Colours(settings); });
+  shared.Define("name_colors", [&] { return NameColourList(settings); });
+  shared.Define("column_colors", [&] { return ColumnColourList(settings); });
+  shared.Define("has_hilites", [&] { return Data(HiliteList(settings).is_non_empty_list()); });
+  shared.Define("hilites", [&] { return HiliteList(settings); });
+  shared.Define("limits", [&] { return Limits(settings); });
+}
+
+void DefineCounts(SharedData& shared, const SiteFacts& facts) {
+  const Statistics& statistics = facts.statistics;
+  const std::size_t players = statistics.players.size();
+  shared.Define("has_players", [=] { return Data(players > 0); });
+  shared.Define("player_count", [=] { return CountText(players); });
+  shared.Define("ranked_count", [&] { return CountText(statistics.ranked); });
+  shared.Define("map_count", [&] { return CountText(statistics.maps.size()); });
+  shared.Define("game_count", [&] { return CountText(statistics.games.size()); });
+  shared.Define("games_found", [&] { return CountText(statistics.gamesFound); });
+  shared.Define("more_players", [=] {
+    return players <= kTopPlayers ? Data(false) : CountText(players - kTopPlayers);
+  });
+  shared.Define("more_games", [&] {
+    const std::size_t games = statistics.games.size();
+    return games <= kRecentGames ? Data(false) : CountText(games - kRecentGames);
+  });
+  shared.Define("custom_ranking", [&] { return Data(statistics.customRanking); });
+}
+
+}  // namespace
+
+void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
+  DefineSettings(shared, facts);
+  DefineCounts(shared, facts);
+  const Statistics& statistics = facts.statistics;
+  shared.Define("summary", [&] { return SummaryData(facts, statistics.summary); });
+  shared.Define("players", [&] { return PlayerList(facts, statistics.players); });
+  shared.Define("top_players", [&] { return TopPlayers(facts); });
+  shared.Define("maps", [&] { return MapList(facts); });
+  shared.Define("games",
+                [&] { return LatestGames(facts, AllGames(statistics), statistics.games.size()); });
+  shared.Define("recent_games",
+                [&] { return LatestGames(facts, AllGames(statistics), kRecentGames); });
+  shared.Define("has_weapons", [&] { return Data(!statistics.summary.weapons.empty()); });
+  shared.Define("has_items", [&] { return Data(!statistics.summary.itemCounts.empty()); });
+  shared.Define("weapons", [&] { return Uses(facts, "weapons"); });
+  shared.Define("items", [&] { return Uses(facts, "items"); });
+  shared.Define("kill_table", [&] { return KillTable(facts); });
+  shared.Define("weapon_table",
+                [&] { return WeaponTable(facts, [](const WeaponUse& use) { return use.kills; }); });
+  shared.Define("death_table", [&] {
+    return WeaponTable(facts, [](const WeaponUse& use) { return use.deaths; });
+  });
+  shared.Define("duels", [&] { return DuelList(facts); });
+  shared.Define("records", [&] { return RecordList(facts); });
+}
+
+}  // namespace morvane

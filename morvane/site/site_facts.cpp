@@ -1,0 +1,121 @@
+#include "morvane/site/site_facts.h"
+
+#include <algorithm>
+
+#include "config/text.h"
+#include "morvane/site/palette.h"
+#include "morvane/statistics/names.h"
+
+namespace morvane {
+namespace {
+
+std::string LinkHtml(const Label& label) {
+  if (label.page.empty()) return label.html;
+  return "<a href=\"" + UrlText(label.page) + "\">" + label.html + "</a>";
+}
+
+Label MakeLabel(std::string text, std::string html, std::string page) {
+  Label label{std::move(text), std::move(html), std::move(page), {}};
+  label.link = LinkHtml(label);
+  return label;
+}
+
+}  // namespace
+
+SiteFacts::SiteFacts(const Settings& theSettings, const Statistics& theStatistics,
+                     const SiteTemplates& templates)
+    : settings(theSettings),
+      statistics(theStatistics),
+      time(theSettings.timeFormat),
+      pages(theStatistics, theSettings.fileExtension),
+      games_(theStatistics.players.size()),
+      playerMaps_(theStatistics.players.size()),
+      deathPairs_(theStatistics.players.size()) {
+  StyleNames();
+  if (!templates.games.empty()) firstGameTemplate_ = templates.games.front().Name();
+  LabelPlayers(templates);
+  LabelMaps(templates);
+  IndexPlayers();
+}
+
+// A name keeps the colour that its player chose. Where that can hardly be told from the page, such
+// as pure blue on black, it stands on the colour of the text, or on black or white.
+void SiteFacts::StyleNames() {
+  constexpr double kLeastContrast = 3;
+  const Rgb page = ParseColour(settings.backgroundColor).value_or(Rgb{255, 255, 255});
+  const Rgb text = ParseColour(settings.textColor).value_or(Rgb{});
+  for (std::size_t i = 0; i < nameStyles_.size(); ++i) {
+    const Rgb colour = ParseColour(settings.nameColors[i]).value_or(text);
+    nameStyles_[i] = "color:" + ColourText(colour);
+    if (Contrast(colour, page) >= kLeastContrast) continue;
+    const Rgb behind = Contrast(colour, text) >= kLeastContrast ? text : InkOn(colour);
+    nameStyles_[i] += ";background:" + ColourText(behind);
+  }
+}
+
+void SiteFacts::LabelPlayers(const SiteTemplates& templates) {
+  players_.reserve(statistics.players.size());
+  for (std::uint32_t i = 0; i < statistics.players.size(); ++i) {
+    const std::string& name = statistics.players[i].name;
+    players_.push_back(MakeLabel(
+        NameText(name), NameHtml(name, nameStyles_),
+        templates.player ? pages.PlayerPage(templates.player->Name(), i) : std::string()));
+  }
+}
+
+void SiteFacts::LabelMaps(const SiteTemplates& templates) {
+  for (std::uint32_t i = 0; i < statistics.maps.size(); ++i) {
+    const std::string text = NameText(statistics.maps[i].title);
+    maps_.push_back(MakeLabel(
+        text, "<bdi>" + EscapeHtml(text) + "</bdi>",
+        templates.maps.empty() ? std::string() : pages.MapPage(templates.maps.front().Name(), i)));
+  }
+}
+
+void SiteFacts::IndexPlayers() {
+  for (std::uint32_t game = 0; game < statistics.games.size(); ++game) {
+    const std::vector<Entrant>& entrants = statistics.games[game].entrants;
+    for (std::uint32_t i = 0; i < entrants.size(); ++i) {
+      const bool played = entrants[i].player != kNobody && entrants[i].place > 0;
+      if (played) games_[entrants[i].player].push_back({game, i});
+    }
+  }
+  for (std::uint32_t map = 0; map < statistics.maps.size(); ++map) {
+    const std::vector<Player>& players = statistics.maps[map].players;
+    for (std::uint32_t i = 0; i < players.size(); ++i) {
+      playerMaps_[players[i].player].emplace_back(map, i);
+    }
+  }
+  for (std::uint32_t i = 0; i < statistics.pairs.size(); ++i) {
+    deathPairs_[statistics.pairs[i].victim].push_back(i);
+  }
+}
+
+Label SiteFacts::GameLabel(std::uint32_t game) const {
+  const std::string text = "Game " + std::to_string(game + 1);
+  return MakeLabel(
+      text, text,
+      firstGameTemplate_.empty() ? std::string() : pages.GamePage(firstGameTemplate_, game));
+}
+
+Label SiteFacts::EntrantLabel(const Entrant& entrant) const {
+  return MakeLabel(NameText(entrant.name), NameHtml(entrant.name, nameStyles_),
+                   entrant.player == kNobody ? std::string() : players_[entrant.player].page);
+}
+
+std::uint32_t SiteFacts::MapOf(const Game& game) const {
+  const std::string name = config::FoldCase(game.map);
+  const auto found =
+      std::lower_bound(statistics.maps.begin(), statistics.maps.end(), name,
+                       [](const Map& map, const std::string& wanted) { return map.name < wanted; });
+  return static_cast<std::uint32_t>(found - statistics.maps.begin());
+}
+
+void SetLabel(Data& object, const Label& label) {
+  Set(object, "name", label.text);
+  Set(object, "name_html", label.html);
+  Set(object, "link", label.link);
+  SetOptional(object, "page", UrlText(label.page));
+}
+
+}  // namespace morvane

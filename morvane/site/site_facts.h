@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "morvane/settings.h"
+#include "morvane/site/format.h"
+#include "morvane/site/page_data.h"
+#include "morvane/site/page_names.h"
+#include "morvane/site/site_templates.h"
+#include "morvane/statistics/names.h"
+#include "morvane/statistics/statistics.h"
+
+namespace morvane {
+
+/// How pages speak of a player, a map or a game.
+struct Label {
+  std::string text;  ///< not escaped
+  std::string html;  ///< escaped, in its colours
+  std::string page;  ///< the file of its page; empty where there is none
+  std::string link;  ///< HTML: `html`, as a link where there is a page
+};
+
+/// Everything that pages are made from, looked up and named once for all of them.
+class SiteFacts {
+ public:
+  /// All arguments must outlive the facts.
+  SiteFacts(const Settings& settings, const Statistics& statistics, const SiteTemplates& templates);
+
+  const Settings& settings;
+  const Statistics& statistics;
+  const TimeFormat time;
+  const PageNames pages;
+
+  const Label& PlayerLabel(std::uint32_t player) const { return players_[player]; }
+  const Label& MapLabel(std::uint32_t map) const { return maps_[map]; }
+  /// "Game 12", to the first of the game's pages.
+  Label GameLabel(std::uint32_t game) const;
+  /// The name that a client bore in a game, to the player's page.
+  Label EntrantLabel(const Entrant& entrant) const;
+
+  /// Index of a game's map in Statistics::maps.
+  std::uint32_t MapOf(const Game& game) const;
+
+  /// A player's games, as indices of the game and of the entrant in it, in order.
+  struct Appearance {
+    std::uint32_t game;
+    std::uint32_t entrant;
+  };
+  const std::vector<Appearance>& Games(std::uint32_t player) const { return games_[player]; }
+  /// The maps a player was on, as indices of the map and into its players.
+  const std::vector<std::pair<std::uint32_t, std::uint32_t>>& Maps(std::uint32_t player) const {
+    return playerMaps_[player];
+  }
+  /// Indices into Statistics::pairs in which the player is the victim.
+  const std::vector<std::uint32_t>& DeathPairs(std::uint32_t player) const {
+    return deathPairs_[player];
+  }
+
+ private:
+  void StyleNames();
+  void LabelPlayers(const SiteTemplates& templates);
+  void LabelMaps(const SiteTemplates& templates);
+  void IndexPlayers();
+
+  NameStyles nameStyles_;
+  std::string firstGameTemplate_;  // empty: games have no pages
+  std::vector<Label> players_;
+  std::vector<Label> maps_;
+  std::vector<std::vector<Appearance>> games_;
+  std::vector<std::vector<std::pair<std::uint32_t, std::uint32_t>>> playerMaps_;
+  std::vector<std::vector<std::uint32_t>> deathPairs_;
+};
+
+/// Sets `name`, `name_html`, `link` and `page`.
+void SetLabel(Data& object, const Label& label);
+
+}  // namespace morvane

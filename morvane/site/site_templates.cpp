@@ -1,0 +1,83 @@
+#include "morvane/site/site_templates.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <system_error>
+
+#include "config/text.h"
+
+namespace morvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::array<std::string_view, 11> kAssetExtensions = {
+    ".js", ".png", ".jpg", ".jpeg", ".gif", ".svg", ".webp", ".ico", ".woff", ".woff2", ".ttf"};
+
+class Loader {
+ public:
+  Loader(const Settings& settings, Messages& messages)
+      : folder_(settings.sourcePath), messages_(messages) {}
+
+  std::optional<Template> One(const std::string& name) {
+    Template loaded;
+    TemplateFault fault;
+    if (config::TrimBlanks(name).empty()) return {};
+    if (loaded.Load(folder_, config::TrimBlanks(name), fault)) return loaded;
+    messages_.Severe(Log::kTemplates, fault.text, fault.file,
+                     static_cast<std::size_t>(std::max(fault.line, 0)));
+    return {};
+  }
+
+  /// A list that names a template twice has its pages once.
+  std::vector<Template> Many(const std::vector<std::string>& names) {
+    std::vector<Template> loaded;
+    for (const std::string& name : names) {
+      std::optional<Template> one = One(name);
+      const bool isNew = one && std::none_of(loaded.begin(), loaded.end(), [&](const Template& t) {
+                           return t.Name() == one->Name();
+                         });
+      if (isNew) loaded.push_back(std::move(*one));
+    }
+    return loaded;
+  }
+
+  /// The names of the folder's files with one of the extensions, in order.
+  std::vector<std::string> Files(const auto& extensions) const {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder_, error), end; !error && entry != end;
+         entry.increment(error)) {
+      const std::string extension = config::FoldCase(entry->path().extension().string());
+      const bool wanted =
+          std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
+      if (wanted) names.push_back(entry->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+ private:
+  fs::path folder_;
+  Messages& messages_;
+};
+
+}  // namespace
+
+SiteTemplates LoadTemplates(const Settings& settings, Messages& messages) {
+  Loader loader(settings, messages);
+  SiteTemplates templates;
+  templates.main = loader.Many(settings.mainTemplates);
+  templates.maps = loader.Many(settings.mapTemplates);
+  templates.games = loader.Many(settings.gameTemplates);
+  templates.gameList = loader.One(settings.gameListTemplate);
+  templates.gameListLoop = loader.One(settings.gameListLoopTemplate);
+  templates.lastGame = loader.One(settings.lastGameTemplate);
+  templates.player = loader.One(settings.playerTemplate);
+  templates.styles = loader.Many(loader.Files(std::array<std::string_view, 1>{".css"}));
+  templates.assets = loader.Files(kAssetExtensions);
+  return templates;
+}
+
+}  // namespace morvane

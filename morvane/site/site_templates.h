@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "morvane/messages.h"
+#include "morvane/settings.h"
+#include "morvane/site/template.h"
+
+namespace morvane {
+
+/// The templates of a site that could be read. A copy serves one thread.
+struct SiteTemplates {
+  std::vector<Template> main;
+  std::vector<Template> maps;
+  std::vector<Template> games;
+  std::optional<Template> gameList;
+  std::optional<Template> gameListLoop;
+  std::optional<Template> lastGame;
+  std::optional<Template> player;
+  std::vector<Template> styles;     ///< *.css of the template folder, named with their extension
+  std::vector<std::string> assets;  ///< scripts, pictures and fonts of the template folder
+};
+
+/// Reads every template that the settings name, each once, and the style sheets beside them. One
+/// that is missing or broken is a severe message and left out.
+SiteTemplates LoadTemplates(const Settings& settings, Messages& messages);
+
+}  // namespace morvane

@@ -1,0 +1,112 @@
+#include "morvane/statistics/figures.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace morvane {
+
+void AddFigures(Figures& sum, const Figures& figures) {
+  for (const auto count :
+       {&Figures::kills, &Figures::deaths, &Figures::suicides, &Figures::teamKills,
+        &Figures::worldDeaths, &Figures::seconds, &Figures::items}) {
+    sum.*count += figures.*count;
+  }
+  sum.score += figures.score;
+  sum.killStreak = std::max(sum.killStreak, figures.killStreak);
+  sum.deathStreak = std::max(sum.deathStreak, figures.deathStreak);
+  AddWeapons(sum.weapons, figures.weapons);
+  AddItems(sum.itemCounts, figures.itemCounts);
+}
+
+void AddWeapons(std::vector<WeaponUse>& sum, const std::vector<WeaponUse>& weapons) {
+  for (const WeaponUse& use : weapons) {
+    WeaponUse& total = EntryOf(sum, &WeaponUse::weapon, use.weapon);
+    total.kills += use.kills;
+    total.deaths += use.deaths;
+  }
+}
+
+void AddItems(std::vector<ItemCount>& sum, const std::vector<ItemCount>& items) {
+  for (const ItemCount& item : items) {
+    EntryOf(sum, &ItemCount::item, item.item).count += item.count;
+  }
+}
+
+void SortWeapons(std::vector<WeaponUse>& weapons) {
+  std::erase_if(weapons, [](const WeaponUse& use) { return use.kills + use.deaths == 0; });
+  weapons.shrink_to_fit();
+  std::sort(weapons.begin(), weapons.end(), [](const WeaponUse& left, const WeaponUse& right) {
+    return std::tie(right.kills, right.deaths, left.weapon) <
+           std::tie(left.kills, left.deaths, right.weapon);
+  });
+}
+
+void SortItems(std::vector<ItemCount>& items) {
+  std::erase_if(items, [](const ItemCount& item) { return item.count == 0; });
+  items.shrink_to_fit();
+  std::sort(items.begin(), items.end(), [](const ItemCount& left, const ItemCount& right) {
+    return std::tie(right.count, left.item) < std::tie(left.count, right.item);
+  });
+}
+
+void SettleFigures(Figures& figures) {
+  SortWeapons(figures.weapons);
+  SortItems(figures.itemCounts);
+  const bool hasFavourite = !figures.weapons.empty() && figures.weapons.front().kills > 0;
+  figures.favouriteWeapon = hasFavourite ? figures.weapons.front().weapon : kNoWeapon;
+}
+
+void SortPairs(std::vector<Pair>& pairs) {
+  const auto key = [](const Pair& pair) { return std::tie(pair.killer, pair.victim); };
+  std::sort(pairs.begin(), pairs.end(),
+            [&](const Pair& left, const Pair& right) { return key(left) < key(right); });
+  std::size_t last = 0;
+  for (std::size_t i = 1; i < pairs.size(); ++i) {
+    if (key(pairs[i]) != key(pairs[last])) {
+      pairs[++last] = pairs[i];
+    } else {
+      pairs[last].kills += pairs[i].kills;
+      pairs[last].teamKills += pairs[i].teamKills;
+    }
+  }
+  if (!pairs.empty()) pairs.resize(last + 1);
+}
+
+void PairCounts::Add(const Pair& pair) {
+  if (pair.killer < kTableSize && pair.victim < kTableSize) {
+    if (table_.size() <= pair.killer) table_.resize(pair.killer + 1);
+    std::vector<Count>& row = table_[pair.killer];
+    if (row.size() <= pair.victim) row.resize(pair.victim + 1);
+    row[pair.victim].kills += pair.kills;
+    row[pair.victim].teamKills += pair.teamKills;
+    return;
+  }
+  others_.push_back(pair);
+  // The same two meet again and again: what has doubled is worth being made one.
+  if (others_.size() > 2 * sorted_ + kUnsorted) {
+    SortPairs(others_);
+    sorted_ = others_.size();
+  }
+}
+
+std::vector<Pair> PairCounts::Take() {
+  std::vector<Pair> pairs;
+  for (std::uint32_t killer = 0; killer < table_.size(); ++killer) {
+    std::vector<Count>& row = table_[killer];
+    for (std::uint32_t victim = 0; victim < row.size(); ++victim) {
+      const Count& count = row[victim];
+      if (count.kills + count.teamKills == 0) continue;
+      pairs.push_back({killer, victim, count.kills, count.teamKills});
+    }
+    row.clear();
+  }
+  if (!others_.empty()) {
+    pairs.insert(pairs.end(), others_.begin(), others_.end());
+    SortPairs(pairs);
+    others_.clear();
+    sorted_ = 0;
+  }
+  return pairs;
+}
+
+}  // namespace morvane

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "morvane/statistics/game.h"
+
+namespace morvane {
+
+/// The entry of a number, which `key` holds, in a list that is still counted up. Small numbers, and
+/// nearly all are small, stand at their own places, so that none is searched for. The empty entries
+/// between them go when the list is sorted.
+template <class Entry, class Number>
+Entry& EntryOf(std::vector<Entry>& entries, Number Entry::*key, Number number) {
+  constexpr std::size_t kPlaces = 64;
+  if (number < std::min(entries.size(), kPlaces)) return entries[number];
+  // Room for what a game has saves growing step by step, for each of so many lists.
+  if (entries.empty()) entries.reserve(kPlaces / 2);
+  const std::size_t place = std::min<std::size_t>(number, kPlaces - 1);
+  while (entries.size() <= place) {
+    const auto next = static_cast<Number>(entries.size());
+    entries.emplace_back().*key = next;
+  }
+  if (number < kPlaces) return entries[number];
+  for (std::size_t i = kPlaces; i < entries.size(); ++i) {
+    if (entries[i].*key == number) return entries[i];
+  }
+  Entry& entry = entries.emplace_back();
+  entry.*key = number;
+  return entry;
+}
+
+/// Adds what one did in a game to what one did in all; rivals and favourites are left alone.
+void AddFigures(Figures& sum, const Figures& figures);
+
+void AddWeapons(std::vector<WeaponUse>& sum, const std::vector<WeaponUse>& weapons);
+void AddItems(std::vector<ItemCount>& sum, const std::vector<ItemCount>& items);
+
+/// Most kills first, then most deaths; most items first. What was counted not once is left out.
+void SortWeapons(std::vector<WeaponUse>& weapons);
+void SortItems(std::vector<ItemCount>& items);
+
+/// Puts weapons and items in their order and names the favourite weapon.
+void SettleFigures(Figures& figures);
+
+/// Sorts pairs by killer, then victim, and makes those of the same two one.
+void SortPairs(std::vector<Pair>& pairs);
+
+/// Counts the kills between many of a list.
+class PairCounts {
+ public:
+  /// Adds the kills of a pair, of which there is at least one.
+  void Add(const Pair& pair);
+  /// Hands out all pairs, sorted by killer, then victim, and begins anew.
+  std::vector<Pair> Take();
+
+ private:
+  struct Count {
+    std::uint32_t kills = 0;
+    std::uint32_t teamKills = 0;
+  };
+  /// The first of a list, who meet most often, have a table; the others are sorted now and then.
+  static constexpr std::uint32_t kTableSize = 128;
+  static constexpr std::size_t kUnsorted = 10000;
+
+  std::vector<std::vector<Count>> table_;  // by killer, then victim
+  std::vector<Pair> others_;
+  std::size_t sorted_ = 0;
+};
+
+/// Sets nemesis and favourite victim of all whom `pairs` name; `figuresOf(index)` gives theirs.
+template <class FiguresOf>
+void SettleRivals(const std::vector<Pair>& pairs, const FiguresOf& figuresOf) {
+  const auto take = [](Rival& rival, std::uint32_t index, std::uint32_t count) {
+    if (count > rival.count) rival = {index, count};
+  };
+  for (const Pair& pair : pairs) {
+    if (pair.killer == pair.victim) continue;  // two clients of one name
+    take(figuresOf(pair.killer).favouriteVictim, pair.victim, pair.kills);
+    take(figuresOf(pair.victim).nemesis, pair.killer, pair.kills);
+  }
+}
+
+}  // namespace morvane

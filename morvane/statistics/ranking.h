@@ -1,0 +1,68 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "morvane/messages.h"
+#include "morvane/settings.h"
+#include "morvane/statistics/game.h"
+
+namespace morvane {
+
+/// A ranking by the user's own rules, a text with one of them a line:
+///
+///     kill.killer = rank + 16 * (1 - 1 / (1 + 10 ^ ((other - rank) / 400)))
+///
+/// The events are kill.killer, kill.victim, suicide, world, teamkill (of the one who did it),
+/// game.win, game.placed (of those placed who did not win). "//" and ";" begin comments. What a
+/// rule gives is the player's new rank. Its variables are those of RuleVariables.
+class Ranking {
+ public:
+  /// What a rule may name.
+  struct RuleVariables {
+    double rank = 0;    ///< the player's own, before the event
+    double other = 0;   ///< the opponent's; at the end of a game the mean of all the others'; where
+                        ///< there is no opponent the player's own
+    double mod = 0;     ///< means of death, by the base game's numbers
+    double kills = 0;   ///< the player's frags in this game so far, with this event
+    double deaths = 0;  ///< likewise
+    double place = 0;   ///< the player's place at the end of this game
+    double players = 0;  ///< in this game
+    double minutes = 0;  ///< length of this game
+  };
+
+  /// Takes the rules from a text. One that does not parse is a severe message with its line in
+  /// `file`, and is skipped.
+  Ranking(std::string_view rules, std::string file, Messages& messages);
+  Ranking(const Ranking&) = delete;
+  Ranking& operator=(const Ranking&) = delete;
+  ~Ranking();
+
+  /// Changes the ranks of those who played a game, by Entrant::player. A rule that gives no number
+  /// is a severe message and is skipped from then on. Game::events must be there.
+  void Play(const Game& game, const Names& weapons, int lastPlaced, std::vector<double>& ranks);
+
+ private:
+  struct Rule;
+  enum Event { kKiller, kVictim, kSuicide, kWorldDeath, kTeamKill, kWin, kPlaced, kEvents };
+
+  void AddRule(std::string_view line, std::size_t number);
+  double Apply(Event event, double rank);
+  void PlayEvent(const Game& game, const KillEvent& event, std::vector<double>& ranks);
+  void EndGame(const Game& game, int lastPlaced, std::vector<double>& ranks);
+
+  std::string file_;
+  Messages& messages_;
+  RuleVariables variables_;
+  std::array<std::unique_ptr<Rule>, kEvents> rules_;
+  std::vector<RuleVariables> inGame_;  // kills and deaths so far, by entrant
+};
+
+/// The rules that the settings name: `custRankTemplate` in the template directory, with ".htmlt"
+/// when there is no such file, or as a path. nullptr and a severe message when they cannot be read.
+std::unique_ptr<Ranking> ReadRanking(const Settings& settings, Messages& messages);
+
+}  // namespace morvane

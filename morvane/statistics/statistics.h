@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "morvane/settings.h"
+#include "morvane/statistics/game.h"
+
+namespace morvane {
+
+class Ranking;
+
+/// A player over all counted games, or over those on one map.
+struct Player {
+  std::string name;          ///< bytes of the log, colour codes included, as last used; see names.h
+  std::string plain;         ///< NameText of it
+  Figures figures;           ///< rivals are indices into the same list of players as this one
+  std::uint32_t games = 0;   ///< games taken part in
+  std::uint32_t wins = 0;    ///< games won: place 1, or a member of the winning team
+  std::uint32_t placed = 0;  ///< games ended at `game_last_placed` or better
+  std::vector<std::uint32_t> placings;  ///< [0]: times first, [1]: times second, ...
+  std::int64_t firstSeen = 0;           ///< start of the first game, as Game::start
+  std::int64_t lastSeen = 0;            ///< end of the last game; 0: not known
+  bool ranked = false;                  ///< within the players' limits, over all games
+  std::uint32_t rank = 0;               ///< 1 is best, equal ones share it; 0: not ranked
+  double rating = 0;         ///< what orders the ranking: custom rank value, or the score
+  std::uint32_t player = 0;  ///< index into Statistics::players (on a map's list: whose this is)
+};
+
+/// Several games taken together: all counted ones, or those on one map.
+struct Summary {
+  std::uint32_t games = 0;
+  std::int64_t seconds = 0;  ///< length of all games
+  std::uint32_t kills = 0;   ///< frags of all players
+  std::uint32_t deaths = 0;
+  std::uint32_t suicides = 0;
+  std::uint32_t teamKills = 0;
+  std::uint32_t worldDeaths = 0;
+  std::uint32_t items = 0;
+  std::int64_t firstSeen = 0;
+  std::int64_t lastSeen = 0;
+  std::vector<WeaponUse> weapons;  ///< over all players; most kills first, then most deaths
+  std::vector<ItemCount> itemCounts;
+};
+
+/// A map: `players` and `pairs` count on this map alone.
+struct Map {
+  std::string name;   ///< lower case
+  std::string title;  ///< as a log last wrote it
+  Summary summary;
+  std::vector<Player> players;       ///< ranked ones first, by the score on this map
+  std::vector<Pair> pairs;           ///< indices into `players`
+  std::vector<std::uint32_t> games;  ///< indices into Statistics::games
+};
+
+/// All that pages are made of.
+struct Statistics {
+  Summary summary;
+  std::vector<Player> players;   ///< the ranked ones by rank, then the others by rating
+  std::uint32_t ranked = 0;      ///< how many of them are ranked
+  std::vector<Pair> pairs;       ///< over all games; limited where `limit_overall_killtables` says
+  std::vector<Map> maps;         ///< by name
+  std::vector<Game> games;       ///< the counted ones, in the order of the logs
+  Names weapons;                 ///< by WeaponUse::weapon
+  Names items;                   ///< by ItemCount::item
+  std::uint32_t gamesFound = 0;  ///< counted or not
+  bool customRanking = false;    ///< rating is the custom rank value
+};
+
+/// Whether a game counts: no warm-up, and none of the game limits misses it. A log without stamps
+/// tells no length, so `min_time` does not apply to its games.
+bool IsCounted(const Game& game, const Settings& settings);
+
+/// Everything from the games found, in the order of play. `weapons` and `items` name the numbers in
+/// them. With a `ranking` that orders the players, else their scores do.
+Statistics MakeStatistics(const Settings& settings, std::vector<Game> games, Names weapons,
+                          Names items, Ranking* ranking);
+
+}  // namespace morvane

@@ -1,0 +1,197 @@
+#include "morvane/store/game_record.h"
+
+#include <algorithm>
+#include <cstring>
+#include <type_traits>
+#include <utility>
+
+namespace morvane {
+namespace {
+
+class Writer {
+ public:
+  void Number(std::uint64_t value) {
+    for (; value >= 0x80; value >>= 7) bytes_ += static_cast<char>(value | 0x80);
+    bytes_ += static_cast<char>(value);
+  }
+  template <class Integer>
+  void Value(const Integer& value) {
+    // Negative numbers in turn with the others, so that small ones stay short.
+    if constexpr (std::is_signed_v<Integer>) {
+      const auto wide = static_cast<std::int64_t>(value);
+      Number((static_cast<std::uint64_t>(wide) << 1) ^ static_cast<std::uint64_t>(wide >> 63));
+    } else {
+      Number(static_cast<std::uint64_t>(value));
+    }
+  }
+  void Value(const std::string& text) {
+    Number(text.size());
+    bytes_ += text;
+  }
+  template <class Entry>
+  std::size_t Count(const std::vector<Entry>& list) {
+    Number(list.size());
+    return list.size();
+  }
+  std::string Take() { return std::move(bytes_); }
+
+ private:
+  std::string bytes_;
+};
+
+class Reader {
+ public:
+  explicit Reader(std::string_view bytes) : bytes_(bytes) {}
+
+  template <class Integer>
+  void Value(Integer& value) {
+    const std::uint64_t number = Number();
+    if constexpr (std::is_signed_v<Integer>) {
+      value = static_cast<Integer>((number >> 1) ^ (~(number & 1) + 1));
+    } else {
+      value = static_cast<Integer>(number);
+    }
+  }
+  void Value(std::string& text) {
+    const std::uint64_t size = Number();
+    if (size > bytes_.size()) return Fail();
+    text = bytes_.substr(0, size);
+    bytes_.remove_prefix(size);
+  }
+  template <class Entry>
+  std::size_t Count(std::vector<Entry>& list) {
+    const std::uint64_t count = Number();
+    if (count > bytes_.size()) return Fail(), 0;  // every entry takes a byte or more
+    list.resize(count);
+    return count;
+  }
+  bool IsWhole() const { return !failed_ && bytes_.empty(); }
+
+ private:
+  void Fail() {
+    failed_ = true;
+    bytes_ = {};
+  }
+  std::uint64_t Number() {
+    std::uint64_t value = 0;
+    for (int shift = 0; shift < 64 && !bytes_.empty(); shift += 7) {
+      const auto byte = static_cast<unsigned char>(bytes_.front());
+      bytes_.remove_prefix(1);
+      value |= static_cast<std::uint64_t>(byte & 0x7F) << shift;
+      if ((byte & 0x80) == 0) return value;
+    }
+    Fail();
+    return 0;
+  }
+
+  std::string_view bytes_;
+  bool failed_ = false;
+};
+
+// One walk over the fields serves both directions: Stream is Writer or Reader, the second argument
+// const for the first.
+template <class Stream, class... Values>
+void Each(Stream& stream, Values&... values) {
+  (stream.Value(values), ...);
+}
+
+template <class Stream, class Rival>
+void WalkRival(Stream& stream, Rival& rival) {
+  Each(stream, rival.index, rival.count);
+}
+
+template <class Stream, class Figures>
+void WalkFigures(Stream& stream, Figures& f) {
+  Each(stream, f.kills, f.deaths, f.suicides, f.teamKills, f.worldDeaths, f.score, f.seconds,
+       f.killStreak, f.deathStreak, f.items, f.favouriteWeapon);
+  WalkRival(stream, f.nemesis);
+  WalkRival(stream, f.favouriteVictim);
+  stream.Count(f.weapons);
+  for (auto& use : f.weapons) Each(stream, use.weapon, use.kills, use.deaths);
+  stream.Count(f.itemCounts);
+  for (auto& item : f.itemCounts) Each(stream, item.item, item.count);
+}
+
+template <class Stream, class Game>
+void WalkGame(Stream& stream, Game& game) {
+  Each(stream, game.map, game.type, game.start, game.length, game.timed, game.warmup, game.complete,
+       game.exitReason, game.hasTeamScores, game.redScore, game.blueScore, game.kills, game.frags);
+  stream.Count(game.entrants);
+  for (auto& entrant : game.entrants) {
+    Each(stream, entrant.name, entrant.team, entrant.place, entrant.stayed, entrant.winner);
+    WalkFigures(stream, entrant.figures);
+  }
+  stream.Count(game.pairs);
+  for (auto& pair : game.pairs) Each(stream, pair.killer, pair.victim, pair.kills, pair.teamKills);
+  stream.Count(game.lead);
+  for (auto& change : game.lead) Each(stream, change.second, change.leader, change.score);
+  stream.Count(game.events);
+  for (auto& event : game.events) {
+    Each(stream, event.killer, event.victim, event.weapon, event.teamKill);
+  }
+}
+
+bool HasValidIndices(const Game& game, std::size_t weapons, std::size_t items) {
+  const std::size_t count = game.entrants.size();
+  const auto isEntrant = [&](std::size_t index) { return index < count; };
+  const auto isRival = [&](const Rival& rival) {
+    return rival.index == kNobody || isEntrant(rival.index);
+  };
+  const auto isLeader = [&](const LeadChange& change) {
+    return change.leader == kNobody ||
+           (IsTeamGame(game.type) ? change.leader <= 3 : isEntrant(change.leader));
+  };
+  const auto isFine = [&](const Entrant& entrant) {
+    const Figures& f = entrant.figures;
+    return entrant.place >= 1 && entrant.place <= count && entrant.team <= Team::kSpectator &&
+           isRival(f.nemesis) && isRival(f.favouriteVictim) &&
+           (f.favouriteWeapon == kNoWeapon || f.favouriteWeapon < weapons) &&
+           std::ranges::all_of(f.weapons, [&](const auto& use) { return use.weapon < weapons; }) &&
+           std::ranges::all_of(f.itemCounts, [&](const auto& i) { return i.item < items; });
+  };
+  return std::ranges::all_of(game.entrants, isFine) && std::ranges::all_of(game.lead, isLeader) &&
+         std::ranges::all_of(
+             game.pairs,
+             [&](const Pair& p) { return isEntrant(p.killer) && isEntrant(p.victim); }) &&
+         std::ranges::all_of(game.events, [&](const KillEvent& e) {
+           return isEntrant(e.victim) && e.weapon < weapons &&
+                  (e.killer == KillEvent::kWorld || isEntrant(e.killer));
+         });
+}
+
+}  // namespace
+
+std::string PackGame(const Game& game) {
+  Writer writer;
+  WalkGame(writer, game);
+  return writer.Take();
+}
+
+bool UnpackGame(std::string_view bytes, std::size_t weapons, std::size_t items, Game& game) {
+  Reader reader(bytes);
+  game = {};
+  WalkGame(reader, game);
+  return reader.IsWhole() && HasValidIndices(game, weapons, items);
+}
+
+std::uint64_t GameDigest(const Game& game) {
+  Game timeless = game;
+  timeless.start = 0;
+  return Digest(PackGame(timeless));
+}
+
+std::uint64_t Digest(std::string_view bytes) {
+  constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15U;
+  std::uint64_t digest = bytes.size() * kMix;
+  while (!bytes.empty()) {
+    std::uint64_t word = 0;
+    const std::size_t count = std::min(bytes.size(), sizeof word);
+    std::memcpy(&word, bytes.data(), count);
+    digest = (digest ^ word) * kMix;
+    digest ^= digest >> 29;
+    bytes.remove_prefix(count);
+  }
+  return digest;
+}
+
+}  // namespace morvane
