@@ -6,10 +6,12 @@
 #include <cstdint>
 #include <utility>
 
-#include "config/text.h"
+#include "text/text.h"
 
 namespace config {
 namespace {
+
+using text::TrimBlanks;
 
 constexpr std::size_t kDigits = 6;
 

@@ -3,9 +3,9 @@
 #include <system_error>
 #include <utility>
 
-#include "config/text.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "text/characters.h"
 
 namespace config {
 
@@ -52,7 +52,7 @@ void modIni::Change(const Edit& edit) {
 std::string modIni::ReadIni(std::string_view section, std::string_view key) const {
   return Read([&](const ProfileText& text) {
     const std::string value = text.Get(section, key).value_or("");
-    return std::string(FirstCharacters(value, kMostCharacters));
+    return std::string(text::FirstCharacters(value, kMostCharacters));
   });
 }
 

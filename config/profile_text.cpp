@@ -3,10 +3,15 @@
 #include <algorithm>
 #include <utility>
 
-#include "config/text.h"
+#include "text/characters.h"
+#include "text/text.h"
 
 namespace config {
 namespace {
+
+using text::DecodeText;
+using text::FoldCase;
+using text::TrimBlanks;
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kNewFileEnding = "\r\n";
@@ -57,7 +62,7 @@ void ReplaceValue(std::string& line, std::string_view value) {
   const std::size_t afterEquals = line.find('=') + 1;
   const std::string_view rest = std::string_view(line).substr(afterEquals);
   if (rest == value) return;
-  const std::size_t blanks = std::min(rest.find_first_not_of(" \t\v\f"), rest.size());
+  const std::size_t blanks = std::min(rest.find_first_not_of(text::kBlanks), rest.size());
   line.replace(afterEquals + blanks, std::string::npos, value);
 }
 

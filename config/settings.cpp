@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
-#include "config/text.h"
+#include "text/text.h"
 
 namespace config {
 namespace {
+
+using text::WholeNumberOf;
 
 constexpr std::string_view kMain = "Main";
 constexpr std::string_view kLogs = "Logs";

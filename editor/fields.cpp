@@ -8,7 +8,7 @@
 #include <QTreeWidget>
 
 #include "config/colors.h"
-#include "config/text.h"
+#include "text/text.h"
 #include "ui/controls.h"
 
 namespace editor {
@@ -115,13 +115,13 @@ void ShowValue(QWidget& window, const Setting& setting, std::string_view value) 
       TextBox(window, setting.field).setText(ToQt(PathAsShown(value)));
       break;
     case Encoding::kFlag:
-      CheckBox(window, setting.field).setChecked(config::NumberOf(value) == 1);
+      CheckBox(window, setting.field).setChecked(text::NumberOf(value) == 1);
       break;
     case Encoding::kFlagUnlessZero:
-      CheckBox(window, setting.field).setChecked(config::NumberOf(value) != 0);
+      CheckBox(window, setting.field).setChecked(text::NumberOf(value) != 0);
       break;
     case Encoding::kMessageOptions:
-      ShowOptions(window, setting, config::WholeNumberOf(value));
+      ShowOptions(window, setting, text::WholeNumberOf(value));
       break;
     case Encoding::kColor:
       ShowColor(window, setting, config::NamedColor(value));
@@ -142,7 +142,7 @@ std::string ValueOf(const QWidget& window, const Setting& setting) {
     case Encoding::kPath:
       return TextOf(window, setting);
     case Encoding::kBackgroundImage:
-      return std::string(config::TrimBlanks(TextOf(window, setting)));
+      return std::string(text::TrimBlanks(TextOf(window, setting)));
     case Encoding::kFileExtension:
       return WithLeadingDot(TextOf(window, setting));
     case Encoding::kFlag:

@@ -6,10 +6,10 @@
 #include <QLineEdit>
 
 #include "config/settings.h"
-#include "config/text.h"
 #include "editor/fields.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "text/text.h"
 #include "ui/controls.h"
 
 namespace editor {
@@ -39,7 +39,7 @@ void CopyBackgroundImage(QWidget& window) {
 
   QLineEdit& field = ui::Control<QLineEdit>(window, "txtBkgndImage");
   const std::string text = field.text().toStdString();
-  const std::string image(config::TrimBlanks(text));
+  const std::string image(text::TrimBlanks(text));
   if (image != text) field.setText(QString::fromStdString(image));
   if (platform::HasSeparator(image)) CopyInto(images, image);
 }

@@ -5,7 +5,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "config/text.h"
+#include "text/characters.h"
 
 namespace morvane {
 namespace {
@@ -44,7 +44,7 @@ std::size_t ControlLength(std::string_view text) {
 
 /// A text that does nothing to a terminal and stays on its line.
 std::string Harmless(std::string_view bytes) {
-  const std::string decoded = config::DecodeText(bytes);
+  const std::string decoded = text::DecodeText(bytes);
   std::string_view rest = decoded;
   std::string text;
   while (!rest.empty()) {

@@ -8,8 +8,8 @@
 #include "config/colors.h"
 #include "config/modIni.h"
 #include "config/settings.h"
-#include "config/text.h"
 #include "platform/paths.h"
+#include "text/text.h"
 
 namespace morvane {
 namespace {
@@ -28,10 +28,10 @@ class Reader {
     return ini_.ReadIni(section, key);
   }
   double Number(std::string_view section, std::string_view key) const {
-    return config::NumberOf(Text(section, key));
+    return text::NumberOf(Text(section, key));
   }
   int Whole(std::string_view section, std::string_view key) const {
-    return config::WholeNumberOf(Text(section, key));
+    return text::WholeNumberOf(Text(section, key));
   }
   /// An absolute path; a relative one is taken from the file's directory. Empty for no text.
   std::string Path(std::string_view section, std::string_view key) const {
@@ -94,7 +94,7 @@ void ReadLogs(const Reader& reader, Settings& settings) {
   for (const config::Entry& entry :
        reader.Entries("Logs", "number_of_logs", "logpath", "logtype")) {
     settings.logs.push_back(
-        {entry.first, reader.Absolute(entry.first), config::WholeNumberOf(entry.second)});
+        {entry.first, reader.Absolute(entry.first), text::WholeNumberOf(entry.second)});
   }
 }
 
@@ -125,7 +125,7 @@ void ReadKillTables(const Reader& reader, Settings& settings) {
   settings.hiliteMinimum = reader.Number("KILL TABLES", "hilite_minhilite");
   for (config::Entry& entry :
        reader.Entries("KILL TABLES", "hilite_levels", "hilite_level", "hilite_color")) {
-    settings.hiliteLevels.push_back({config::NumberOf(entry.first), std::move(entry.second)});
+    settings.hiliteLevels.push_back({text::NumberOf(entry.first), std::move(entry.second)});
   }
   for (std::size_t i = 0; i < settings.columnColors.size(); ++i) {
     settings.columnColors[i] = reader.ColumnColor("column" + std::to_string(i));

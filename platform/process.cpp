@@ -1,140 +1,100 @@
 #include "platform/process.h"
 
+#include <algorithm>
 #include <array>
-#include <cerrno>
-#include <csignal>
-#include <cstdlib>
-#include <fcntl.h>
-#include <linux/close_range.h>
+#include <filesystem>
+#include <fstream>
+#include <glib.h>
+#include <memory>
 #include <string_view>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
-#include "platform/files.h"
+#include "platform/glib_pointers.h"
 
 namespace platform {
 namespace {
 
-enum class Bond { kChild, kDetached };
-
-/// What a child process needs between fork and exec. It is prepared before the fork, because the
-/// child of a program with several threads may not allocate memory.
-struct Launch {
-  const char* program;
-  char* const* arguments;
-  int errorPipe;  // takes the error number when the program cannot be executed
-};
-
-[[noreturn]] void Fail(int errorPipe) {
-  const int error = errno;
-  [[maybe_unused]] const ssize_t written = write(errorPipe, &error, sizeof error);
-  _exit(127);
+/// GLib hands a file of no format that the system knows to a shell. Such a file is no program: the
+/// system's own answer to it is a failure, and stays one.
+bool HasProgramFormat(const std::string& path) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(path, error)) return true;  // the system says why not
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return true;
+  std::array<char, 4> start = {};
+  file.read(start.data(), start.size());
+  const std::string_view bytes(start.data(), static_cast<std::size_t>(file.gcount()));
+  return bytes.starts_with("#!") || bytes.starts_with("\177ELF") || bytes.starts_with("MZ");
 }
 
-[[noreturn]] void Execute(const Launch& launch) {
-  sigset_t none;
-  sigemptyset(&none);
-  sigprocmask(SIG_SETMASK, &none, nullptr);
-  // On a kernel without this call the few descriptors that are not closed on exec stay open.
-  close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
-  execv(launch.program, launch.arguments);
-  Fail(launch.errorPipe);
-}
-
-void CutStandardStreams() {
-  const int null = open("/dev/null", O_RDWR);
-  if (null < 0) return;
-  dup2(null, STDIN_FILENO);
-  dup2(null, STDOUT_FILENO);
-  dup2(null, STDERR_FILENO);
-}
-
-/// Runs the program in a grandchild and ends: the grandchild becomes a child of the system, which
-/// clears away what is left of it.
-[[noreturn]] void ExecuteDetached(const Launch& launch) {
-  setsid();
-  const pid_t grandchild = fork();
-  if (grandchild < 0) Fail(launch.errorPipe);
-  if (grandchild > 0) _exit(0);
-  CutStandardStreams();
-  Execute(launch);
-}
-
-void WaitForEnd(pid_t child) {
-  while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+/// The reason alone, where the system gave one: GLib's text repeats the name of the program.
+std::string ReasonOf(const GError& error) {
+  constexpr std::pair<int, std::errc> kReasons[] = {
+      {G_SPAWN_ERROR_NOENT, std::errc::no_such_file_or_directory},
+      {G_SPAWN_ERROR_ACCES, std::errc::permission_denied},
+      {G_SPAWN_ERROR_PERM, std::errc::operation_not_permitted},
+      {G_SPAWN_ERROR_NOTDIR, std::errc::not_a_directory},
+      {G_SPAWN_ERROR_ISDIR, std::errc::is_a_directory},
+      {G_SPAWN_ERROR_NOEXEC, std::errc::executable_format_error},
+      {G_SPAWN_ERROR_TXTBUSY, std::errc::text_file_busy},
+      {G_SPAWN_ERROR_NOMEM, std::errc::not_enough_memory}};
+  for (const auto& [code, reason] : kReasons) {
+    if (g_error_matches(&error, G_SPAWN_ERROR, code) != FALSE)
+      return std::make_error_code(reason).message();
   }
+  return error.message;
 }
 
-/// The error number that came through the pipe, 0 when the program was executed: then the pipe
-/// was closed without a word.
-int ReadError(int pipe) {
-  int error = 0;
-  while (true) {
-    const ssize_t count = read(pipe, &error, sizeof error);
-    if (count == static_cast<ssize_t>(sizeof error)) return error;
-    if (count >= 0 || errno != EINTR) return 0;
-  }
-}
-
-std::string Describe(int error) { return std::generic_category().message(error); }
-
-StartResult Start(const std::vector<std::string>& arguments, Bond bond) {
+StartResult Start(std::vector<std::string> arguments, unsigned flags, GSpawnChildSetupFunc setup,
+                  const Streams& streams) {
   const std::optional<std::string> program =
       arguments.empty() ? std::nullopt : FindProgram(arguments.front());
-  if (!program) return {0, Describe(ENOENT)};
+  if (!program) return {0, std::make_error_code(std::errc::no_such_file_or_directory).message()};
+  if (!HasProgramFormat(*program))
+    return {0, std::make_error_code(std::errc::executable_format_error).message()};
+  arguments.insert(arguments.begin(), *program);  // the file; the list with its name follows
   std::vector<char*> list;
   list.reserve(arguments.size() + 1);
-  for (const std::string& argument : arguments) list.push_back(const_cast<char*>(argument.c_str()));
+  for (std::string& argument : arguments) list.push_back(argument.data());
   list.push_back(nullptr);
 
-  std::array<int, 2> pipe = {};
-  if (pipe2(pipe.data(), O_CLOEXEC) != 0) return {0, Describe(errno)};
-  const Launch launch{program->c_str(), list.data(), pipe[1]};
-  const pid_t child = fork();
-  if (child == 0) {
-    if (bond == Bond::kDetached) ExecuteDetached(launch);
-    Execute(launch);
-  }
-  const int forkError = child < 0 ? errno : 0;
-  close(pipe[1]);
-  const int error = child < 0 ? forkError : ReadError(pipe[0]);
-  close(pipe[0]);
-  if (child > 0 && (error != 0 || bond == Bond::kDetached)) WaitForEnd(child);
-  if (error != 0) return {0, Describe(error)};
-  return {child, {}};
+  int processId = 0;
+  GError* error = nullptr;
+  g_spawn_async_with_pipes_and_fds(nullptr, list.data(), nullptr,
+                                   static_cast<GSpawnFlags>(flags | G_SPAWN_FILE_AND_ARGV_ZERO),
+                                   setup, nullptr, -1, streams.output, streams.errors, nullptr,
+                                   nullptr, 0, &processId, nullptr, nullptr, nullptr, &error);
+  const OwnedError owned(error);
+  if (owned) return {0, ReasonOf(*owned)};
+  return {processId, {}};
 }
 
 unsigned ExitCodeOf(int status) {
   return static_cast<unsigned>(WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status));
 }
 
-bool IsExecutable(const std::string& path) {
-  return FileExists(path) && access(path.c_str(), X_OK) == 0;
-}
-
 }  // namespace
 
+void BeginSession(void* /*unused*/) { setsid(); }
+
 std::optional<std::string> FindProgram(const std::string& name) {
-  if (name.empty()) return std::nullopt;
   if (name.find('/') != std::string::npos) return name;
-  const char* folders = std::getenv("PATH");
-  std::string_view rest = folders != nullptr ? folders : "/usr/local/bin:/usr/bin:/bin";
-  while (true) {
-    const std::string_view folder = rest.substr(0, rest.find(':'));
-    const std::string path = (folder.empty() ? "." : std::string(folder)) + "/" + name;
-    if (IsExecutable(path)) return path;
-    if (folder.size() == rest.size()) return std::nullopt;
-    rest.remove_prefix(folder.size() + 1);
-  }
+  const OwnedText path(g_find_program_in_path(name.c_str()));
+  if (!path) return std::nullopt;
+  return path.get();
 }
 
-StartResult StartProcess(const std::vector<std::string>& arguments) {
-  return Start(arguments, Bond::kChild);
+StartResult StartProcess(const std::vector<std::string>& arguments, const Streams& streams) {
+  const unsigned input = streams.output < 0 ? G_SPAWN_CHILD_INHERITS_STDIN : G_SPAWN_DEFAULT;
+  return Start(arguments, G_SPAWN_DO_NOT_REAP_CHILD | input, nullptr, streams);
 }
 
 std::string StartDetachedProcess(const std::vector<std::string>& arguments) {
-  return Start(arguments, Bond::kDetached).reason;
+  return Start(arguments, G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL, BeginSession, {})
+      .reason;
 }
 
 ProcessHandle OpenProcess(int processId) {

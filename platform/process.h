@@ -20,11 +20,19 @@ inline constexpr unsigned kStillActive = 259;
 /// when there is none.
 std::optional<std::string> FindProgram(const std::string& name);
 
+/// Where a program's standard output and standard error go: open file descriptors, -1 for those of
+/// this process.
+struct Streams {
+  int output = -1;
+  int errors = -1;
+};
+
 /// Starts a program as a child process with the given arguments, the first of which names it (see
-/// FindProgram). It inherits working directory, environment and standard streams; no other open
-/// file reaches it. A program that cannot be executed is known on return.
+/// FindProgram). It inherits working directory and environment, and the standard streams that
+/// `streams` leaves alone; one whose output goes elsewhere has nothing to read. No other open file
+/// reaches it. A program that cannot be executed is known on return.
 /// The child must be asked for its exit code until it has ended (see GetExitCodeProcess).
-StartResult StartProcess(const std::vector<std::string>& arguments);
+StartResult StartProcess(const std::vector<std::string>& arguments, const Streams& streams = {});
 
 /// Starts a program that lives on its own, in a session of its own, with no open file of this
 /// process and no standard streams. When it ends, nothing of it is left behind. The result is

@@ -1,27 +1,12 @@
 #pragma once
 
-#include <optional>
 #include <string>
-#include <vector>
 
 namespace platform {
 
-/// A program that the desktop has registered, as its entry tells.
-struct DesktopApplication {
-  std::string command;    // the entry's Exec line
-  std::string name;       // what %c stands for
-  std::string icon;       // what %i stands for; empty for none
-  std::string entryFile;  // what %k stands for
-  bool runsInTerminal = false;
-};
-
-/// The argument list that opens a file with an application: the Exec line taken apart by the
-/// quoting rules of the desktop entries, its field codes filled in. A line without a code for files
-/// gets the file as its last argument. Empty when the line cannot be taken apart.
-std::vector<std::string> ArgumentsToOpen(const DesktopApplication& application,
-                                         const std::string& file);
-
-/// The desktop's application for plain text; nothing when it has none.
-std::optional<DesktopApplication> TextViewer();
+/// Opens a file, given by its full path, in the desktop's application for plain text, as the
+/// application's desktop entry asks for it. The application lives on its own, as in
+/// StartDetachedProcess. The result is empty, or says why it could not be started.
+std::string OpenInTextViewer(const std::string& file);
 
 }  // namespace platform

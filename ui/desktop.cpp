@@ -84,15 +84,6 @@ std::vector<std::string> PlainArguments(const platform::CommandLine& command) {
   return arguments;
 }
 
-std::string StartTextViewer(const std::string& file) {
-  const std::optional<platform::DesktopApplication> viewer = platform::TextViewer();
-  if (!viewer) return "No program for text files (text/plain) is installed.";
-  const std::vector<std::string> arguments = platform::ArgumentsToOpen(*viewer, file);
-  if (arguments.empty()) return "The command of " + viewer->name + " is unusable.";
-  const std::string reason = platform::StartDetachedProcess(arguments);
-  return reason.empty() ? reason : arguments.front() + ": " + reason;
-}
-
 }  // namespace
 
 void ViewTextFile(Desktop& desktop, QWidget* owner, const std::string& file) {
@@ -153,7 +144,7 @@ std::string RealDesktop::StartDetached(const platform::CommandLine& command) {
     return platform::StartDetachedProcess(PlainArguments(command));
   const std::string file = platform::SystemPath(command.file).string();
   return HasSwitch(command, platform::kPrintSwitch) ? platform::StartDetachedProcess({"lp", file})
-                                                    : StartTextViewer(file);
+                                                    : platform::OpenInTextViewer(file);
 }
 
 void RealDesktop::OpenUrl(const QString& url) {

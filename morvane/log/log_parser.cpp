@@ -8,10 +8,10 @@
 #include <thread>
 #include <utility>
 
-#include "config/text.h"
 #include "morvane/log/game_builder.h"
 #include "morvane/log/log_line.h"
 #include "morvane/statistics/figures.h"
+#include "text/text.h"
 
 namespace morvane {
 namespace {
@@ -98,7 +98,7 @@ std::string_view TextAfterBy(std::string_view text) {
 }
 
 bool IsKey(std::string_view key, std::string_view name) {
-  return key.size() == name.size() && config::SameName(key, name);
+  return key.size() == name.size() && text::SameName(key, name);
 }
 
 Team TeamFrom(std::string_view value) {
@@ -334,7 +334,7 @@ void Parser::TeamScores(std::string_view text) {
 void Parser::Exit(std::string_view text) {
   Take(text, " ");
   text = text.substr(0, std::min(text.find(" hit"), kLongestWord));
-  game_.Exit(config::TrimBlanks(text));
+  game_.Exit(text::TrimBlanks(text));
 }
 
 void Parser::Damaged(std::string_view what) {

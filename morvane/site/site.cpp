@@ -12,7 +12,6 @@
 #include <utility>
 #include <vector>
 
-#include "config/text.h"
 #include "morvane/site/figure_data.h"
 #include "morvane/site/game_data.h"
 #include "morvane/site/map_data.h"
@@ -23,6 +22,7 @@
 #include "morvane/site/site_facts.h"
 #include "morvane/site/site_templates.h"
 #include "platform/files.h"
+#include "text/text.h"
 
 namespace morvane {
 namespace {
@@ -60,7 +60,7 @@ class Output {
  private:
   bool Claim(const std::string& name) {
     const std::lock_guard lock(mutex_);
-    return names_.insert(config::FoldCase(name)).second;
+    return names_.insert(text::FoldCase(name)).second;
   }
   void Fail(const std::string& text) {
     ++failed_;

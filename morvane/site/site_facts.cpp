@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "config/text.h"
 #include "morvane/site/palette.h"
 #include "morvane/statistics/names.h"
+#include "text/text.h"
 
 namespace morvane {
 namespace {
@@ -104,7 +104,7 @@ Label SiteFacts::EntrantLabel(const Entrant& entrant) const {
 }
 
 std::uint32_t SiteFacts::MapOf(const Game& game) const {
-  const std::string name = config::FoldCase(game.map);
+  const std::string name = text::FoldCase(game.map);
   const auto found =
       std::lower_bound(statistics.maps.begin(), statistics.maps.end(), name,
                        [](const Map& map, const std::string& wanted) { return map.name < wanted; });

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "config/text.h"
+#include "text/text.h"
 
 namespace morvane {
 namespace {
@@ -23,8 +23,8 @@ class Loader {
   std::optional<Template> One(const std::string& name) {
     Template loaded;
     TemplateFault fault;
-    if (config::TrimBlanks(name).empty()) return {};
-    if (loaded.Load(folder_, config::TrimBlanks(name), fault)) return loaded;
+    if (text::TrimBlanks(name).empty()) return {};
+    if (loaded.Load(folder_, text::TrimBlanks(name), fault)) return loaded;
     messages_.Severe(Log::kTemplates, fault.text, fault.file,
                      static_cast<std::size_t>(std::max(fault.line, 0)));
     return {};
@@ -49,7 +49,7 @@ class Loader {
     std::error_code error;
     for (fs::directory_iterator entry(folder_, error), end; !error && entry != end;
          entry.increment(error)) {
-      const std::string extension = config::FoldCase(entry->path().extension().string());
+      const std::string extension = text::FoldCase(entry->path().extension().string());
       const bool wanted =
           std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
       if (wanted) names.push_back(entry->path().filename().string());

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <system_error>
 
-#include "config/text.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "text/characters.h"
+#include "text/text.h"
 
 namespace morvane {
 namespace {
@@ -57,7 +58,7 @@ bool TemplateSource::Read(const fs::path& folder, std::string_view name, Templat
 
 bool TemplateSource::Append(const fs::path& path, int depth, TemplateFault& fault) {
   std::error_code error;
-  File file{path, depth, config::DecodeText(platform::ReadWholeFile(path, error))};
+  File file{path, depth, text::DecodeText(platform::ReadWholeFile(path, error))};
   if (error) {
     fault = {path.string(), 0, "the template cannot be read: " + error.message()};
     return false;
@@ -91,7 +92,7 @@ bool TemplateSource::AppendTag(File& file, std::size_t start, TemplateFault& fau
     end = std::min(file.LineEnd(end) + 1, file.text.size());
     text_.erase(text_.find_last_not_of(" \t") + 1);
   }
-  if (kind == '>' && !Include(file, start, config::TrimBlanks(content), fault)) return false;
+  if (kind == '>' && !Include(file, start, text::TrimBlanks(content), fault)) return false;
   if (kind == '!' && file.depth == 0) Note(content);
   file.position = end;
   return true;
@@ -123,8 +124,8 @@ void TemplateSource::AppendText(const File& file, std::size_t start, std::size_t
 void TemplateSource::Note(std::string_view comment) {
   const std::size_t colon = comment.find(':');
   if (colon == comment.npos) return;
-  const std::string name = config::FoldCase(config::TrimBlanks(comment.substr(0, colon)));
-  notes_.emplace(name, config::TrimBlanks(comment.substr(colon + 1)));
+  const std::string name = text::FoldCase(text::TrimBlanks(comment.substr(0, colon)));
+  notes_.emplace(name, text::TrimBlanks(comment.substr(colon + 1)));
 }
 
 TemplateFault TemplateSource::FaultAt(std::size_t position, std::string text) const {

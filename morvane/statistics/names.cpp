@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "config/text.h"
+#include "text/characters.h"
+#include "text/text.h"
 
 namespace morvane {
 namespace {
@@ -139,7 +140,7 @@ bool IsFileCharacter(char c) {
 }  // namespace
 
 std::vector<NameRun> SplitColours(std::string_view name) {
-  const std::string decoded = config::DecodeText(name);
+  const std::string decoded = text::DecodeText(name);
   std::vector<NameRun> runs;
   int colour = -1;
   Reader reader(decoded);
@@ -163,7 +164,7 @@ std::string NameText(std::string_view name) {
 std::string PlayerKey(std::string_view name) { return LowerCase(NameText(name)); }
 
 std::string LowerCase(std::string_view text) {
-  std::string lower = config::FoldCase(text);
+  std::string lower = text::FoldCase(text);
   // In UTF-8 the capitals U+00C0 to U+00DE are C3 80 to C3 9E, their small letters 20 higher;
   // U+00D7 is the multiplication sign.
   for (std::size_t i = 1; i < lower.size(); ++i) {
@@ -218,7 +219,7 @@ std::string EscapeHtml(std::string_view text) {
 
 std::string PageText(std::string_view bytes) {
   std::string text;
-  AppendVisible(text, config::DecodeText(bytes));
+  AppendVisible(text, text::DecodeText(bytes));
   return text;
 }
 

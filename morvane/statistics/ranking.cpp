@@ -8,9 +8,9 @@
 #include <system_error>
 #include <utility>
 
-#include "config/text.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "text/text.h"
 
 namespace morvane {
 namespace {
@@ -48,7 +48,7 @@ Ranking::Ranking(std::string_view rules, std::string file, Messages& messages)
     std::string_view line = rules.substr(0, end);
     rules.remove_prefix(std::min(end + 1, rules.size()));
     if (line.ends_with('\r')) line.remove_suffix(1);
-    line = config::TrimBlanks(WithoutComment(line));
+    line = text::TrimBlanks(WithoutComment(line));
     if (!line.empty()) AddRule(line, number);
   }
 }
@@ -61,7 +61,7 @@ void Ranking::AddRule(std::string_view line, std::size_t number) {
   };
   const std::size_t equals = line.find('=');
   if (equals == line.npos) return refuse("no \"=\" in \"" + std::string(line) + "\"");
-  const std::string_view name = config::TrimBlanks(line.substr(0, equals));
+  const std::string_view name = text::TrimBlanks(line.substr(0, equals));
   const auto* event = std::find(kEventNames.begin(), kEventNames.end(), name);
   if (event == kEventNames.end()) return refuse("unknown event \"" + std::string(name) + "\"");
   std::unique_ptr<Rule>& place = rules_[static_cast<std::size_t>(event - kEventNames.begin())];

@@ -7,10 +7,10 @@
 #include <unordered_map>
 #include <utility>
 
-#include "config/text.h"
 #include "morvane/statistics/figures.h"
 #include "morvane/statistics/names.h"
 #include "morvane/statistics/ranking.h"
+#include "text/text.h"
 
 namespace morvane {
 namespace {
@@ -216,7 +216,7 @@ void AddMaps(const Settings& settings, Statistics& statistics) {
   std::vector<Totals> totals;
   for (std::size_t i = 0; i < statistics.games.size(); ++i) {
     const Game& game = statistics.games[i];
-    const std::string name = config::FoldCase(game.map);
+    const std::string name = text::FoldCase(game.map);
     const auto [known, isNew] = byName.try_emplace(name, totals.size());
     if (isNew) {
       statistics.maps.emplace_back().name = name;

@@ -6,10 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "config/text.h"
+#include "text/text.h"
 
 namespace config {
 namespace {
+
+using text::FoldCase;
 
 TEST(Settings, NoKeyStandsTwice) {
   std::set<std::string> keys;
@@ -19,18 +21,6 @@ TEST(Settings, NoKeyStandsTwice) {
       EXPECT_TRUE(keys.insert(FoldCase(setting.section) + "/" + std::string(key)).second) << key;
     }
   }
-}
-
-TEST(Text, NumbersAsPeopleWriteThem) {
-  const std::initializer_list<std::pair<const char*, int>> cases = {
-      {"", 0},       {"yes", 0},
-      {"1", 1},      {"01", 1},
-      {" +2 ", 2},   {"-3", -3},
-      {"2.5", 2},    {"3.5", 4},
-      {"1e3", 1000}, {"nan", 0},
-      {"inf", 0},    {"5 apples", 0},
-      {"+-5", 0},    {"99999999999", 2147483647}};
-  for (const auto& [text, number] : cases) EXPECT_EQ(WholeNumberOf(text), number) << text;
 }
 
 /// The settings file with the given bytes, on a disk of its own.
