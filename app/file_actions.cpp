@@ -9,7 +9,7 @@
 
 namespace app {
 
-bool cmdSave_Click(frmMain& window) {
+bool Save(frmMain& window) {
   if (window.CurrentActivity() == Activity::kSaving) return false;
   std::string failure;
   {
@@ -26,14 +26,23 @@ bool cmdSave_Click(frmMain& window) {
   return true;
 }
 
-void mnuFileSave_Click(frmMain& window) { cmdSave_Click(window); }
+void cmdSave_Click(const Context& context) { Save(context.main); }
 
-void cmdDefaults_Click(frmMain& window) {
-  if (editor::ConfirmAndRestoreDefaults(window, window.Desktop())) {
-    window.SetStatus("Defaults Restored.");
+void mnuFileSave_Click(const Context& context) { cmdSave_Click(context); }
+
+void cmdDefaults_Click(const Context& context) {
+  if (editor::ConfirmAndRestoreDefaults(context.window, context.desktop)) {
+    context.main.SetStatus("Defaults Restored.");
   }
 }
 
-void mnuFileDefaults_Click(frmMain& window) { cmdDefaults_Click(window); }
+void mnuFileDefaults_Click(const Context& context) { cmdDefaults_Click(context); }
+
+void cmdClose_Click(const Context& context) {
+  context.main.SaveWindowState();
+  context.main.close();
+}
+
+void mnuFileExit_Click(const Context& context) { cmdClose_Click(context); }
 
 }  // namespace app

@@ -19,7 +19,7 @@ LayoutRows TemplatesLayout();
 LayoutRows UserVarsLayout();
 LayoutRows AboutLayout();
 
-/// The explanation beside the colour buttons of two tabs.
+/// The explanation beside the color buttons of two tabs.
 inline constexpr const char* kColorHint =
     "To modify a color, click the desired button and choose a color.  Once the desired color is "
     "selected, press the OK button.  The button will now reflect your color choice.";

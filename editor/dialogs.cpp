@@ -14,11 +14,8 @@ std::optional<QString> FileDialog::Show() {
   return chosen;
 }
 
-Dialogs::Dialogs(ui::Desktop& desktopToUse, QWidget& window)
-    : desktop(desktopToUse),
-      CColorDialog(desktop, window),
-      CDialog(desktop, window),
-      CLogDialog(desktop, window) {
+Dialogs::Dialogs(ui::Desktop& desktop, QWidget& window)
+    : CColorDialog(desktop, window), CDialog(desktop, window), CLogDialog(desktop, window) {
   CLogDialog.SetTitle("Select Quake 3 Arena Log File");
   CLogDialog.SetFilter("Log Files (*.log) |*.log|All Files (*.*)|*.*");
   CLogDialog.SetDefaultExtension("*.log");

@@ -11,7 +11,7 @@
 
 namespace editor {
 
-/// Qt property of a colour button: its colour value, 0x00BBGGRR.
+/// Qt property of a color button: its color value, 0x00BBGGRR.
 inline constexpr char kBackColor[] = "BackColor";
 
 /// The text without the spaces (U+0020 only) at both ends.

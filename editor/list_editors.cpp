@@ -37,48 +37,60 @@ void AddListEntry(QListWidget& list, QLineEdit& entry) {
   entry.clear();
 }
 
-void cmdAddLog_Click(QWidget& window) { AddTo(window, "lstLogFiles", "txtLogFilePath"); }
-
-void cmdRemovelog_Click(QWidget& window) { RemoveFrom(window, "lstLogFiles"); }
-
-void cmdAddMainTemplate_Click(QWidget& window) { AddTo(window, "lstTemplates", "txtTemplate"); }
-
-void cmdRemoveMainTemplate_Click(QWidget& window) { RemoveFrom(window, "lstTemplates"); }
-
-void cmdAddMapTemplate_Click(QWidget& window) {
-  AddTo(window, "lstMapTemplates", "txtMapTemplate");
+void cmdAddLog_Click(const Context& context) {
+  AddTo(context.window, "lstLogFiles", "txtLogFilePath");
 }
 
-void cmdRemoveMapTemplate_Click(QWidget& window) { RemoveFrom(window, "lstMapTemplates"); }
+void cmdRemovelog_Click(const Context& context) { RemoveFrom(context.window, "lstLogFiles"); }
 
-void cmdAddGameTemplate_Click(QWidget& window) {
-  AddTo(window, "lstGameTemplates", "txtGameTemplate");
+void cmdAddMainTemplate_Click(const Context& context) {
+  AddTo(context.window, "lstTemplates", "txtTemplate");
 }
 
-void cmdRemoveGameTemplate_Click(QWidget& window) { RemoveFrom(window, "lstGameTemplates"); }
+void cmdRemoveMainTemplate_Click(const Context& context) {
+  RemoveFrom(context.window, "lstTemplates");
+}
 
-void cmdAddUserVar_Click(QWidget& window) {
-  auto& name = Control<QLineEdit>(window, "txtVariable");
-  auto& value = Control<QLineEdit>(window, "txtValue");
+void cmdAddMapTemplate_Click(const Context& context) {
+  AddTo(context.window, "lstMapTemplates", "txtMapTemplate");
+}
+
+void cmdRemoveMapTemplate_Click(const Context& context) {
+  RemoveFrom(context.window, "lstMapTemplates");
+}
+
+void cmdAddGameTemplate_Click(const Context& context) {
+  AddTo(context.window, "lstGameTemplates", "txtGameTemplate");
+}
+
+void cmdRemoveGameTemplate_Click(const Context& context) {
+  RemoveFrom(context.window, "lstGameTemplates");
+}
+
+void cmdAddUserVar_Click(const Context& context) {
+  auto& name = Control<QLineEdit>(context.window, "txtVariable");
+  auto& value = Control<QLineEdit>(context.window, "txtValue");
   if (value.text().isEmpty()) return;
-  Control<QTreeWidget>(window, "lvwUserVars")
+  Control<QTreeWidget>(context.window, "lvwUserVars")
       .addTopLevelItem(new QTreeWidgetItem({name.text(), value.text()}));
   name.clear();
   value.clear();
 }
 
-void cmdRemoveUserVar_Click(QWidget& window) { RemoveFrom(window, "lvwUserVars"); }
+void cmdRemoveUserVar_Click(const Context& context) { RemoveFrom(context.window, "lvwUserVars"); }
 
-void Command4_Click(QWidget& window, Dialogs& dialogs) {
-  const std::optional<int> color = dialogs.CColorDialog.Show();
-  auto& level = Control<QLineEdit>(window, "txtMinHiliteLevel");
+void Command4_Click(const Context& context) {
+  const std::optional<int> color = context.dialogs.CColorDialog.Show();
+  auto& level = Control<QLineEdit>(context.window, "txtMinHiliteLevel");
   if (!color || level.text().isEmpty()) return;
   const std::string code = config::ColorToHtml(std::to_string(*color));
-  Control<QTreeWidget>(window, "lvwHiliteLevels")
+  Control<QTreeWidget>(context.window, "lvwHiliteLevels")
       .insertTopLevelItem(0, new QTreeWidgetItem({level.text(), QString::fromStdString(code)}));
   level.clear();
 }
 
-void cmdRemoveHiLiteLevel_Click(QWidget& window) { RemoveFrom(window, "lvwHiliteLevels"); }
+void cmdRemoveHiLiteLevel_Click(const Context& context) {
+  RemoveFrom(context.window, "lvwHiliteLevels");
+}
 
 }  // namespace editor

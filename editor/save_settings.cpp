@@ -44,49 +44,51 @@ void CopyBackgroundImage(QWidget& window) {
   if (platform::HasSeparator(image)) CopyInto(images, image);
 }
 
-void WriteEntries(const QWidget& window, const config::Setting& setting, config::modIni& ini) {
+void WriteEntries(const QWidget& window, const config::Setting& setting,
+                  config::SettingsFile& file) {
   int number = 0;
   for (const config::Entry& entry : EntriesOf(window, setting)) {
     const std::string index = std::to_string(number++);
-    ini.WriteIni(setting.section, std::string(setting.key) + index, entry.first);
+    file.WriteIni(setting.section, std::string(setting.key) + index, entry.first);
     if (setting.secondKey.empty()) continue;
     const std::string_view second =
         setting.secondConstant.empty() ? entry.second : setting.secondConstant;
-    ini.WriteIni(setting.section, std::string(setting.secondKey) + index, second);
+    file.WriteIni(setting.section, std::string(setting.secondKey) + index, second);
   }
 }
 
-void WriteUserVars(const QWidget& window, const config::Setting& setting, config::modIni& ini) {
+void WriteUserVars(const QWidget& window, const config::Setting& setting,
+                   config::SettingsFile& file) {
   for (const config::Entry& variable : EntriesOf(window, setting)) {
-    ini.WriteIni(setting.section, variable.first, variable.second);
+    file.WriteIni(setting.section, variable.first, variable.second);
   }
 }
 
-void WriteSettings(const QWidget& window, config::modIni& ini) {
+void WriteSettings(const QWidget& window, config::SettingsFile& file) {
   for (const config::Setting& setting : config::Settings()) {
     switch (setting.encoding) {
       case config::Encoding::kEntries:
-        WriteEntries(window, setting, ini);
+        WriteEntries(window, setting, file);
         break;
       case config::Encoding::kUserVariables:
-        WriteUserVars(window, setting, ini);
+        WriteUserVars(window, setting, file);
         break;
       default:
-        ini.WriteIni(setting.section, setting.key, ValueOf(window, setting));
+        file.WriteIni(setting.section, setting.key, ValueOf(window, setting));
     }
   }
 }
 
 }  // namespace
 
-std::string SaveSettings(QWidget& window, config::modIni& ini,
+std::string SaveSettings(QWidget& window, const config::modIni& ini,
                          const std::function<void()>& pumpEvents) {
-  config::modIni::Stage stage(ini);
-  config::ClearSections(ini, pumpEvents);
+  config::SettingsFile file = ini.Load();
+  config::ClearSections(file, pumpEvents);
   CopyBackgroundImage(window);
-  WriteSettings(window, ini);
-  ini.SpaceHeaders();
-  return stage.Commit();
+  WriteSettings(window, file);
+  file.SpaceHeaders();
+  return file.Store();
 }
 
 }  // namespace editor

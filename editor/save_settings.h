@@ -15,7 +15,7 @@ namespace editor {
 /// before the fields are read.
 /// The result is empty, or says for a message to the user why the file could not be written; the
 /// old file stands then. What goes wrong with the image is silent.
-std::string SaveSettings(QWidget& window, config::modIni& ini,
+std::string SaveSettings(QWidget& window, const config::modIni& ini,
                          const std::function<void()>& pumpEvents);
 
 }  // namespace editor

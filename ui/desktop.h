@@ -61,7 +61,7 @@ class Desktop {
 };
 
 /// Opens a text file in the desktop's viewer and does not wait for it. A viewer that cannot be
-/// started is told to the user, with the command and the reason.
+/// started is told to the user, with the file and the reason.
 void ViewTextFile(Desktop& desktop, QWidget* owner, const std::string& file);
 
 /// The desktop that the user sits at.

@@ -18,7 +18,10 @@ TEST_F(MainTest, OpensTheWindowOnTheSettingsFile) {
   const auto window = Start();
   ASSERT_NE(window, nullptr);
   EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(app::MainWindow(), window.get());
   EXPECT_TRUE(desktop.messages.empty());
+  window->close();
+  EXPECT_EQ(app::MainWindow(), nullptr);
 }
 
 TEST_F(MainTest, TellsWhereAMissingFileBelongs) {

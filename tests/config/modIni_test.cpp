@@ -7,6 +7,8 @@
 #include <string>
 #include <sys/stat.h>
 
+#include "tests/support/other_user.h"
+
 namespace config {
 namespace {
 
@@ -64,22 +66,20 @@ TEST_F(ModIni, LeavesAnUnchangedFileAlone) {
   EXPECT_EQ(fs::last_write_time(Config()), before);
 }
 
-TEST_F(ModIni, AStageIsAllOrNothing) {
+TEST_F(ModIni, ALoadedFileIsAValue) {
   Write("[a]\nk=1\n");
-  modIni ini(directory_);
-  {
-    modIni::Stage stage(ini);
-    ini.WriteIni("a", "k", "2");
-    EXPECT_EQ(ini.ReadIni("a", "k"), "2");
-    EXPECT_EQ(Bytes(), "[a]\nk=1\n");
-  }
-  EXPECT_EQ(ini.ReadIni("a", "k"), "1") << "left without a commit";
-  modIni::Stage stage(ini);
-  ini.ClearSection("a");
-  ini.WriteIni("a", "j", "3");
-  EXPECT_EQ(stage.Commit(), "");
+  SettingsFile file(directory_);
+  file.ClearSection("a");
+  file.WriteIni("a", "j", "3");
+  EXPECT_EQ(file.ReadIni("a", "j"), "3");
+  SettingsFile other = file;
+  other.WriteIni("a", "j", "4");
+  EXPECT_EQ(file.ReadIni("a", "j"), "3");
+  EXPECT_EQ(Bytes(), "[a]\nk=1\n") << "nothing is written before it is stored";
+  EXPECT_EQ(file.Store(), "");
   EXPECT_EQ(Bytes(), "\n\n[a]\nj=3\n");
   EXPECT_EQ(FilesInDirectory(), 1U);
+  EXPECT_EQ(other.ReadIni("a", "j"), "4");
 }
 
 TEST_F(ModIni, KeepsPermissionsAndLinks) {
@@ -95,10 +95,9 @@ TEST_F(ModIni, KeepsPermissionsAndLinks) {
 
 TEST_F(ModIni, SaysWhyAFileCannotBeWritten) {
   const auto reasonFor = [&] {
-    modIni ini(directory_);
-    modIni::Stage stage(ini);
-    ini.WriteIni("a", "k", "2");
-    return stage.Commit();
+    SettingsFile file(directory_);
+    file.WriteIni("a", "k", "2");
+    return file.Store();
   };
   Write("[a]\nk=1\n");
   fs::permissions(Config(), fs::perms(0444));
@@ -118,6 +117,21 @@ TEST_F(ModIni, SaysWhyAFileCannotBeWritten) {
   fs::remove(Config());
   fs::create_symlink("morvane.cfg", Config());
   EXPECT_NE(reasonFor(), "");
+}
+
+TEST_F(ModIni, AFileThatCannotBeReadIsNotWritten) {
+  Write("[a]\nk=1\n");
+  support::GiveToOtherUser(directory_);
+  fs::permissions(Config(), fs::perms::owner_write);
+  support::AsOtherUser([&] {
+    SettingsFile file(directory_);
+    EXPECT_EQ(file.LoadFailure(), "Permission denied");
+    file.WriteIni("a", "k", "2");
+    EXPECT_EQ(file.Store(), "Permission denied");
+    modIni(directory_).WriteIni("a", "k", "2");
+    EXPECT_EQ(modIni(directory_).ReadIni("a", "k"), "");
+  });
+  EXPECT_EQ(Bytes(), "[a]\nk=1\n");
 }
 
 }  // namespace

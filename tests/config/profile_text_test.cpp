@@ -26,6 +26,7 @@ TEST(ProfileText, ReadsAValue) {
       {"double quotes", "[Main]\nkey=\" a \"\n", " a "},
       {"single quotes, one pair only", "[Main]\nkey=''a''\n", "'a'"},
       {"quotes that do not match", "[Main]\nkey=\"a'\n", "\"a'"},
+      {"nothing in quotes", "[Main]\nkey=\"\"\n", ""},
       {"one quote", "[Main]\nkey=\"\n", "\""},
       {"commented out", "[Main]\n;key=1\n//key=2\n ;key=3\nkey=4\n", "4"},
       {"lone carriage returns", "[Main]\rkey=1\rkey2=2\r", "1"},

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "config/text.h"
+#include "config/user_vars.h"
 
 namespace config {
 namespace {
@@ -46,15 +47,14 @@ class Lists : public testing::Test {
 };
 
 TEST_F(Lists, CountsDecideHowManyEntriesThereAre) {
-  modIni ini(directory_);
-  modIni::Stage stage(ini);
-  ini.WriteIni("Logs", "logpath0", "a");
-  ini.WriteIni("Logs", "logpath1", "");
-  ini.WriteIni("Logs", "logpath3", "d");
-  ini.WriteIni("Logs", "logtype0", "1000");
+  SettingsFile file(directory_);
+  file.WriteIni("Logs", "logpath0", "a");
+  file.WriteIni("Logs", "logpath1", "");
+  file.WriteIni("Logs", "logpath3", "d");
+  file.WriteIni("Logs", "logtype0", "1000");
   const auto read = [&](const char* count) {
-    ini.WriteIni("Logs", "number_of_logs", count);
-    return ReadEntries(ini, "LOGS", "number_of_logs", "logpath", "logtype");
+    file.WriteIni("Logs", "number_of_logs", count);
+    return ReadEntries(file, "LOGS", "number_of_logs", "logpath", "logtype");
   };
   EXPECT_EQ(read("1"), (std::vector<Entry>{{"a", "1000"}}));
   EXPECT_EQ(read("3"), (std::vector<Entry>{{"a", "1000"}, {}, {}}));
@@ -67,16 +67,26 @@ TEST_F(Lists, CountsDecideHowManyEntriesThereAre) {
 }
 
 TEST_F(Lists, UserVariablesKeepTheirOrder) {
-  modIni ini(directory_);
-  modIni::Stage stage(ini);
+  SettingsFile file(directory_);
   for (const auto& [name, value] : {std::pair{"b", "1"}, {"a", "x, y"}, {"c=d", "v"}}) {
-    ini.WriteIni("User Vars", name, value);
+    file.WriteIni("User Vars", name, value);
   }
-  EXPECT_EQ(LoadUserVars(ini), (std::vector<Entry>{{"b", "1"}, {"a", "x, y"}, {"c", "d=v"}}));
+  EXPECT_EQ(LoadUserVars(file), (std::vector<Entry>{{"b", "1"}, {"a", "x, y"}, {"c", "d=v"}}));
   int pumps = 0;
-  ClearSections(ini, [&] { ++pumps; });
-  EXPECT_EQ(LoadUserVars(ini).size(), 0U);
+  ClearSections(file, [&] { ++pumps; });
+  EXPECT_EQ(LoadUserVars(file).size(), 0U);
   EXPECT_EQ(pumps, 14);
+}
+
+TEST_F(Lists, EverySectionOfASettingIsEmptied) {
+  SettingsFile file(directory_);
+  for (const Setting& setting : Settings()) file.WriteIni(setting.section, "stale", "x");
+  file.WriteIni("Other", "stale", "x");
+  ClearSections(file, [] {});
+  for (const Setting& setting : Settings()) {
+    EXPECT_FALSE(file.HasKey(setting.section, "stale")) << setting.section;
+  }
+  EXPECT_TRUE(file.HasKey("Other", "stale"));
 }
 
 }  // namespace

@@ -217,7 +217,7 @@ TEST_F(Save, ReadsTheFieldsAfterTheSectionsAreEmptied) {
 /// A process that saves two states in turn until it is killed, and says so after each save.
 class Saver {
  public:
-  Saver(QWidget& window, config::modIni& ini, QLineEdit& field) {
+  Saver(QWidget& window, const config::modIni& ini, QLineEdit& field) {
     EXPECT_EQ(pipe(pipe_.data()), 0);
     process_ = fork();
     for (int i = 0; process_ == 0; ++i) {

@@ -152,7 +152,7 @@ TEST_F(EngineTest, AProgramDirectoryOfAnyNameWorks) {
   const std::string odd = "a \"b\" $HOME; 'c' %f";
   WriteFile(odd + "/morvane.exe", "#!/bin/sh\necho \"$0\" > \"${0%/*}/seen\"\n");
   chmod(PathOf(odd + "/morvane.exe").c_str(), 0755);
-  EXPECT_TRUE(RunEngine(desktop, nullptr, PathOf(odd)));
+  EXPECT_EQ(RunEngine(desktop, PathOf(odd)), "");
   EXPECT_EQ(ReadFile(odd + "/seen"), PathOf(odd) + "/morvane.exe\n");
 }
 
