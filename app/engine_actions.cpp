@@ -10,13 +10,19 @@
 #include "ui/failure.h"
 
 namespace app {
+namespace {
+
+constexpr char kGenerating[] = "Generating Statistics...";
+
+}  // namespace
 
 void cmdMakeStats_Click(const Context& context) {
   frmMain& window = context.main;
+  if (window.CurrentActivity() == Activity::kRunning) window.SetStatus(kGenerating);
   if (window.CurrentActivity() != Activity::kIdle) return;
   if (!Save(window)) return;
   const ActivityScope running(window, Activity::kRunning);
-  window.SetStatus("Generating Statistics...");
+  window.SetStatus(kGenerating);
   const std::string failure = engine::RunEngine(context.desktop, context.programDirectory);
   if (!failure.empty()) {
     ui::TellFailure(context.desktop, &window,
@@ -31,6 +37,10 @@ void cmdMakeStats_Click(const Context& context) {
 void mnuFileGenerate_Click(const Context& context) { cmdMakeStats_Click(context); }
 
 void mnuFilePrint_Click(const Context& context) {
+  if (context.main.CurrentActivity() == Activity::kSaving) {
+    context.main.RequestPrint();
+    return;
+  }
   if (!Save(context.main)) return;
   engine::PrintConfiguration(context.desktop, context.programDirectory);
 }

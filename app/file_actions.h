@@ -4,10 +4,14 @@
 
 namespace app {
 
-/// Saves the settings and says so in the status bar; when the file cannot be written a message box
-/// says why instead. The result is true when the file holds the fields now. Called while a save
-/// handles window events, it leaves the work to that save: the result is false.
+/// Saves the settings and says so in the status bar; when the file cannot be written, or could not
+/// be read when the window was loaded, a message box says why instead. The result is true when the
+/// file holds the fields now. Called while a save handles window events, it leaves the work to that
+/// save: the result is false.
 bool Save(frmMain& window);
+
+/// Tells the user why the window could not be loaded and what it does not do therefore.
+void TellLoadFailure(frmMain& window);
 
 void cmdSave_Click(const Context& context);
 void mnuFileSave_Click(const Context& context);

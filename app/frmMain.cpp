@@ -16,6 +16,7 @@
 #include "app/layout.h"
 #include "app/menus.h"
 #include "app/modMain.h"
+#include "editor/list_editors.h"
 #include "editor/load_settings.h"
 #include "editor/switches.h"
 #include "ui/controls.h"
@@ -61,7 +62,7 @@ std::optional<bool> ToBoolean(const QString& text) {
 void BuildLayout(QWidget& area) {
   for (const LayoutRows& rows :
        {WindowLayout(), MainLayout(), LogsLayout(), GameLayout(), HtmlLayout(), KillTablesLayout(),
-        TemplatesLayout(), UserVarsLayout(), AboutLayout()}) {
+        TemplatesLayout(), UserVarsLayout(), AboutLayout(), StripLayout()}) {
     ui::BuildControls(area, rows);
   }
 }
@@ -94,6 +95,7 @@ frmMain::frmMain(const config::modIni& ini, ui::Desktop& desktop, QSettings& set
   layout()->setSizeConstraint(QLayout::SetFixedSize);
   BuildMenus(*this);
   BuildLayout(*centralWidget());
+  editor::ShowEntriesOnOneLine(*this);
   auto& tabs = Control<QTabWidget>(*this, "SSTab1");
   tabs.setCurrentIndex(kAboutTab);
   tabs.setFocus();
@@ -113,7 +115,9 @@ void frmMain::Form_Load() {
   setWindowTitle("Quillon's Vantorel v" + ShortVersion());
   Control<QLabel>(*this, "lblSplashVersion").setText("Version " + ShortVersion());
   Control<QAction>(*this, "mnuHelpAbout").setText("About Vantorel...");
-  editor::LoadSettings(*this, ini_.Load());
+  const config::SettingsFile file = ini_.Load();
+  loadFailure_ = file.LoadFailure();
+  editor::LoadSettings(*this, file);
   editor::UpdateCustomRank(*this);
   SetStatus("Ready.");
 }

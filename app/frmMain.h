@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <utility>
 
 #include <QMainWindow>
 #include <QSettings>
@@ -35,6 +37,14 @@ class frmMain : public QMainWindow {
   /// What goes on; changed by an ActivityScope only.
   Activity CurrentActivity() const { return activity_; }
 
+  /// Why the settings file could not be read when the window was loaded; empty when it was read.
+  const std::string& LoadFailure() const { return loadFailure_; }
+
+  /// Asks the save in progress to print the file when it is done; whether that was asked for, and
+  /// is now answered.
+  void RequestPrint() { printRequested_ = true; }
+  bool TakePrintRequest() { return std::exchange(printRequested_, false); }
+
   /// Puts a text into the second panel of the status bar, whether the bar is shown or not.
   void SetStatus(const QString& text);
 
@@ -65,6 +75,8 @@ class frmMain : public QMainWindow {
   editor::Dialogs dialogs_;
   editor::EditMenu editMenu_;
   Activity activity_ = Activity::kIdle;
+  std::string loadFailure_;
+  bool printRequested_ = false;
   std::int16_t FixedHeight;  // height in force, in twips, frame and menu bar included
 };
 

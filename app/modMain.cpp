@@ -2,6 +2,7 @@
 
 #include <QPointer>
 
+#include "app/file_actions.h"
 #include "platform/files.h"
 
 namespace app {
@@ -23,6 +24,7 @@ std::unique_ptr<frmMain> Main(const config::modIni& ini, ui::Desktop& desktop,
     auto window = std::make_unique<frmMain>(ini, desktop, settings);
     mainWindow = window.get();
     window->show();
+    if (!window->LoadFailure().empty()) TellLoadFailure(*window);
     return window;
   }
   const QString file = QString::fromUtf8(config::kConfigFileName.data(),

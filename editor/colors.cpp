@@ -10,7 +10,8 @@ using ui::Control;
 
 void PickColor(QWidget& button, Dialogs& dialogs) {
   dialogs.CColorDialog.SetColor(button.property(kBackColor).toInt());
-  if (const auto chosen = dialogs.CColorDialog.Show()) button.setProperty(kBackColor, *chosen);
+  if (const auto chosen = dialogs.CColorDialog.Show(button.accessibleName()))
+    button.setProperty(kBackColor, *chosen);
 }
 
 void cmdTextColor_Click(const Context& context) {

@@ -6,7 +6,8 @@
 
 namespace editor {
 
-/// Lets the user choose the color of a color button; the dialog opens on the color that it has.
+/// Lets the user choose the color of a color button; the dialog opens on the color that it has,
+/// titled by the button's accessible name.
 /// A cancelled dialog leaves the button as it was.
 void PickColor(QWidget& button, Dialogs& dialogs);
 

@@ -2,8 +2,8 @@
 
 namespace editor {
 
-std::optional<int> ColorDialog::Show() {
-  const std::optional<int> chosen = desktop_.ChooseColor(&owner_, color_);
+std::optional<int> ColorDialog::Show(const QString& title) {
+  const std::optional<int> chosen = desktop_.ChooseColor(&owner_, color_, title);
   if (chosen) color_ = *chosen;
   return chosen;
 }

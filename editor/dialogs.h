@@ -17,8 +17,9 @@ class ColorDialog {
   /// The color (0x00BBGGRR) that the next showing opens with; black at first.
   void SetColor(int color) { color_ = color; }
 
-  /// Shows the dialog. The chosen color, nothing when the user cancels.
-  std::optional<int> Show();
+  /// Shows the dialog, titled by the color that is chosen with it. The chosen color, nothing when
+  /// the user cancels.
+  std::optional<int> Show(const QString& title);
 
  private:
   ui::Desktop& desktop_;

@@ -1,13 +1,17 @@
 #include "editor/list_editors.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
 #include <QAbstractItemModel>
 #include <QItemSelectionModel>
+#include <QRegularExpression>
+#include <QStyledItemDelegate>
 #include <QTreeWidget>
 
 #include "config/colors.h"
+#include "config/settings.h"
 #include "editor/fields.h"
 #include "ui/controls.h"
 
@@ -24,16 +28,45 @@ void RemoveFrom(QWidget& window, const char* list) {
   auto& view = Control<QAbstractItemView>(window, list);
   const QModelIndexList selected = view.selectionModel()->selectedRows();
   if (selected.isEmpty()) return;
-  view.model()->removeRow(selected.first().row());
+  const int row = selected.first().row();
+  view.model()->removeRow(row);
   // The view would select the neighbour of the entry that went.
-  view.selectionModel()->clear();
+  view.selectionModel()->clearSelection();
+  const int place = std::min(row, view.model()->rowCount() - 1);
+  view.selectionModel()->setCurrentIndex(view.model()->index(place, 0),
+                                         QItemSelectionModel::NoUpdate);
 }
 
+void ScrollTo(QAbstractItemView& view, int row) { view.scrollTo(view.model()->index(row, 0)); }
+
+/// Draws an entry on one line; the entry keeps its line breaks.
+class OneLineDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  QString displayText(const QVariant& value, const QLocale& /*locale*/) const override {
+    static const QRegularExpression lineBreak("\r\n|[\r\n\u2028\u2029]");
+    return value.toString().replace(lineBreak, " ");
+  }
+};
+
 }  // namespace
+
+void ShowEntriesOnOneLine(QWidget& window) {
+  for (const config::Setting& setting : config::Settings()) {
+    if (setting.encoding != config::Encoding::kEntries &&
+        setting.encoding != config::Encoding::kUserVariables) {
+      continue;
+    }
+    auto& view = Control<QAbstractItemView>(window, ToQt(setting.field));
+    view.setItemDelegate(new OneLineDelegate(&view));
+  }
+}
 
 void AddListEntry(QListWidget& list, QLineEdit& entry) {
   if (entry.text().isEmpty()) return;
   list.insertItem(0, TrimSpaces(entry.text()));
+  ScrollTo(list, 0);
   entry.clear();
 }
 
@@ -71,8 +104,9 @@ void cmdAddUserVar_Click(const Context& context) {
   auto& name = Control<QLineEdit>(context.window, "txtVariable");
   auto& value = Control<QLineEdit>(context.window, "txtValue");
   if (value.text().isEmpty()) return;
-  Control<QTreeWidget>(context.window, "lvwUserVars")
-      .addTopLevelItem(new QTreeWidgetItem({name.text(), value.text()}));
+  auto& list = Control<QTreeWidget>(context.window, "lvwUserVars");
+  list.addTopLevelItem(new QTreeWidgetItem({name.text(), value.text()}));
+  ScrollTo(list, list.topLevelItemCount() - 1);
   name.clear();
   value.clear();
 }
@@ -80,12 +114,13 @@ void cmdAddUserVar_Click(const Context& context) {
 void cmdRemoveUserVar_Click(const Context& context) { RemoveFrom(context.window, "lvwUserVars"); }
 
 void Command4_Click(const Context& context) {
-  const std::optional<int> color = context.dialogs.CColorDialog.Show();
+  const std::optional<int> color = context.dialogs.CColorDialog.Show("Highlight Color");
   auto& level = Control<QLineEdit>(context.window, "txtMinHiliteLevel");
   if (!color || level.text().isEmpty()) return;
   const std::string code = config::ColorToHtml(std::to_string(*color));
-  Control<QTreeWidget>(context.window, "lvwHiliteLevels")
-      .insertTopLevelItem(0, new QTreeWidgetItem({level.text(), QString::fromStdString(code)}));
+  auto& list = Control<QTreeWidget>(context.window, "lvwHiliteLevels");
+  list.insertTopLevelItem(0, new QTreeWidgetItem({level.text(), QString::fromStdString(code)}));
+  ScrollTo(list, 0);
   level.clear();
 }
 

@@ -8,8 +8,12 @@
 namespace editor {
 
 // The add and remove buttons of the six lists. Nothing is checked and nothing is reported; the
-// file changes with the next save only. Removing takes the selected entry away and leaves none
-// selected; without a selection nothing happens.
+// file changes with the next save only. A new entry is scrolled into view. Removing takes the
+// selected entry away and leaves none selected, but the keyboard's place in the list stays; without
+// a selection nothing happens.
+
+/// Makes the lists of a window show an entry that holds line breaks on one line.
+void ShowEntriesOnOneLine(QWidget& window);
 
 /// Puts the text of an entry field, without the spaces around it, at the top of a list box and
 /// empties the field; nothing when the field is empty.

@@ -2,11 +2,13 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include <QLineEdit>
 
 #include "config/settings.h"
 #include "config/text.h"
+#include "config/user_vars.h"
 #include "editor/fields.h"
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -39,8 +41,8 @@ void CopyBackgroundImage(QWidget& window) {
 
   QLineEdit& field = ui::Control<QLineEdit>(window, "txtBkgndImage");
   const std::string text = field.text().toStdString();
-  const std::string image(config::TrimBlanks(text));
-  if (image != text) field.setText(QString::fromStdString(image));
+  const std::string image = BackgroundImageAsStored(text);
+  if (image != text) field.setText(ToQt(image));
   if (platform::HasSeparator(image)) CopyInto(images, image);
 }
 
@@ -57,38 +59,34 @@ void WriteEntries(const QWidget& window, const config::Setting& setting,
   }
 }
 
-void WriteUserVars(const QWidget& window, const config::Setting& setting,
-                   config::SettingsFile& file) {
-  for (const config::Entry& variable : EntriesOf(window, setting)) {
-    file.WriteIni(setting.section, variable.first, variable.second);
-  }
-}
-
-void WriteSettings(const QWidget& window, config::SettingsFile& file) {
+/// Writes all settings. The result are the names of the user variables that cannot be written.
+std::vector<std::string> WriteSettings(const QWidget& window, config::SettingsFile& file) {
+  std::vector<std::string> leftOut;
   for (const config::Setting& setting : config::Settings()) {
     switch (setting.encoding) {
       case config::Encoding::kEntries:
         WriteEntries(window, setting, file);
         break;
       case config::Encoding::kUserVariables:
-        WriteUserVars(window, setting, file);
+        leftOut = config::WriteUserVars(file, EntriesOf(window, setting));
         break;
       default:
         file.WriteIni(setting.section, setting.key, ValueOf(window, setting));
     }
   }
+  return leftOut;
 }
 
 }  // namespace
 
-std::string SaveSettings(QWidget& window, const config::modIni& ini,
-                         const std::function<void()>& pumpEvents) {
+SaveResult SaveSettings(QWidget& window, const config::modIni& ini,
+                        const std::function<void()>& pumpEvents) {
   config::SettingsFile file = ini.Load();
   config::ClearSections(file, pumpEvents);
   CopyBackgroundImage(window);
-  WriteSettings(window, file);
+  std::vector<std::string> leftOut = WriteSettings(window, file);
   file.SpaceHeaders();
-  return file.Store();
+  return {file.Store(), std::move(leftOut)};
 }
 
 }  // namespace editor

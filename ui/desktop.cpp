@@ -124,8 +124,9 @@ Answer RealDesktop::ShowMessage(QWidget* owner, const QString& text, MessageStyl
   return Answer::kOk;
 }
 
-std::optional<int> RealDesktop::ChooseColor(QWidget* owner, int color) {
+std::optional<int> RealDesktop::ChooseColor(QWidget* owner, int color, const QString& title) {
   QColorDialog dialog(ToQColor(color), owner);
+  dialog.setWindowTitle(title);
   GiveDialogFrame(dialog);
   dialog.setOption(QColorDialog::DontUseNativeDialog);  // some hide the custom colours
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;

@@ -300,7 +300,8 @@ TEST_F(HandlersTest, EachDoesItsWorkWhileTheEngineRuns) {
   During(window, Activity::kRunning, [&] {
     for (const Case& test : kCases) {
       Prepare(window);
-      EXPECT_EQ(EffectOf(window, test.control), test.startsRun ? "" : test.effect) << test.control;
+      const char* const effect = test.startsRun ? "says Generating Statistics..." : test.effect;
+      EXPECT_EQ(EffectOf(window, test.control), effect) << test.control;
       EXPECT_EQ(window.CurrentActivity(), Activity::kRunning) << test.control;
       EXPECT_TRUE(desktop.started.empty()) << test.control;
       ++pressed;

@@ -78,6 +78,37 @@ TEST_F(Lists, UserVariablesKeepTheirOrder) {
   EXPECT_EQ(pumps, 14);
 }
 
+TEST_F(Lists, UserVariablesOfOneNameAreOneLine) {
+  const struct {
+    std::vector<Entry> variables;
+    std::vector<Entry> readBack;
+    std::vector<std::string> refused;
+  } cases[] = {
+      {{{"x", "1"}, {"y", "2"}, {"X", "3"}}, {{"x", "3"}, {"y", "2"}}, {}},
+      {{{"a", " w"}, {" A ", "v"}}, {{"a", "v"}}, {}},
+      {{{"a", "w"}, {"a=b", "v"}}, {{"a", "b=v"}}, {}},
+      {{{"a=b", "v"}, {"a", "w"}}, {{"a", "w"}}, {}},
+      {{{"", "v"}, {" ", "w"}, {"=", "x"}}, {{"", "=x"}}, {}},
+      {{{"n\nm", "1"}, {"n m", "2\r\n3"}}, {{"n m", "2 3"}}, {}},
+      {{{"[x", "1"}, {"a", "2"}, {" ;b", "3"}, {"//c", "4"}, {"/d", "5"}},
+       {{"a", "2"}, {"/d", "5"}},
+       {"[x", " ;b", "//c"}},
+  };
+  for (const auto& [variables, readBack, refused] : cases) {
+    SettingsFile file(directory_);
+    EXPECT_EQ(WriteUserVars(file, variables), refused);
+    EXPECT_EQ(LoadUserVars(file), readBack);
+    ASSERT_EQ(file.Store(), "");
+    // What was read back is what the next save writes, byte for byte.
+    SettingsFile again(directory_ + "/none");
+    EXPECT_EQ(WriteUserVars(again, readBack), std::vector<std::string>());
+    for (const Entry& variable : readBack) {
+      EXPECT_EQ(again.ReadIni(kUserVars, variable.first), variable.second);
+    }
+    std::filesystem::remove(file.Path());
+  }
+}
+
 TEST_F(Lists, EverySectionOfASettingIsEmptied) {
   SettingsFile file(directory_);
   for (const Setting& setting : Settings()) file.WriteIni(setting.section, "stale", "x");

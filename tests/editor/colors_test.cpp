@@ -9,16 +9,21 @@ using Colors = FieldsTest;
 
 TEST_F(Colors, TheDialogOpensOnTheColorOfTheButton) {
   Open("[HTML]\nbg_color=#563412\n");
-  const std::pair<const char*, int> cases[] = {{"cmdBGColor", 0x123456}, {"cmdNameColor(3)", 0}};
-  for (const auto& [button, color] : cases) {
+  const std::tuple<const char*, int, const char*> cases[] = {
+      {"cmdBGColor", 0x123456, "Background Color"},
+      {"cmdNameColor(3)", 0, "Name Color ^3"},
+      {"cmdColumnColor(2)", 0, "Column 3 Color"}};
+  for (const auto& [button, color, title] : cases) {
     Click(button);
     EXPECT_EQ(desktop.offeredColors.back(), color);
+    EXPECT_EQ(desktop.colorTitles.back(), title);
     EXPECT_EQ(Color(button), color) << "a cancel changes nothing";
   }
   desktop.colors = {0x00FF00};
   Click("cmdBGColor");
   Click("Command4");
   EXPECT_EQ(desktop.offeredColors.back(), 0x00FF00) << "the last color that the dialog had";
+  EXPECT_EQ(desktop.colorTitles.back(), "Highlight Color");
 }
 
 QColor Role(const QWidget& preview, const char* control, QPalette::ColorRole role) {

@@ -161,5 +161,34 @@ TEST_F(MessageLogsTest, PrintingSavesFirstAndFailsSilently) {
   EXPECT_THAT(desktop.detached, testing::SizeIs(1)) << "printed although the save failed";
 }
 
+TEST_F(MessageLogsTest, PrintingDuringASaveFollowsIt) {
+  frmMain& window = OpenWindow();
+  auto& field = Control<QLineEdit>(window, "txtMinKills");
+  const auto printDuringSave = [&] {
+    QMetaObject::invokeMethod(
+        &window,
+        [&] {
+          Choose(window, "mnuFilePrint");
+          EXPECT_THAT(desktop.detached, IsEmpty()) << "printed before the save was done";
+        },
+        Qt::QueuedConnection);
+    Choose(window, "mnuFileSave");
+  };
+  field.setText("4711");
+  printDuringSave();
+  EXPECT_THAT(desktop.detached, ElementsAre("notepad.exe /p \"" + Directory() + "\\morvane.cfg\""));
+  EXPECT_THAT(ReadFile("morvane.cfg"), HasSubstr("4711"));
+  EXPECT_EQ(StatusText(window), "Configuration Saved.");
+
+  desktop.Forget();
+  field.setText("4712");
+  chmod(PathOf("morvane.cfg").c_str(), 0444);
+  printDuringSave();
+  EXPECT_THAT(desktop.messages, testing::SizeIs(1));
+  chmod(PathOf("morvane.cfg").c_str(), 0644);
+  Choose(window, "mnuFileSave");
+  EXPECT_THAT(desktop.detached, IsEmpty()) << "a save that failed is not printed, then or later";
+}
+
 }  // namespace
 }  // namespace engine
