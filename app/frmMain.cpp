@@ -4,6 +4,7 @@
 #include <optional>
 
 #include <QAction>
+#include <QCloseEvent>
 #include <QIcon>
 #include <QLabel>
 #include <QLayout>
@@ -14,6 +15,8 @@
 #include "app/handlers.h"
 #include "app/layout.h"
 #include "app/menus.h"
+#include "app/modMain.h"
+#include "editor/list_editors.h"
 #include "editor/load_settings.h"
 #include "editor/switches.h"
 #include "ui/controls.h"
@@ -59,7 +62,7 @@ std::optional<bool> ToBoolean(const QString& text) {
 void BuildLayout(QWidget& area) {
   for (const LayoutRows& rows :
        {WindowLayout(), MainLayout(), LogsLayout(), GameLayout(), HtmlLayout(), KillTablesLayout(),
-        TemplatesLayout(), UserVarsLayout(), AboutLayout()}) {
+        TemplatesLayout(), UserVarsLayout(), AboutLayout(), StripLayout()}) {
     ui::BuildControls(area, rows);
   }
 }
@@ -76,7 +79,7 @@ QString ShortVersion() {
 
 }  // namespace
 
-frmMain::frmMain(config::modIni& ini, ui::Desktop& desktop, QSettings& settings)
+frmMain::frmMain(const config::modIni& ini, ui::Desktop& desktop, QSettings& settings)
     : ini_(ini),
       desktop_(desktop),
       settings_(settings),
@@ -92,6 +95,7 @@ frmMain::frmMain(config::modIni& ini, ui::Desktop& desktop, QSettings& settings)
   layout()->setSizeConstraint(QLayout::SetFixedSize);
   BuildMenus(*this);
   BuildLayout(*centralWidget());
+  editor::ShowEntriesOnOneLine(*this);
   auto& tabs = Control<QTabWidget>(*this, "SSTab1");
   tabs.setCurrentIndex(kAboutTab);
   tabs.setFocus();
@@ -101,15 +105,28 @@ frmMain::frmMain(config::modIni& ini, ui::Desktop& desktop, QSettings& settings)
   Form_Load();
 }
 
+Context frmMain::ContextFor(int index) {
+  return {{{*this, desktop_, ini_.ProgramDirectory(), index}, dialogs_, editMenu_}, *this};
+}
+
 void frmMain::Form_Load() {
   RestorePosition();
   RestoreStatusBar();
   setWindowTitle("Quillon's Vantorel v" + ShortVersion());
   Control<QLabel>(*this, "lblSplashVersion").setText("Version " + ShortVersion());
   Control<QAction>(*this, "mnuHelpAbout").setText("About Vantorel...");
-  editor::LoadSettings(*this, ini_);
+  const config::SettingsFile file = ini_.Load();
+  loadFailure_ = file.LoadFailure();
+  editor::LoadSettings(*this, file);
   editor::UpdateCustomRank(*this);
   SetStatus("Ready.");
+}
+
+void frmMain::Form_Unload() { ReleaseMainWindow(*this); }
+
+void frmMain::closeEvent(QCloseEvent* event) {
+  Form_Unload();
+  QMainWindow::closeEvent(event);
 }
 
 void frmMain::RestorePosition() {
@@ -162,11 +179,6 @@ void frmMain::SaveWindowState() {
   settings_.setValue(kLeftKey, QString::number(x() * kTwipsPerPixel));
   settings_.setValue(kShowStatusKey, shown ? "True" : "False");
   settings_.sync();
-}
-
-void frmMain::cmdClose_Click() {
-  SaveWindowState();
-  close();
 }
 
 }  // namespace app

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <utility>
 
 #include <QMainWindow>
 #include <QSettings>
 #include <QString>
 
+#include "app/context.h"
 #include "config/modIni.h"
 #include "editor/dialogs.h"
 #include "editor/edit_menu.h"
@@ -22,15 +25,25 @@ class frmMain : public QMainWindow {
  public:
   /// Builds the window and loads it (Form_Load); it is not shown yet. All three outlive the window.
   /// `settings` are the per-user settings.
-  frmMain(config::modIni& ini, ui::Desktop& desktop, QSettings& settings);
+  frmMain(const config::modIni& ini, ui::Desktop& desktop, QSettings& settings);
 
-  config::modIni& Ini() const { return ini_; }
+  const config::modIni& Ini() const { return ini_; }
   ui::Desktop& Desktop() const { return desktop_; }
-  editor::Dialogs& Dialogs() { return dialogs_; }
-  editor::EditMenu& EditMenu() { return editMenu_; }
+
+  /// What a handler is handed. `index`: of the member of a control array that was used, -1 for
+  /// other controls.
+  Context ContextFor(int index);
 
   /// What goes on; changed by an ActivityScope only.
   Activity CurrentActivity() const { return activity_; }
+
+  /// Why the settings file could not be read when the window was loaded; empty when it was read.
+  const std::string& LoadFailure() const { return loadFailure_; }
+
+  /// Asks the save in progress to print the file when it is done; whether that was asked for, and
+  /// is now answered.
+  void RequestPrint() { printRequested_ = true; }
+  bool TakePrintRequest() { return std::exchange(printRequested_, false); }
 
   /// Puts a text into the second panel of the status bar, whether the bar is shown or not.
   void SetStatus(const QString& text);
@@ -42,25 +55,28 @@ class frmMain : public QMainWindow {
   /// Stores the window's position and whether the status bar is shown in the per-user settings.
   void SaveWindowState();
 
-  /// Stores the window's state and closes the window. Closing it in any other way stores nothing.
-  void cmdClose_Click();
+ protected:
+  void closeEvent(QCloseEvent* event) override;
 
  private:
   friend class ActivityScope;
 
   void Form_Load();
+  void Form_Unload();
   void RestorePosition();
   void RestoreStatusBar();
   void ShowStatusBar(bool shown);
   void Form_Resize();
   void LinkColorButtons(const QString& frame, const QString& preview);
 
-  config::modIni& ini_;
+  const config::modIni& ini_;
   ui::Desktop& desktop_;
   QSettings& settings_;
   editor::Dialogs dialogs_;
   editor::EditMenu editMenu_;
   Activity activity_ = Activity::kIdle;
+  std::string loadFailure_;
+  bool printRequested_ = false;
   std::int16_t FixedHeight;  // height in force, in twips, frame and menu bar included
 };
 

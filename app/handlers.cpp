@@ -1,8 +1,8 @@
 #include "app/handlers.h"
 
 #include <functional>
+#include <stdexcept>
 #include <string>
-#include <type_traits>
 
 #include <QAbstractButton>
 #include <QAction>
@@ -25,133 +25,104 @@
 namespace app {
 namespace {
 
-/// What runs when a control is used. A member of a control array is given by its index.
+/// What runs when a control is used. A member of a control array is told by its index.
 struct HandlerRow {
   const char* control;  // `cmdNameColor` stands for all of `cmdNameColor(0)`, `cmdNameColor(1)`...
-  void (*handler)(frmMain& window, int index);
+  std::function<void(const Context&)> handler;
 };
-
-/// A handler as the table has it, from one that takes the window and, where it needs them, the
-/// window's dialogs and the index, or from one that takes the desktop, the window as owner of what
-/// it shows, and the program directory.
-template <auto handler>
-void Run(frmMain& window, [[maybe_unused]] int index) {
-  using Handler = decltype(handler);
-  if constexpr (std::is_invocable_v<Handler, QWidget&, editor::Dialogs&, int>) {
-    handler(window, window.Dialogs(), index);
-  } else if constexpr (std::is_invocable_v<Handler, QWidget&, editor::Dialogs&>) {
-    handler(window, window.Dialogs());
-  } else if constexpr (std::is_invocable_v<Handler, QWidget&, const std::string&>) {
-    handler(window, window.Ini().ProgramDirectory());
-  } else if constexpr (std::is_invocable_v<Handler, ui::Desktop&>) {
-    handler(window.Desktop());
-  } else if constexpr (std::is_invocable_v<Handler, ui::Desktop&, QWidget*>) {
-    handler(window.Desktop(), &window);
-  } else if constexpr (std::is_invocable_v<Handler, ui::Desktop&, QWidget*, const std::string&>) {
-    handler(window.Desktop(), &window, window.Ini().ProgramDirectory());
-  } else {
-    std::invoke(handler, window);
-  }
-}
-
-/// The same for a handler of the Edit menu.
-template <void (editor::EditMenu::*handler)()>
-void RunEdit(frmMain& window, int /*index*/) {
-  (window.EditMenu().*handler)();
-}
 
 // Buttons and menu items run their handler when they are chosen, check boxes when their value
 // changes, menus before they show, the tab control when another tab comes to the front.
 const HandlerRow kHandlers[] = {
     // File, and the strip of buttons
-    {"cmdSave", Run<cmdSave_Click>},
-    {"mnuFileSave", Run<mnuFileSave_Click>},
-    {"cmdDefaults", Run<cmdDefaults_Click>},
-    {"mnuFileDefaults", Run<mnuFileDefaults_Click>},
-    {"mnuFilePrint", Run<mnuFilePrint_Click>},
-    {"cmdMakeStats", Run<cmdMakeStats_Click>},
-    {"mnuFileGenerate", Run<mnuFileGenerate_Click>},
-    {"cmdClose", Run<&frmMain::cmdClose_Click>},
-    {"mnuFileExit", Run<&frmMain::cmdClose_Click>},
+    {"cmdSave", cmdSave_Click},
+    {"mnuFileSave", mnuFileSave_Click},
+    {"cmdDefaults", cmdDefaults_Click},
+    {"mnuFileDefaults", mnuFileDefaults_Click},
+    {"mnuFilePrint", mnuFilePrint_Click},
+    {"cmdMakeStats", cmdMakeStats_Click},
+    {"mnuFileGenerate", mnuFileGenerate_Click},
+    {"cmdClose", cmdClose_Click},
+    {"mnuFileExit", mnuFileExit_Click},
 
     // Edit
-    {"mnuEdit", RunEdit<&editor::EditMenu::mnuEdit_Click>},
-    {"mnuEditCut", RunEdit<&editor::EditMenu::mnuEditCut_Click>},
-    {"mnuEditCopy", RunEdit<&editor::EditMenu::mnuEditCopy_Click>},
-    {"mnuEditPaste", RunEdit<&editor::EditMenu::mnuEditPaste_Click>},
-    {"mnuEditSelectAll", RunEdit<&editor::EditMenu::mnuEditSelectAll_Click>},
+    {"mnuEdit", editor::mnuEdit_Click},
+    {"mnuEditCut", editor::mnuEditCut_Click},
+    {"mnuEditCopy", editor::mnuEditCopy_Click},
+    {"mnuEditPaste", editor::mnuEditPaste_Click},
+    {"mnuEditSelectAll", editor::mnuEditSelectAll_Click},
 
     // View
-    {"mnuView", Run<engine::mnuView_Click>},
-    {"mnViewStatusBar", Run<&frmMain::ToggleStatusBar>},
-    {"mnuVuewMain", Run<mnuVuewMain_Click>},
-    {"mnuViewLogs", Run<mnuViewLogs_Click>},
-    {"mnuViewGame", Run<mnuViewGame_Click>},
-    {"mnuViewHTML", Run<mnuViewHTML_Click>},
-    {"mnuViewKillTables", Run<mnuViewKillTables_Click>},
-    {"mnuViewTemplates", Run<mnuViewTemplates_Click>},
-    {"mnuViewUserVars", Run<mnuViewUserVars_Click>},
-    {"mnuViewAbout", Run<mnuViewAbout_Click>},
-    {"SSTab1", Run<SSTab1_Click>},
-    {"mnuViewLogCustRank", Run<engine::mnuViewLogCustRank_Click>},
-    {"mnuViewLogMain", Run<engine::mnuViewLogMain_Click>},
-    {"mnuViewLogLogParser", Run<engine::mnuViewLogLogParser_Click>},
-    {"mnuViewLogTemplateParser", Run<engine::mnuViewLogTemplateParser_Click>},
-    {"mnuViewLogsDelete", Run<mnuViewLogsDelete_Click>},
+    {"mnuView", engine::mnuView_Click},
+    {"mnViewStatusBar", mnViewStatusBar_Click},
+    {"mnuVuewMain", mnuVuewMain_Click},
+    {"mnuViewLogs", mnuViewLogs_Click},
+    {"mnuViewGame", mnuViewGame_Click},
+    {"mnuViewHTML", mnuViewHTML_Click},
+    {"mnuViewKillTables", mnuViewKillTables_Click},
+    {"mnuViewTemplates", mnuViewTemplates_Click},
+    {"mnuViewUserVars", mnuViewUserVars_Click},
+    {"mnuViewAbout", mnuViewAbout_Click},
+    {"SSTab1", SSTab1_Click},
+    {"mnuViewLogCustRank", engine::mnuViewLogCustRank_Click},
+    {"mnuViewLogMain", engine::mnuViewLogMain_Click},
+    {"mnuViewLogLogParser", engine::mnuViewLogLogParser_Click},
+    {"mnuViewLogTemplateParser", engine::mnuViewLogTemplateParser_Click},
+    {"mnuViewLogsDelete", mnuViewLogsDelete_Click},
 
     // Help
-    {"mnuHelpQuickStart", Run<help::mnuHelpQuickStart_Click>},
-    {"mnuHelpUpdate", Run<help::mnuHelpUpdate_Click>},
-    {"mnuHelpFeedback", Run<help::mnuHelpFeedback_Click>},
-    {"mnuHelpBugs", Run<help::mnuHelpBugs_Click>},
-    {"mnuHelpQuillon", Run<help::mnuHelpQuillon_Click>},
-    {"mnuHelpMorvaneHome", Run<help::mnuHelpMorvaneHome_Click>},
-    {"mnuHelpAbout", Run<help::mnuHelpAbout_Click>},
+    {"mnuHelpQuickStart", help::mnuHelpQuickStart_Click},
+    {"mnuHelpUpdate", help::mnuHelpUpdate_Click},
+    {"mnuHelpFeedback", help::mnuHelpFeedback_Click},
+    {"mnuHelpBugs", help::mnuHelpBugs_Click},
+    {"mnuHelpQuillon", help::mnuHelpQuillon_Click},
+    {"mnuHelpMorvaneHome", help::mnuHelpMorvaneHome_Click},
+    {"mnuHelpAbout", help::mnuHelpAbout_Click},
 
     // Switches
-    {"ckUseCustomRank", Run<editor::UpdateCustomRank>},
-    {"cmdCheckAll", Run<editor::cmdCheckAll_Click>},
-    {"cmdClearAll", Run<editor::cmdClearAll_Click>},
+    {"ckUseCustomRank", editor::ckUseCustomRank_Click},
+    {"cmdCheckAll", editor::cmdCheckAll_Click},
+    {"cmdClearAll", editor::cmdClearAll_Click},
 
     // List editors
-    {"cmdAddLog", Run<editor::cmdAddLog_Click>},
-    {"cmdRemovelog", Run<editor::cmdRemovelog_Click>},
-    {"cmdAddMainTemplate", Run<editor::cmdAddMainTemplate_Click>},
-    {"cmdRemoveMainTemplate", Run<editor::cmdRemoveMainTemplate_Click>},
-    {"cmdAddMapTemplate", Run<editor::cmdAddMapTemplate_Click>},
-    {"cmdRemoveMapTemplate", Run<editor::cmdRemoveMapTemplate_Click>},
-    {"cmdAddGameTemplate", Run<editor::cmdAddGameTemplate_Click>},
-    {"cmdRemoveGameTemplate", Run<editor::cmdRemoveGameTemplate_Click>},
-    {"cmdAddUserVar", Run<editor::cmdAddUserVar_Click>},
-    {"cmdRemoveUserVar", Run<editor::cmdRemoveUserVar_Click>},
-    {"Command4", Run<editor::Command4_Click>},
-    {"cmdRemoveHiLiteLevel", Run<editor::cmdRemoveHiLiteLevel_Click>},
+    {"cmdAddLog", editor::cmdAddLog_Click},
+    {"cmdRemovelog", editor::cmdRemovelog_Click},
+    {"cmdAddMainTemplate", editor::cmdAddMainTemplate_Click},
+    {"cmdRemoveMainTemplate", editor::cmdRemoveMainTemplate_Click},
+    {"cmdAddMapTemplate", editor::cmdAddMapTemplate_Click},
+    {"cmdRemoveMapTemplate", editor::cmdRemoveMapTemplate_Click},
+    {"cmdAddGameTemplate", editor::cmdAddGameTemplate_Click},
+    {"cmdRemoveGameTemplate", editor::cmdRemoveGameTemplate_Click},
+    {"cmdAddUserVar", editor::cmdAddUserVar_Click},
+    {"cmdRemoveUserVar", editor::cmdRemoveUserVar_Click},
+    {"Command4", editor::Command4_Click},
+    {"cmdRemoveHiLiteLevel", editor::cmdRemoveHiLiteLevel_Click},
 
     // Pickers
-    {"cmdBrowse2", Run<editor::cmdBrowse2_Click>},
-    {"cmdBrowse3", Run<editor::cmdBrowse3_Click>},
-    {"cmdBrowse4", Run<editor::cmdBrowse4_Click>},
-    {"cmdBrowse5", Run<editor::cmdBrowse5_Click>},
-    {"cmdLogFileBrowse", Run<editor::cmdLogFileBrowse_Click>},
-    {"cmdBkgndImageBrowse", Run<editor::cmdBkgndImageBrowse_Click>},
-    {"cmdBrsTemplate", Run<editor::cmdBrsTemplate_Click>},
-    {"cmdBrowseMaps", Run<editor::cmdBrowseMaps_Click>},
-    {"cmdBrsGame", Run<editor::cmdBrsGame_Click>},
-    {"cmdBrsGameList", Run<editor::cmdBrsGameList_Click>},
-    {"cmdBrwsPlayers", Run<editor::cmdBrwsPlayers_Click>},
-    {"cmdBrowseLastGame", Run<editor::cmdBrowseLastGame_Click>},
-    {"cmdBrowseGameListLoop", Run<editor::cmdBrowseGameListLoop_Click>},
+    {"cmdBrowse2", editor::cmdBrowse2_Click},
+    {"cmdBrowse3", editor::cmdBrowse3_Click},
+    {"cmdBrowse4", editor::cmdBrowse4_Click},
+    {"cmdBrowse5", editor::cmdBrowse5_Click},
+    {"cmdLogFileBrowse", editor::cmdLogFileBrowse_Click},
+    {"cmdBkgndImageBrowse", editor::cmdBkgndImageBrowse_Click},
+    {"cmdBrsTemplate", editor::cmdBrsTemplate_Click},
+    {"cmdBrowseMaps", editor::cmdBrowseMaps_Click},
+    {"cmdBrsGame", editor::cmdBrsGame_Click},
+    {"cmdBrsGameList", editor::cmdBrsGameList_Click},
+    {"cmdBrwsPlayers", editor::cmdBrwsPlayers_Click},
+    {"cmdBrowseLastGame", editor::cmdBrowseLastGame_Click},
+    {"cmdBrowseGameListLoop", editor::cmdBrowseGameListLoop_Click},
 
-    // Colours
-    {"cmdTextColor", Run<editor::cmdTextColor_Click>},
-    {"cmdLinkColor", Run<editor::cmdLinkColor_Click>},
-    {"cmdVLinkColor", Run<editor::cmdVLinkColor_Click>},
-    {"cmdALinkColor", Run<editor::cmdALinkColor_Click>},
-    {"cmdBGColor", Run<editor::cmdBGColor_Click>},
-    {"cmdColumnColor", Run<editor::cmdColumnColor_Click>},
-    {"cmdNameColor", Run<editor::cmdNameColor_Click>},
-    {"cmdColorPreview", Run<editor::cmdColorPreview_Click>},
-    {"cmdKillPreview", Run<editor::cmdKillPreview_Click>},
+    // Colors
+    {"cmdTextColor", editor::cmdTextColor_Click},
+    {"cmdLinkColor", editor::cmdLinkColor_Click},
+    {"cmdVLinkColor", editor::cmdVLinkColor_Click},
+    {"cmdALinkColor", editor::cmdALinkColor_Click},
+    {"cmdBGColor", editor::cmdBGColor_Click},
+    {"cmdColumnColor", editor::cmdColumnColor_Click},
+    {"cmdNameColor", editor::cmdNameColor_Click},
+    {"cmdColorPreview", editor::cmdColorPreview_Click},
+    {"cmdKillPreview", editor::cmdKillPreview_Click},
 };
 
 /// The index of a member of a control array ("cmdNameColor(3)" gives 3), -1 for other controls.
@@ -161,9 +132,9 @@ int IndexOf(const QString& objectName) {
   return objectName.mid(open + 1).chopped(1).toInt();
 }
 
-void Connect(frmMain& window, QObject& object, void (*handler)(frmMain&, int)) {
-  const auto run = [&window, handler, index = IndexOf(object.objectName())] {
-    handler(window, index);
+void Connect(frmMain& window, QObject& object, const HandlerRow& row) {
+  const auto run = [&window, &row, index = IndexOf(object.objectName())] {
+    row.handler(window.ContextFor(index));
   };
   if (auto* box = qobject_cast<QCheckBox*>(&object)) {
     QObject::connect(box, &QCheckBox::toggled, &window, run);
@@ -190,10 +161,10 @@ void ConnectHandlers(frmMain& window) {
     bool found = false;
     for (QObject* object : objects) {
       if (object->objectName().section('(', 0, 0) != QLatin1String(row.control)) continue;
-      Connect(window, *object, row.handler);
+      Connect(window, *object, row);
       found = true;
     }
-    if (!found) qFatal("A handler without a control: %s", row.control);
+    if (!found) throw std::logic_error(std::string("A handler without a control: ") + row.control);
   }
 }
 

@@ -8,7 +8,8 @@ namespace app {
 
 using LayoutRows = std::span<const ui::ControlRow>;
 
-/// The main window's controls, one table for the window itself and one for each tab, in tab order.
+/// The main window's controls, one table for the window itself, one for each tab, and one for the
+/// strip of command buttons. The Tab key goes through them in this order.
 LayoutRows WindowLayout();
 LayoutRows MainLayout();
 LayoutRows LogsLayout();
@@ -18,8 +19,9 @@ LayoutRows KillTablesLayout();
 LayoutRows TemplatesLayout();
 LayoutRows UserVarsLayout();
 LayoutRows AboutLayout();
+LayoutRows StripLayout();
 
-/// The explanation beside the colour buttons of two tabs.
+/// The explanation beside the color buttons of two tabs.
 inline constexpr const char* kColorHint =
     "To modify a color, click the desired button and choose a color.  Once the desired color is "
     "selected, press the OK button.  The button will now reflect your color choice.";

@@ -10,7 +10,7 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   ui::UseDesignedLook();
   ui::RealDesktop desktop;
-  config::modIni ini(platform::ProgramDirectory());
+  const config::modIni ini(platform::ProgramDirectory());
   QSettings settings("Quillon", "vantrel3");
   const auto window = app::Main(ini, desktop, settings);
   return window ? QApplication::exec() : 0;

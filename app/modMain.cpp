@@ -1,13 +1,30 @@
 #include "app/modMain.h"
 
+#include <QPointer>
+
+#include "app/file_actions.h"
 #include "platform/files.h"
 
 namespace app {
+namespace {
 
-std::unique_ptr<frmMain> Main(config::modIni& ini, ui::Desktop& desktop, QSettings& settings) {
+QPointer<frmMain> mainWindow;
+
+}  // namespace
+
+frmMain* MainWindow() { return mainWindow; }
+
+void ReleaseMainWindow(const frmMain& window) {
+  if (mainWindow == &window) mainWindow = nullptr;
+}
+
+std::unique_ptr<frmMain> Main(const config::modIni& ini, ui::Desktop& desktop,
+                              QSettings& settings) {
   if (platform::FileExists(ini.ConfigFilePath())) {
     auto window = std::make_unique<frmMain>(ini, desktop, settings);
+    mainWindow = window.get();
     window->show();
+    if (!window->LoadFailure().empty()) TellLoadFailure(*window);
     return window;
   }
   const QString file = QString::fromUtf8(config::kConfigFileName.data(),

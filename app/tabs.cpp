@@ -40,7 +40,10 @@ void BringToFront(frmMain& window, int tab) {
 
 }  // namespace
 
-void SSTab1_Click(frmMain& window) {
+void mnViewStatusBar_Click(const Context& context) { context.main.ToggleStatusBar(); }
+
+void SSTab1_Click(const Context& context) {
+  frmMain& window = context.main;
   const int tab = Control<QTabWidget>(window, "SSTab1").currentIndex();
   if (tab < 0 || tab >= static_cast<int>(std::size(kTabs))) return;
   window.SetStatus(kTabs[tab].status);
@@ -52,13 +55,13 @@ void ClearViewChecks(frmMain& window, QAction& item) {
   item.setChecked(true);
 }
 
-void mnuVuewMain_Click(frmMain& window) { BringToFront(window, 0); }
-void mnuViewLogs_Click(frmMain& window) { BringToFront(window, 1); }
-void mnuViewGame_Click(frmMain& window) { BringToFront(window, 2); }
-void mnuViewHTML_Click(frmMain& window) { BringToFront(window, 3); }
-void mnuViewKillTables_Click(frmMain& window) { BringToFront(window, 4); }
-void mnuViewTemplates_Click(frmMain& window) { BringToFront(window, 5); }
-void mnuViewUserVars_Click(frmMain& window) { BringToFront(window, 6); }
-void mnuViewAbout_Click(frmMain& window) { BringToFront(window, 7); }
+void mnuVuewMain_Click(const Context& context) { BringToFront(context.main, 0); }
+void mnuViewLogs_Click(const Context& context) { BringToFront(context.main, 1); }
+void mnuViewGame_Click(const Context& context) { BringToFront(context.main, 2); }
+void mnuViewHTML_Click(const Context& context) { BringToFront(context.main, 3); }
+void mnuViewKillTables_Click(const Context& context) { BringToFront(context.main, 4); }
+void mnuViewTemplates_Click(const Context& context) { BringToFront(context.main, 5); }
+void mnuViewUserVars_Click(const Context& context) { BringToFront(context.main, 6); }
+void mnuViewAbout_Click(const Context& context) { BringToFront(context.main, 7); }
 
 }  // namespace app

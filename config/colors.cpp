@@ -34,7 +34,7 @@ std::string SwapEnds(std::string_view digits) {
 }  // namespace
 
 std::string ColorToHtml(std::string_view decimal) {
-  decimal = TrimBlanks(decimal);
+  decimal = text::TrimBlanks(decimal);
   std::int64_t value = 0;
   std::from_chars(decimal.data(), decimal.data() + decimal.size(), value);
   std::array<char, 8> buffer = {};

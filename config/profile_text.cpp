@@ -16,10 +16,10 @@ using text::TrimBlanks;
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kNewFileEnding = "\r\n";
 
-bool IsHeader(std::string_view line) { return TrimBlanks(line).starts_with('['); }
+bool IsHeader(std::string_view line) { return text::TrimBlanks(line).starts_with('['); }
 
 bool IsComment(std::string_view line) {
-  line = TrimBlanks(line);
+  line = text::TrimBlanks(line);
   return line.starts_with(';') || line.starts_with("//");
 }
 
@@ -27,16 +27,25 @@ bool IsKey(std::string_view line) {
   return !IsHeader(line) && !IsComment(line) && line.find('=') != std::string_view::npos;
 }
 
-std::string FoldedName(std::string_view name) { return FoldCase(DecodeText(TrimBlanks(name))); }
+/// A name as names are compared. A file may hold more of it than one line of a new file could.
+std::string FoldedName(std::string_view name) {
+  return text::FoldCase(text::DecodeText(text::TrimBlanks(ProfileText::OneLine(name))));
+}
+
+/// The name of a section as the caller gives it; empty where no header could be read back as it.
+std::string FoldedSection(std::string_view section) {
+  const std::string name = FoldedName(section);
+  return name.starts_with('[') || name.find(']') != std::string::npos ? std::string() : name;
+}
 
 std::string FoldedHeaderName(std::string_view line) {
-  line = TrimBlanks(line);
+  line = text::TrimBlanks(line);
   line.remove_prefix(1);
   return FoldedName(line.substr(0, line.find(']')));
 }
 
 std::string_view KeyName(std::string_view line) {
-  return TrimBlanks(line.substr(0, line.find('=')));
+  return text::TrimBlanks(line.substr(0, line.find('=')));
 }
 
 std::string_view WithoutQuotes(std::string_view value) {
@@ -45,8 +54,22 @@ std::string_view WithoutQuotes(std::string_view value) {
   return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
-/// A text that may stand within one line: up to a NUL, every line break a blank.
-std::string OneLine(std::string_view text) {
+/// Puts a value behind the "=" of a key line and the blanks that follow it. A line that holds the
+/// value behind such blanks already stays.
+void ReplaceValue(std::string& line, std::string_view value) {
+  const std::size_t afterEquals = line.find('=') + 1;
+  const std::string_view rest = std::string_view(line).substr(afterEquals);
+  const std::size_t blanks = std::min(rest.find_first_not_of(" \t\v\f"), rest.size());
+  if (rest.size() >= value.size() && rest.size() - value.size() <= blanks &&
+      rest.ends_with(value)) {
+    return;
+  }
+  line.replace(afterEquals + blanks, std::string::npos, value);
+}
+
+}  // namespace
+
+std::string ProfileText::OneLine(std::string_view text) {
   text = text.substr(0, text.find('\0'));
   std::string line;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -56,17 +79,10 @@ std::string OneLine(std::string_view text) {
   return line;
 }
 
-/// Puts a value behind the "=" of a key line and the blanks that follow it. A line that holds the
-/// value already stays, blanks in front of the value counted as part of it.
-void ReplaceValue(std::string& line, std::string_view value) {
-  const std::size_t afterEquals = line.find('=') + 1;
-  const std::string_view rest = std::string_view(line).substr(afterEquals);
-  if (rest == value) return;
-  const std::size_t blanks = std::min(rest.find_first_not_of(text::kBlanks), rest.size());
-  line.replace(afterEquals + blanks, std::string::npos, value);
+bool ProfileText::IsKeyName(std::string_view name) {
+  const std::string line = OneLine(name);
+  return !IsHeader(line) && !IsComment(line);
 }
-
-}  // namespace
 
 ProfileText::ProfileText(std::string_view bytes) {
   usable_ = !bytes.starts_with("\xFF\xFE") && !bytes.starts_with("\xFE\xFF");
@@ -114,45 +130,48 @@ void ProfileText::IndexBlock(std::size_t block) {
 }
 
 std::optional<std::string> ProfileText::Get(std::string_view section, std::string_view key) const {
-  const auto found = sections_.find(FoldedName(section));
+  const auto found = sections_.find(FoldedSection(section));
   if (found == sections_.end()) return std::nullopt;
   const auto place = found->second.keys.find(FoldedName(key));
   if (place == found->second.keys.end()) return std::nullopt;
   std::string_view value = blocks_[place->second.block].lines[place->second.line].text;
   value.remove_prefix(value.find('=') + 1);
   value = value.substr(0, value.find('\0'));
-  return DecodeText(WithoutQuotes(TrimBlanks(value)));
+  return text::DecodeText(WithoutQuotes(text::TrimBlanks(value)));
 }
 
 std::vector<std::string> ProfileText::KeyNames(std::string_view section) const {
   std::vector<std::string> names;
-  const std::string name = FoldedName(section);
+  const std::string name = FoldedSection(section);
   if (name.empty() || !usable_) return names;
   for (const Block& block : blocks_) {
     if (block.name != name) continue;
     for (const Line& line : block.lines) {
-      if (IsKey(line.text)) names.push_back(DecodeText(KeyName(line.text)));
+      if (IsKey(line.text)) names.push_back(text::DecodeText(OneLine(KeyName(line.text))));
     }
   }
   return names;
 }
 
 void ProfileText::Set(std::string_view section, std::string_view key, std::string_view value) {
-  const std::string name = OneLine(key);
-  const std::string foldedSection = FoldedName(section);
-  if (!usable_ || foldedSection.empty() || IsHeader(name) || IsComment(name)) return;
+  const std::string foldedSection = FoldedSection(section);
+  if (!usable_ || foldedSection.empty() || !IsKeyName(key)) return;
+  // The first "=" of a line ends the name, also one that the caller meant as a part of it.
+  const std::string line = OneLine(key) + "=" + OneLine(value);
+  const std::string_view name = KeyName(line);
+  const std::string_view text = std::string_view(line).substr(line.find('=') + 1);
 
   const auto found = sections_.find(foldedSection);
   Section& target = found != sections_.end() ? found->second : AddSection(section);
   const auto place = target.keys.find(FoldedName(name));
   if (place != target.keys.end()) {
-    ReplaceValue(blocks_[place->second.block].lines[place->second.line].text, OneLine(value));
+    ReplaceValue(blocks_[place->second.block].lines[place->second.line].text, text);
   } else {
-    AddKey(target, name + "=" + OneLine(value));
+    AddKey(target, name, text);
   }
 }
 
-void ProfileText::AddKey(Section& section, std::string text) {
+void ProfileText::AddKey(Section& section, std::string_view name, std::string_view value) {
   const std::size_t index = section.firstBlock;
   Block& block = blocks_[index];
   std::size_t line = block.keysEnd;
@@ -163,10 +182,9 @@ void ProfileText::AddKey(Section& section, std::string text) {
   const std::string ending = EndingAfter(index, line - 1);
   block.lines[line - 1].ending = ending;
   block.lines.insert(block.lines.begin() + static_cast<std::ptrdiff_t>(line),
-                     {std::move(text), ending});
+                     {std::string(name).append("=").append(value), ending});
   block.keysEnd = line + 1;
-  // A name that holds a "=" reads back as the part before it, so that part is what is found again.
-  section.keys.try_emplace(FoldedName(KeyName(block.lines[line].text)), Place{index, line});
+  section.keys.try_emplace(FoldedName(name), Place{index, line});
 }
 
 ProfileText::Section& ProfileText::AddSection(std::string_view section) {
@@ -200,7 +218,7 @@ void ProfileText::TerminateLastLine() {
 }
 
 void ProfileText::EmptySection(std::string_view section) {
-  const std::string name = FoldedName(section);
+  const std::string name = FoldedSection(section);
   if (!usable_ || name.empty()) return;
   for (Block& block : blocks_) {
     if (block.name != name) continue;
@@ -213,7 +231,8 @@ void ProfileText::EmptySection(std::string_view section) {
 void ProfileText::SpaceHeaders() {
   if (!usable_) return;
   for (Block& block : blocks_) {
-    std::erase_if(block.lines, [](const Line& line) { return TrimBlanks(line.text).empty(); });
+    std::erase_if(block.lines,
+                  [](const Line& line) { return text::TrimBlanks(line.text).empty(); });
   }
   InsertBlankLines();
   BuildIndex();

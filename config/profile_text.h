@@ -15,12 +15,19 @@ namespace config {
 /// A line is a header when it begins, after blanks, with "["; its name goes to the first "]" or to
 /// the line's end. A line that begins with ";" or "//" is a comment. Any other line with a "=" in
 /// it is a key. Several sections of one name count as one: a key is read where it stands first.
+/// Sections without a name, and those whose name begins with "[", are never read.
 ///
 /// A file in UTF-16 (told by its byte-order mark) is left alone: reads are empty, writes do
 /// nothing. Cost: linear in the text to build, constant for a read or a write of a key.
 class ProfileText {
  public:
   explicit ProfileText(std::string_view bytes = {});
+
+  /// A text as it can stand within a line: up to a NUL, every line break a blank.
+  static std::string OneLine(std::string_view text);
+
+  /// Whether a key may have this name: not one that would read as a header or a comment.
+  static bool IsKeyName(std::string_view name);
 
   /// Whether the text can be read and written at all (see UTF-16 above).
   bool IsUsable() const { return usable_; }
@@ -34,8 +41,10 @@ class ProfileText {
 
   /// Writes a key: replaces its value where the key stands first, else adds it after the last key
   /// of its section, creating the section at the end of the text when there is none. Line breaks
-  /// in the name or the value become blanks. A section without a name and a key whose name would
-  /// read as a header or a comment are not written.
+  /// in the name or the value become blanks, blanks around the name are left out, and of a name
+  /// that holds a "=" the part behind it goes to the value: what is written is what reads back.
+  /// Nothing is written for a section without a name or with a name that no header reads back as
+  /// ("[" at its start, "]" anywhere), and for a name that is none of a key (see IsKeyName).
   void Set(std::string_view section, std::string_view key, std::string_view value);
 
   /// Takes every line but headers and comments out of a section, and spaces the headers.
@@ -71,7 +80,7 @@ class ProfileText {
   void BuildIndex();
   void IndexBlock(std::size_t block);
   void InsertBlankLines();
-  void AddKey(Section& section, std::string text);
+  void AddKey(Section& section, std::string_view name, std::string_view value);
   Section& AddSection(std::string_view section);
   std::string EndingAfter(std::size_t block, std::size_t line) const;
   void TerminateLastLine();

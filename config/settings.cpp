@@ -15,7 +15,6 @@ constexpr std::string_view kGame = "Game";
 constexpr std::string_view kHtml = "HTML";
 constexpr std::string_view kKillTables = "KILL TABLES";
 constexpr std::string_view kTemplates = "TEMPLATES";
-constexpr std::string_view kUserVars = "USER VARS";
 
 constexpr DefaultEntry kDefaultLogs[] = {{"games.log"}};
 
@@ -147,35 +146,26 @@ constexpr int kMostCounted = 32767;
 
 std::span<const Setting> Settings() { return kSettings; }
 
-std::vector<Entry> ReadEntries(const modIni& ini, std::string_view section,
+std::vector<Entry> ReadEntries(const SettingsFile& file, std::string_view section,
                                std::string_view countKey, std::string_view key,
                                std::string_view secondKey) {
-  const int count = WholeNumberOf(ini.ReadIni(section, countKey));
+  const int count = text::WholeNumberOf(file.ReadIni(section, countKey));
   std::vector<Entry> entries;
   for (int i = 0; i < count; ++i) {
     const std::string index = std::to_string(i);
     const std::string name = std::string(key) + index;
-    if (count > kMostCounted && !ini.HasKey(section, name)) break;
-    Entry& entry = entries.emplace_back(Entry{ini.ReadIni(section, name), {}});
-    if (!secondKey.empty()) entry.second = ini.ReadIni(section, std::string(secondKey) + index);
+    if (count > kMostCounted && !file.HasKey(section, name)) break;
+    Entry& entry = entries.emplace_back(Entry{file.ReadIni(section, name), {}});
+    if (!secondKey.empty()) entry.second = file.ReadIni(section, std::string(secondKey) + index);
   }
   return entries;
 }
 
-std::vector<Entry> LoadUserVars(const modIni& ini) {
-  std::vector<Entry> variables;
-  for (std::string& name : ini.KeyNames(kUserVars)) {
-    std::string value = ini.ReadIni(kUserVars, name);
-    variables.push_back({std::move(name), std::move(value)});
-  }
-  return variables;
-}
-
-void ClearSections(modIni& ini, const std::function<void()>& pumpEvents) {
+void ClearSections(SettingsFile& file, const std::function<void()>& pumpEvents) {
   for (const std::string_view section :
        {kMain, kHtml, kLogs, kGame, kKillTables, kTemplates, kUserVars}) {
     pumpEvents();
-    ini.ClearSection(section);
+    file.ClearSection(section);
     pumpEvents();
   }
 }

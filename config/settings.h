@@ -1,14 +1,18 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "config/modIni.h"
+#include "config/settings_file.h"
 
 namespace config {
+
+/// The section of the user variables, the only one whose keys no table names.
+inline constexpr std::string_view kUserVars = "USER VARS";
 
 /// How the value of a setting is written and read.
 enum class Encoding {
@@ -17,7 +21,7 @@ enum class Encoding {
   kFlag,            // "0" or "1"; the number 1 checks the box, any other number clears it
   kFlagUnlessZero,  // "0" or "1"; the number 0 clears the box, any other number checks it
   kMessageOptions,  // 0 to 15, one bit a check box
-  kColor,           // "#RRGGBB"; eight colour names are read too
+  kColor,           // "#RRGGBB"; eight color names are read too
   kColorWithoutNames,
   kBackgroundImage,  // text, trimmed of blanks when it is saved
   kFileExtension,    // text, "." put in front when it is missing
@@ -63,16 +67,12 @@ std::span<const Setting> Settings();
 
 /// The entries of a numbered list. A count up to 32767 yields exactly that many, empty ones for
 /// missing keys; beyond it entries are read while their keys exist. `secondKey` may be empty.
-std::vector<Entry> ReadEntries(const modIni& ini, std::string_view section,
+std::vector<Entry> ReadEntries(const SettingsFile& file, std::string_view section,
                                std::string_view countKey, std::string_view key,
                                std::string_view secondKey = {});
 
-/// The user variables, name and value, in the order of the file. A name that stands twice yields
-/// two entries with the value of the first.
-std::vector<Entry> LoadUserVars(const modIni& ini);
-
 /// Empties the seven sections of the settings, user variables included, before a save writes them
 /// afresh. `pumpEvents` is called during and after the work on each section.
-void ClearSections(modIni& ini, const std::function<void()>& pumpEvents);
+void ClearSections(SettingsFile& file, const std::function<void()>& pumpEvents);
 
 }  // namespace config

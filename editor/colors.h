@@ -2,25 +2,26 @@
 
 #include <QWidget>
 
-#include "editor/dialogs.h"
+#include "editor/context.h"
 
 namespace editor {
 
-/// Lets the user choose the colour of a colour button; the dialog opens on the colour that it has.
+/// Lets the user choose the color of a color button; the dialog opens on the color that it has,
+/// titled by the button's accessible name.
 /// A cancelled dialog leaves the button as it was.
 void PickColor(QWidget& button, Dialogs& dialogs);
 
-void cmdTextColor_Click(QWidget& window, Dialogs& dialogs);
-void cmdLinkColor_Click(QWidget& window, Dialogs& dialogs);
-void cmdVLinkColor_Click(QWidget& window, Dialogs& dialogs);
-void cmdALinkColor_Click(QWidget& window, Dialogs& dialogs);
-void cmdBGColor_Click(QWidget& window, Dialogs& dialogs);
-void cmdColumnColor_Click(QWidget& window, Dialogs& dialogs, int index);
-void cmdNameColor_Click(QWidget& window, Dialogs& dialogs, int index);
+void cmdTextColor_Click(const Context& context);
+void cmdLinkColor_Click(const Context& context);
+void cmdVLinkColor_Click(const Context& context);
+void cmdALinkColor_Click(const Context& context);
+void cmdBGColor_Click(const Context& context);
+void cmdColumnColor_Click(const Context& context);
+void cmdNameColor_Click(const Context& context);
 
-// Both show the page and kill-table colours as they stand on the colour buttons, until the user
+// Both show the page and kill-table colors as they stand on the color buttons, until the user
 // closes the preview.
-void cmdColorPreview_Click(QWidget& window);
-void cmdKillPreview_Click(QWidget& window);
+void cmdColorPreview_Click(const Context& context);
+void cmdKillPreview_Click(const Context& context);
 
 }  // namespace editor

@@ -2,8 +2,8 @@
 
 namespace editor {
 
-std::optional<int> ColorDialog::Show() {
-  const std::optional<int> chosen = desktop_.ChooseColor(&owner_, color_);
+std::optional<int> ColorDialog::Show(const QString& title) {
+  const std::optional<int> chosen = desktop_.ChooseColor(&owner_, color_, title);
   if (chosen) color_ = *chosen;
   return chosen;
 }
@@ -14,11 +14,8 @@ std::optional<QString> FileDialog::Show() {
   return chosen;
 }
 
-Dialogs::Dialogs(ui::Desktop& desktopToUse, QWidget& window)
-    : desktop(desktopToUse),
-      CColorDialog(desktop, window),
-      CDialog(desktop, window),
-      CLogDialog(desktop, window) {
+Dialogs::Dialogs(ui::Desktop& desktop, QWidget& window)
+    : CColorDialog(desktop, window), CDialog(desktop, window), CLogDialog(desktop, window) {
   CLogDialog.SetTitle("Select Quake 3 Arena Log File");
   CLogDialog.SetFilter("Log Files (*.log) |*.log|All Files (*.*)|*.*");
   CLogDialog.SetDefaultExtension("*.log");

@@ -9,16 +9,17 @@
 
 namespace editor {
 
-/// A colour dialog. It remembers the last colour that it was given or that the user chose.
+/// A color dialog. It remembers the last color that it was given or that the user chose.
 class ColorDialog {
  public:
   ColorDialog(ui::Desktop& desktop, QWidget& owner) : desktop_(desktop), owner_(owner) {}
 
-  /// The colour (0x00BBGGRR) that the next showing opens with; black at first.
+  /// The color (0x00BBGGRR) that the next showing opens with; black at first.
   void SetColor(int color) { color_ = color; }
 
-  /// Shows the dialog. The chosen colour, nothing when the user cancels.
-  std::optional<int> Show();
+  /// Shows the dialog, titled by the color that is chosen with it. The chosen color, nothing when
+  /// the user cancels.
+  std::optional<int> Show(const QString& title);
 
  private:
   ui::Desktop& desktop_;
@@ -48,9 +49,8 @@ class FileDialog {
 /// The dialogs that a main window keeps for its life, with what they remember from one use to the
 /// next.
 struct Dialogs {
-  Dialogs(ui::Desktop& desktopToUse, QWidget& window);
+  Dialogs(ui::Desktop& desktop, QWidget& window);
 
-  ui::Desktop& desktop;
   ColorDialog CColorDialog;
   FileDialog CDialog;
   FileDialog CLogDialog;

@@ -15,6 +15,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 
+#include "editor/context.h"
 #include "ui/controls.h"
 
 namespace editor {
@@ -99,7 +100,7 @@ QWidget* EditMenu::FocusedControl() const {
   return qobject_cast<QMenuBar*>(focused) != nullptr ? beforeMenuBar_.data() : focused;
 }
 
-void EditMenu::mnuEdit_Click() {
+void EditMenu::EnableItems() {
   const bool canPaste = !ClipboardText().value_or(QString()).isEmpty();
   const bool hasSelection = !TextBox(FocusedControl()).SelText().isEmpty();
   Control<QAction>(window_, "mnuEditPaste").setEnabled(canPaste);
@@ -107,21 +108,21 @@ void EditMenu::mnuEdit_Click() {
   Control<QAction>(window_, "mnuEditCopy").setEnabled(hasSelection);
 }
 
-void EditMenu::mnuEditCopy_Click() {
+void EditMenu::Copy() {
   QClipboard& clipboard = *QApplication::clipboard();
   clipboard.clear();
   if (const TextBox box(FocusedControl()); box) clipboard.setText(box.SelText());
 }
 
-void EditMenu::mnuEditCut_Click() {
-  mnuEditCopy_Click();
+void EditMenu::Cut() {
+  Copy();
   TextBox box(FocusedControl());
   const std::optional<qsizetype> start = box.SelStart();
   box.ReplaceSelection(start, {});
   box.SetSelStart(start);
 }
 
-void EditMenu::mnuEditPaste_Click() {
+void EditMenu::Paste() {
   TextBox box(FocusedControl());
   const std::optional<qsizetype> start = box.SelStart();
   const std::optional<QString> text = ClipboardText();
@@ -129,7 +130,7 @@ void EditMenu::mnuEditPaste_Click() {
   if (start) box.SetSelStart(*start + (pasted ? text->size() : 0));
 }
 
-void EditMenu::mnuEditSelectAll_Click() { TextBox(FocusedControl()).SelectAll(); }
+void EditMenu::SelectAll() { TextBox(FocusedControl()).SelectAll(); }
 
 bool EditMenu::eventFilter(QObject* object, QEvent* event) {
   const bool isFocusOut = event->type() == QEvent::FocusOut;
@@ -154,5 +155,11 @@ bool EditMenu::IsForMenu(const QKeyEvent& event) const {
     return item.isEnabled() && item.shortcut() == key;
   });
 }
+
+void mnuEdit_Click(const Context& context) { context.editMenu.EnableItems(); }
+void mnuEditCut_Click(const Context& context) { context.editMenu.Cut(); }
+void mnuEditCopy_Click(const Context& context) { context.editMenu.Copy(); }
+void mnuEditPaste_Click(const Context& context) { context.editMenu.Paste(); }
+void mnuEditSelectAll_Click(const Context& context) { context.editMenu.SelectAll(); }
 
 }  // namespace editor

@@ -22,13 +22,13 @@ class EditMenu : public QObject {
   /// outlives this object.
   explicit EditMenu(QWidget& window);
 
-  /// Called each time the menu is opened: enables Paste when the clipboard has text, Cut and Copy
-  /// when the focused control has selected text.
-  void mnuEdit_Click();
-  void mnuEditCut_Click();
-  void mnuEditCopy_Click();
-  void mnuEditPaste_Click();
-  void mnuEditSelectAll_Click();
+  /// Enables Paste when the clipboard has text, Cut and Copy when the focused control has selected
+  /// text.
+  void EnableItems();
+  void Cut();
+  void Copy();
+  void Paste();
+  void SelectAll();
 
  protected:
   /// Keeps the text boxes of the window from taking the keys of enabled items for itself.
@@ -48,5 +48,14 @@ class EditMenu : public QObject {
   QWidget& window_;
   QPointer<QWidget> beforeMenuBar_;  // had the focus when the menu bar took it
 };
+
+struct Context;
+
+/// Runs each time the menu is opened, before it shows.
+void mnuEdit_Click(const Context& context);
+void mnuEditCut_Click(const Context& context);
+void mnuEditCopy_Click(const Context& context);
+void mnuEditPaste_Click(const Context& context);
+void mnuEditSelectAll_Click(const Context& context);
 
 }  // namespace editor

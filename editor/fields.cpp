@@ -5,9 +5,11 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QStringDecoder>
 #include <QTreeWidget>
 
 #include "config/colors.h"
+#include "config/profile_text.h"
 #include "text/text.h"
 #include "ui/controls.h"
 
@@ -18,10 +20,6 @@ using config::Encoding;
 using config::Entry;
 using config::Setting;
 using ui::Control;
-
-QString ToQt(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 QLineEdit& TextBox(const QWidget& window, std::string_view name) {
   return Control<QLineEdit>(window, ToQt(name));
@@ -104,6 +102,15 @@ QString TrimSpaces(const QString& text) {
   return text.mid(first, last - first);
 }
 
+QString ToQt(std::string_view text) {
+  QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+  return decoder(QByteArrayView(text.data(), static_cast<qsizetype>(text.size())));
+}
+
+std::string BackgroundImageAsStored(std::string_view text) {
+  return std::string(text::TrimBlanks(config::ProfileText::OneLine(text)));
+}
+
 void ShowValue(QWidget& window, const Setting& setting, std::string_view value) {
   switch (setting.encoding) {
     case Encoding::kText:
@@ -142,7 +149,7 @@ std::string ValueOf(const QWidget& window, const Setting& setting) {
     case Encoding::kPath:
       return TextOf(window, setting);
     case Encoding::kBackgroundImage:
-      return std::string(text::TrimBlanks(TextOf(window, setting)));
+      return BackgroundImageAsStored(TextOf(window, setting));
     case Encoding::kFileExtension:
       return WithLeadingDot(TextOf(window, setting));
     case Encoding::kFlag:

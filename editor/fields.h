@@ -11,11 +11,18 @@
 
 namespace editor {
 
-/// Qt property of a colour button: its colour value, 0x00BBGGRR.
+/// Qt property of a color button: its color value, 0x00BBGGRR.
 inline constexpr char kBackColor[] = "BackColor";
 
 /// The text without the spaces (U+0020 only) at both ends.
 QString TrimSpaces(const QString& text);
+
+/// A text of the settings file, UTF-8, as the window has it. A U+FEFF at its start is a character
+/// like any other.
+QString ToQt(std::string_view text);
+
+/// The path of the background image as it goes into the file: on one line, trimmed of blanks.
+std::string BackgroundImageAsStored(std::string_view text);
 
 /// Puts the value of a setting, as the file holds it, into its field. Settings of lists (kCount,
 /// kEntries, kUserVariables) have no single value and change nothing.

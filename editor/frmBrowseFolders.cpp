@@ -5,6 +5,7 @@
 
 #include "ui/controls.h"
 #include "ui/drives.h"
+#include "ui/failure.h"
 #include "ui/folder_list.h"
 #include "ui/layout.h"
 
@@ -44,7 +45,7 @@ frmBrowseFolders::frmBrowseFolders(QWidget& owner, ui::Desktop& desktop, const Q
   list.addItems(drives_);
   connect(&list, &QComboBox::activated, this, &frmBrowseFolders::Drives_Change);
   Control<ui::FolderList>(*this, "Folders").OnOpen([this](const QString& folder) {
-    Open(folder, windowTitle());
+    OpenFolder(folder);
   });
   Control<QWidget>(*this, "Folders").setFocus();
   OpenStart();
@@ -56,7 +57,12 @@ void frmBrowseFolders::cmdOK_Click() {
 }
 
 void frmBrowseFolders::Drives_Change() {
-  Open(Control<QComboBox>(*this, "Drives").currentText(), "Drive Error");
+  const QString drive = Control<QComboBox>(*this, "Drives").currentText();
+  if (const auto error = Control<ui::FolderList>(*this, "Folders").SetPath(drive)) {
+    desktop_.ShowMessage(this, QString::fromStdString(error.message()), ui::MessageStyle::kCritical,
+                         "Drive Error");
+  }
+  ShowDrive();
 }
 
 void frmBrowseFolders::OpenStart() {
@@ -65,11 +71,13 @@ void frmBrowseFolders::OpenStart() {
   ShowDrive();
 }
 
-void frmBrowseFolders::Open(const QString& folder, const QString& failureTitle) {
-  auto& folders = Control<ui::FolderList>(*this, "Folders");
-  if (const std::error_code error = folders.SetPath(folder)) {
-    desktop_.ShowMessage(this, QString::fromStdString(error.message()), ui::MessageStyle::kCritical,
-                         failureTitle);
+void frmBrowseFolders::OpenFolder(const QString& folder) {
+  if (const auto error = Control<ui::FolderList>(*this, "Folders").SetPath(folder)) {
+    ui::TellFailure(desktop_, this,
+                    {.what = "This folder could not be opened:",
+                     .path = folder.toStdString(),
+                     .reason = error.message(),
+                     .title = windowTitle().toStdString()});
   }
   ShowDrive();
 }

@@ -26,8 +26,7 @@ class frmBrowseFolders : public QDialog {
   void Drives_Change();
 
   void OpenStart();
-  /// Opens a folder; a failure is told in a message box.
-  void Open(const QString& folder, const QString& failureTitle);
+  void OpenFolder(const QString& folder);
   void ShowDrive();
 
   ui::Desktop& desktop_;

@@ -46,7 +46,7 @@ constexpr ControlRow kRows[] = {
     {ControlKind::kButton, "cdClose", "", {1440, 2640, 975, 375}, "Close"},
 };
 
-/// Which colour button a control of the preview takes which of its colours from.
+/// Which color button a control of the preview takes which of its colors from.
 struct Source {
   const char* control;
   QPalette::ColorRole role;

@@ -4,7 +4,7 @@
 
 namespace editor {
 
-/// The preview of the page and kill-table colours: a modal snapshot of the colour buttons of the
+/// The preview of the page and kill-table colors: a modal snapshot of the color buttons of the
 /// main window at the moment when it is made.
 class frmColorPreview : public QDialog {
  public:

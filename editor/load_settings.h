@@ -2,12 +2,12 @@
 
 #include <QWidget>
 
-#include "config/modIni.h"
+#include "config/settings_file.h"
 
 namespace editor {
 
-/// Fills every field of the main window from the settings file, of which it reads one snapshot.
+/// Fills every field of the main window from the settings file.
 /// A missing key gives an empty field, 0 or black; nothing is reported and nothing is written.
-void LoadSettings(QWidget& window, config::modIni& ini);
+void LoadSettings(QWidget& window, const config::SettingsFile& file);
 
 }  // namespace editor

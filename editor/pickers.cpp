@@ -16,14 +16,14 @@ void PickFile(QWidget& window, FileDialog& dialog, const char* field) {
   if (const auto file = dialog.Show()) Control<QLineEdit>(window, field).setText(*file);
 }
 
-void PickTemplate(QWidget& window, Dialogs& dialogs, const char* field) {
-  auto& box = Control<QLineEdit>(window, field);
-  box.setText(BrowseTemplate(dialogs, "htmlt", TrimSpaces(box.text())));
+void PickTemplate(const Context& context, const char* field) {
+  auto& box = Control<QLineEdit>(context.window, field);
+  box.setText(BrowseTemplate(context.dialogs, "htmlt", TrimSpaces(box.text())));
 }
 
-void PickFolder(QWidget& window, Dialogs& dialogs, const char* field) {
-  auto& box = Control<QLineEdit>(window, field);
-  box.setText(BrowseFolder(window, dialogs, box.text()));
+void PickFolder(const Context& context, const char* field) {
+  auto& box = Control<QLineEdit>(context.window, field);
+  box.setText(BrowseFolder(context, box.text()));
 }
 
 }  // namespace
@@ -34,63 +34,46 @@ QString BrowseTemplate(Dialogs& dialogs, const QString& extension, const QString
   return dialogs.CDialog.Show().value_or(current);
 }
 
-QString BrowseFolder(QWidget& window, Dialogs& dialogs, const QString& start) {
-  frmBrowseFolders browser(window, dialogs.desktop, ui::Drives(), start);
+QString BrowseFolder(const Context& context, const QString& start) {
+  frmBrowseFolders browser(context.window, context.desktop, ui::Drives(), start);
   browser.exec();
   return browser.SelectedFolder();
 }
 
-void cmdBkgndImageBrowse_Click(QWidget& window, Dialogs& dialogs) {
-  dialogs.CDialog.SetFilter("JPEG Files (*.jpg)|*.jpg|GIF Files (*.gif)|*.gif|All Files (*.*)|*.*");
-  PickFile(window, dialogs.CDialog, "txtBkgndImage");
+void cmdBkgndImageBrowse_Click(const Context& context) {
+  context.dialogs.CDialog.SetFilter(
+      "JPEG Files (*.jpg)|*.jpg|GIF Files (*.gif)|*.gif|All Files (*.*)|*.*");
+  PickFile(context.window, context.dialogs.CDialog, "txtBkgndImage");
 }
 
-void cmdLogFileBrowse_Click(QWidget& window, Dialogs& dialogs) {
-  PickFile(window, dialogs.CLogDialog, "txtLogFilePath");
+void cmdLogFileBrowse_Click(const Context& context) {
+  PickFile(context.window, context.dialogs.CLogDialog, "txtLogFilePath");
 }
 
-void cmdBrsTemplate_Click(QWidget& window, Dialogs& dialogs) {
-  PickTemplate(window, dialogs, "txtTemplate");
+void cmdBrsTemplate_Click(const Context& context) { PickTemplate(context, "txtTemplate"); }
+
+void cmdBrowseMaps_Click(const Context& context) { PickTemplate(context, "txtMapTemplate"); }
+
+void cmdBrsGame_Click(const Context& context) { PickTemplate(context, "txtGameTemplate"); }
+
+void cmdBrsGameList_Click(const Context& context) { PickTemplate(context, "txtGameListTemplate"); }
+
+void cmdBrowseGameListLoop_Click(const Context& context) {
+  PickTemplate(context, "txtGameListLoopTemplate");
 }
 
-void cmdBrowseMaps_Click(QWidget& window, Dialogs& dialogs) {
-  PickTemplate(window, dialogs, "txtMapTemplate");
+void cmdBrowseLastGame_Click(const Context& context) {
+  PickTemplate(context, "txtLastGameTemplate");
 }
 
-void cmdBrsGame_Click(QWidget& window, Dialogs& dialogs) {
-  PickTemplate(window, dialogs, "txtGameTemplate");
-}
+void cmdBrwsPlayers_Click(const Context& context) { PickTemplate(context, "txtPLayerTemplate"); }
 
-void cmdBrsGameList_Click(QWidget& window, Dialogs& dialogs) {
-  PickTemplate(window, dialogs, "txtGameListTemplate");
-}
+void cmdBrowse5_Click(const Context& context) { PickTemplate(context, "txtCustomRankTemplate"); }
 
-void cmdBrowseGameListLoop_Click(QWidget& window, Dialogs& dialogs) {
-  PickTemplate(window, dialogs, "txtGameListLoopTemplate");
-}
+void cmdBrowse2_Click(const Context& context) { PickFolder(context, "txtSrcPath"); }
 
-void cmdBrowseLastGame_Click(QWidget& window, Dialogs& dialogs) {
-  PickTemplate(window, dialogs, "txtLastGameTemplate");
-}
+void cmdBrowse3_Click(const Context& context) { PickFolder(context, "txtDestPath"); }
 
-void cmdBrwsPlayers_Click(QWidget& window, Dialogs& dialogs) {
-  PickTemplate(window, dialogs, "txtPLayerTemplate");
-}
-
-void cmdBrowse5_Click(QWidget& window, Dialogs& dialogs) {
-  PickTemplate(window, dialogs, "txtCustomRankTemplate");
-}
-
-void cmdBrowse2_Click(QWidget& window, Dialogs& dialogs) {
-  PickFolder(window, dialogs, "txtSrcPath");
-}
-
-void cmdBrowse3_Click(QWidget& window, Dialogs& dialogs) {
-  PickFolder(window, dialogs, "txtDestPath");
-}
-
-void cmdBrowse4_Click(QWidget& window, Dialogs& dialogs) {
-  PickFolder(window, dialogs, "txtDbPath");
-}
+void cmdBrowse4_Click(const Context& context) { PickFolder(context, "txtDbPath"); }
 
 }  // namespace editor

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QWidget>
 
-#include "editor/dialogs.h"
+#include "editor/context.h"
 
 namespace editor {
 
@@ -16,25 +16,25 @@ QString BrowseTemplate(Dialogs& dialogs, const QString& extension, const QString
 
 /// Lets the user choose a folder in frmBrowseFolders, which opens on `start` (a relative text is
 /// taken from the current folder). The folder's full path, or `start` when the user cancels.
-QString BrowseFolder(QWidget& window, Dialogs& dialogs, const QString& start);
+QString BrowseFolder(const Context& context, const QString& start);
 
 /// A cancel leaves the field as it was.
-void cmdBkgndImageBrowse_Click(QWidget& window, Dialogs& dialogs);
-void cmdLogFileBrowse_Click(QWidget& window, Dialogs& dialogs);
+void cmdBkgndImageBrowse_Click(const Context& context);
+void cmdLogFileBrowse_Click(const Context& context);
 
 // Templates: a cancel takes the spaces around the field's text away and no more.
-void cmdBrsTemplate_Click(QWidget& window, Dialogs& dialogs);
-void cmdBrowseMaps_Click(QWidget& window, Dialogs& dialogs);
-void cmdBrsGame_Click(QWidget& window, Dialogs& dialogs);
-void cmdBrsGameList_Click(QWidget& window, Dialogs& dialogs);
-void cmdBrowseGameListLoop_Click(QWidget& window, Dialogs& dialogs);
-void cmdBrowseLastGame_Click(QWidget& window, Dialogs& dialogs);
-void cmdBrwsPlayers_Click(QWidget& window, Dialogs& dialogs);
-void cmdBrowse5_Click(QWidget& window, Dialogs& dialogs);
+void cmdBrsTemplate_Click(const Context& context);
+void cmdBrowseMaps_Click(const Context& context);
+void cmdBrsGame_Click(const Context& context);
+void cmdBrsGameList_Click(const Context& context);
+void cmdBrowseGameListLoop_Click(const Context& context);
+void cmdBrowseLastGame_Click(const Context& context);
+void cmdBrwsPlayers_Click(const Context& context);
+void cmdBrowse5_Click(const Context& context);
 
 // Folders.
-void cmdBrowse2_Click(QWidget& window, Dialogs& dialogs);
-void cmdBrowse3_Click(QWidget& window, Dialogs& dialogs);
-void cmdBrowse4_Click(QWidget& window, Dialogs& dialogs);
+void cmdBrowse2_Click(const Context& context);
+void cmdBrowse3_Click(const Context& context);
+void cmdBrowse4_Click(const Context& context);
 
 }  // namespace editor

@@ -2,10 +2,12 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include <QLineEdit>
 
 #include "config/settings.h"
+#include "config/user_vars.h"
 #include "editor/fields.h"
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -39,54 +41,52 @@ void CopyBackgroundImage(QWidget& window) {
 
   QLineEdit& field = ui::Control<QLineEdit>(window, "txtBkgndImage");
   const std::string text = field.text().toStdString();
-  const std::string image(text::TrimBlanks(text));
-  if (image != text) field.setText(QString::fromStdString(image));
+  const std::string image = BackgroundImageAsStored(text);
+  if (image != text) field.setText(ToQt(image));
   if (platform::HasSeparator(image)) CopyInto(images, image);
 }
 
-void WriteEntries(const QWidget& window, const config::Setting& setting, config::modIni& ini) {
+void WriteEntries(const QWidget& window, const config::Setting& setting,
+                  config::SettingsFile& file) {
   int number = 0;
   for (const config::Entry& entry : EntriesOf(window, setting)) {
     const std::string index = std::to_string(number++);
-    ini.WriteIni(setting.section, std::string(setting.key) + index, entry.first);
+    file.WriteIni(setting.section, std::string(setting.key) + index, entry.first);
     if (setting.secondKey.empty()) continue;
     const std::string_view second =
         setting.secondConstant.empty() ? entry.second : setting.secondConstant;
-    ini.WriteIni(setting.section, std::string(setting.secondKey) + index, second);
+    file.WriteIni(setting.section, std::string(setting.secondKey) + index, second);
   }
 }
 
-void WriteUserVars(const QWidget& window, const config::Setting& setting, config::modIni& ini) {
-  for (const config::Entry& variable : EntriesOf(window, setting)) {
-    ini.WriteIni(setting.section, variable.first, variable.second);
-  }
-}
-
-void WriteSettings(const QWidget& window, config::modIni& ini) {
+/// Writes all settings. The result are the names of the user variables that cannot be written.
+std::vector<std::string> WriteSettings(const QWidget& window, config::SettingsFile& file) {
+  std::vector<std::string> leftOut;
   for (const config::Setting& setting : config::Settings()) {
     switch (setting.encoding) {
       case config::Encoding::kEntries:
-        WriteEntries(window, setting, ini);
+        WriteEntries(window, setting, file);
         break;
       case config::Encoding::kUserVariables:
-        WriteUserVars(window, setting, ini);
+        leftOut = config::WriteUserVars(file, EntriesOf(window, setting));
         break;
       default:
-        ini.WriteIni(setting.section, setting.key, ValueOf(window, setting));
+        file.WriteIni(setting.section, setting.key, ValueOf(window, setting));
     }
   }
+  return leftOut;
 }
 
 }  // namespace
 
-std::string SaveSettings(QWidget& window, config::modIni& ini,
-                         const std::function<void()>& pumpEvents) {
-  config::modIni::Stage stage(ini);
-  config::ClearSections(ini, pumpEvents);
+SaveResult SaveSettings(QWidget& window, const config::modIni& ini,
+                        const std::function<void()>& pumpEvents) {
+  config::SettingsFile file = ini.Load();
+  config::ClearSections(file, pumpEvents);
   CopyBackgroundImage(window);
-  WriteSettings(window, ini);
-  ini.SpaceHeaders();
-  return stage.Commit();
+  std::vector<std::string> leftOut = WriteSettings(window, file);
+  file.SpaceHeaders();
+  return {file.Store(), std::move(leftOut)};
 }
 
 }  // namespace editor

@@ -21,9 +21,9 @@ void SetMessageOptions(QWidget& window, bool checked) {
 
 }  // namespace
 
-void cmdCheckAll_Click(QWidget& window) { SetMessageOptions(window, true); }
+void cmdCheckAll_Click(const Context& context) { SetMessageOptions(context.window, true); }
 
-void cmdClearAll_Click(QWidget& window) { SetMessageOptions(window, false); }
+void cmdClearAll_Click(const Context& context) { SetMessageOptions(context.window, false); }
 
 void UpdateCustomRank(QWidget& window) {
   const bool enabled = Control<QCheckBox>(window, "ckUseCustomRank").isChecked();
@@ -32,5 +32,7 @@ void UpdateCustomRank(QWidget& window) {
     Control<QWidget>(window, name).setEnabled(enabled);
   }
 }
+
+void ckUseCustomRank_Click(const Context& context) { UpdateCustomRank(context.window); }
 
 }  // namespace editor

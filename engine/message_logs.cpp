@@ -11,6 +11,8 @@
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "ui/controls.h"
+#include "ui/desktop.h"
+#include "ui/failure.h"
 
 namespace engine {
 namespace {
@@ -39,62 +41,46 @@ std::filesystem::path PathOf(const MessageLog& log, const std::string& programDi
   return platform::SystemPath(NameOf(log, programDirectory));
 }
 
-void View(const MessageLog& log, ui::Desktop& desktop, QWidget* owner,
-          const std::string& programDirectory) {
-  ui::ViewTextFile(desktop, owner, NameOf(log, programDirectory));
-}
-
-void TellWhyNotDeleted(ui::Desktop& desktop, QWidget* owner, const std::filesystem::path& path,
-                       const std::error_code& error) {
-  desktop.ShowMessage(
-      owner,
-      QStringLiteral("This message log could not be deleted:\n%1\n\n%2")
-          .arg(QString::fromStdString(path.string()), QString::fromStdString(error.message())),
-      ui::MessageStyle::kCritical, QStringLiteral("Message Logs"));
+void View(const MessageLog& log, const ui::Context& context) {
+  ui::ViewTextFile(context.desktop, &context.window, NameOf(log, context.programDirectory));
 }
 
 }  // namespace
 
-void mnuView_Click(QWidget& window, const std::string& programDirectory) {
+void mnuView_Click(const ui::Context& context) {
   for (const MessageLog& log : kMessageLogs) {
-    Control<QAction>(window, log.menuItem)
-        .setEnabled(platform::FileExists(PathOf(log, programDirectory)));
+    Control<QAction>(context.window, log.menuItem)
+        .setEnabled(platform::FileExists(PathOf(log, context.programDirectory)));
   }
-  const bool hasLogs = Control<QAction>(window, kLogParserLog.menuItem).isEnabled();
-  Control<QMenu>(window, "mnuViewLog").menuAction()->setEnabled(hasLogs);
-  Control<QAction>(window, "mnuViewLogsDelete").setEnabled(hasLogs);
+  const bool hasLogs = Control<QAction>(context.window, kLogParserLog.menuItem).isEnabled();
+  Control<QMenu>(context.window, "mnuViewLog").menuAction()->setEnabled(hasLogs);
+  Control<QAction>(context.window, "mnuViewLogsDelete").setEnabled(hasLogs);
 }
 
-void mnuViewLogCustRank_Click(ui::Desktop& desktop, QWidget* owner,
-                              const std::string& programDirectory) {
-  View(kCustRankLog, desktop, owner, programDirectory);
+void mnuViewLogCustRank_Click(const ui::Context& context) { View(kCustRankLog, context); }
+
+void mnuViewLogMain_Click(const ui::Context& context) { View(kMainLog, context); }
+
+void mnuViewLogLogParser_Click(const ui::Context& context) { View(kLogParserLog, context); }
+
+void mnuViewLogTemplateParser_Click(const ui::Context& context) {
+  View(kTemplateParserLog, context);
 }
 
-void mnuViewLogMain_Click(ui::Desktop& desktop, QWidget* owner,
-                          const std::string& programDirectory) {
-  View(kMainLog, desktop, owner, programDirectory);
-}
-
-void mnuViewLogLogParser_Click(ui::Desktop& desktop, QWidget* owner,
-                               const std::string& programDirectory) {
-  View(kLogParserLog, desktop, owner, programDirectory);
-}
-
-void mnuViewLogTemplateParser_Click(ui::Desktop& desktop, QWidget* owner,
-                                    const std::string& programDirectory) {
-  View(kTemplateParserLog, desktop, owner, programDirectory);
-}
-
-bool DeleteMessageLogs(ui::Desktop& desktop, QWidget* owner, const std::string& programDirectory) {
-  const ui::Answer answer = desktop.ShowMessage(
-      owner, QStringLiteral("Are you sure you want to remove all message logs?"),
+bool DeleteMessageLogs(const ui::Context& context) {
+  const ui::Answer answer = context.desktop.ShowMessage(
+      &context.window, QStringLiteral("Are you sure you want to remove all message logs?"),
       ui::MessageStyle::kYesNoQuestion, QStringLiteral("Message Logs"));
   if (answer != ui::Answer::kYes) return false;
   for (const MessageLog& log : kMessageLogs) {
-    const std::filesystem::path path = PathOf(log, programDirectory);
+    const std::filesystem::path path = PathOf(log, context.programDirectory);
     if (!platform::FileExists(path)) continue;
     if (const std::error_code error = platform::DeleteOneFile(path)) {
-      TellWhyNotDeleted(desktop, owner, path, error);
+      ui::TellFailure(context.desktop, &context.window,
+                      {.what = "This message log could not be deleted:",
+                       .path = path.string(),
+                       .reason = error.message(),
+                       .title = "Message Logs"});
     }
   }
   return true;

@@ -157,6 +157,8 @@ void frmAbout::keyPressEvent(QKeyEvent* event) {
   QDialog::keyPressEvent(event);
 }
 
-void mnuHelpAbout_Click(ui::Desktop& desktop, QWidget* owner) { frmAbout(owner, desktop).exec(); }
+void mnuHelpAbout_Click(const ui::Context& context) {
+  frmAbout(&context.window, context.desktop).exec();
+}
 
 }  // namespace help

@@ -2,6 +2,7 @@
 
 #include <QDialog>
 
+#include "ui/context.h"
 #include "ui/desktop.h"
 
 namespace help {
@@ -27,7 +28,8 @@ class frmAbout : public QDialog {
   int textTop_ = 0;  // top of the scrolling text within its viewport, in twips
 };
 
-/// Shows the About dialog, modal and centred over `owner`, and returns when it has been closed.
-void mnuHelpAbout_Click(ui::Desktop& desktop, QWidget* owner);
+/// Shows the About dialog, modal and centred over the main window, and returns when it has been
+/// closed.
+void mnuHelpAbout_Click(const ui::Context& context);
 
 }  // namespace help

@@ -1,13 +1,15 @@
 #include "help/links.h"
 
+#include "ui/desktop.h"
+
 namespace help {
 namespace {
 
 constexpr char kMakersSite[] = "http://" VANTREL3_MAKER_HOST;
 constexpr char kEnginesSite[] = "http://" VANTREL3_ENGINE_HOST;
 
-void OpenURL(ui::Desktop& desktop, const char* site, const QString& page) {
-  desktop.OpenUrl(site + page);
+void OpenURL(const ui::Context& context, const char* site, const QString& page) {
+  context.desktop.OpenUrl(site + page);
 }
 
 }  // namespace
@@ -21,29 +23,30 @@ QString VersionText(unsigned major, unsigned minor) {
   return QStringLiteral("%1.%2").arg(hundredths / 100).arg(hundredths % 100, 2, 10, QChar('0'));
 }
 
-void mnuHelpUpdate_Click(ui::Desktop& desktop) {
+void mnuHelpUpdate_Click(const ui::Context& context) {
   OpenURL(
-      desktop, kMakersSite,
+      context, kMakersSite,
       "/tallydesk/update.asp?ver=" + VersionText(VANTREL3_VERSION_MAJOR, VANTREL3_VERSION_MINOR));
 }
 
-void mnuHelpFeedback_Click(ui::Desktop& desktop) {
-  OpenURL(desktop, kMakersSite, "/tallydesk/feedback.asp?from=vantrel3");
+void mnuHelpFeedback_Click(const ui::Context& context) {
+  OpenURL(context, kMakersSite, "/tallydesk/feedback.asp?from=vantrel3");
 }
 
-void mnuHelpBugs_Click(ui::Desktop& desktop) {
-  OpenURL(desktop, kMakersSite, "/bugs/default.asp?from=vantrel3");
+void mnuHelpBugs_Click(const ui::Context& context) {
+  OpenURL(context, kMakersSite, "/bugs/default.asp?from=vantrel3");
 }
 
-void mnuHelpQuillon_Click(ui::Desktop& desktop) {
-  OpenURL(desktop, kMakersSite, "/default.asp?from=vantrel3");
+void mnuHelpQuillon_Click(const ui::Context& context) {
+  OpenURL(context, kMakersSite, "/default.asp?from=vantrel3");
 }
 
-void mnuHelpMorvaneHome_Click(ui::Desktop& desktop) { OpenURL(desktop, kEnginesSite, "/morvane"); }
+void mnuHelpMorvaneHome_Click(const ui::Context& context) {
+  OpenURL(context, kEnginesSite, "/morvane");
+}
 
-void mnuHelpQuickStart_Click(ui::Desktop& desktop, QWidget* owner,
-                             const std::string& programDirectory) {
-  ui::ViewTextFile(desktop, owner, programDirectory + "\\quickstart.txt");
+void mnuHelpQuickStart_Click(const ui::Context& context) {
+  ui::ViewTextFile(context.desktop, &context.window, context.programDirectory + "\\quickstart.txt");
 }
 
 }  // namespace help

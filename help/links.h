@@ -1,12 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include <QString>
 
-#include "ui/desktop.h"
-
-class QWidget;
+#include "ui/context.h"
 
 namespace help {
 
@@ -15,14 +11,13 @@ namespace help {
 QString VersionText(unsigned major, unsigned minor);
 
 // The Help items that open a page in the browser. Nothing is reported.
-void mnuHelpUpdate_Click(ui::Desktop& desktop);
-void mnuHelpFeedback_Click(ui::Desktop& desktop);
-void mnuHelpBugs_Click(ui::Desktop& desktop);
-void mnuHelpQuillon_Click(ui::Desktop& desktop);
-void mnuHelpMorvaneHome_Click(ui::Desktop& desktop);
+void mnuHelpUpdate_Click(const ui::Context& context);
+void mnuHelpFeedback_Click(const ui::Context& context);
+void mnuHelpBugs_Click(const ui::Context& context);
+void mnuHelpQuillon_Click(const ui::Context& context);
+void mnuHelpMorvaneHome_Click(const ui::Context& context);
 
 /// Opens "quickstart.txt" of the program directory in the text viewer.
-void mnuHelpQuickStart_Click(ui::Desktop& desktop, QWidget* owner,
-                             const std::string& programDirectory);
+void mnuHelpQuickStart_Click(const ui::Context& context);
 
 }  // namespace help

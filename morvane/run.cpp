@@ -3,17 +3,15 @@
 #include <chrono>
 #include <cstdio>
 #include <memory>
-#include <system_error>
 #include <utility>
 
-#include "config/modIni.h"
+#include "config/settings_file.h"
 #include "morvane/messages.h"
 #include "morvane/settings.h"
 #include "morvane/site/site.h"
 #include "morvane/statistics/ranking.h"
 #include "morvane/statistics/statistics.h"
 #include "morvane/store/collect.h"
-#include "platform/files.h"
 
 namespace morvane {
 namespace {
@@ -51,11 +49,11 @@ Statistics CountGames(const Settings& settings, Collected collected, Messages& m
 
 int Run(const std::string& directory) {
   const auto start = std::chrono::steady_clock::now();
-  config::modIni ini(directory);
-  std::error_code error;
-  platform::ReadWholeFile(ini.ConfigFilePath(), error);
-  if (error) return RefuseSettings(directory, ini.ConfigFilePath(), error.message());
-  const Settings settings = ReadSettings(ini);
+  const config::SettingsFile file(directory);
+  if (!file.LoadFailure().empty()) {
+    return RefuseSettings(directory, file.Path(), file.LoadFailure());
+  }
+  const Settings settings = ReadSettings(file);
   Messages messages(directory, settings.messageOptions);
   Collected collected = CollectGames(settings, messages);
   if (!collected.usable) {

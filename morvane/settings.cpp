@@ -6,8 +6,9 @@
 #include <string_view>
 
 #include "config/colors.h"
-#include "config/modIni.h"
 #include "config/settings.h"
+#include "config/settings_file.h"
+#include "config/user_vars.h"
 #include "platform/paths.h"
 #include "text/text.h"
 
@@ -22,7 +23,7 @@ constexpr std::array<std::string_view, 4> kOptionKeys = {
 /// Reads and converts values, section by section.
 class Reader {
  public:
-  explicit Reader(const config::modIni& ini) : ini_(ini) {}
+  explicit Reader(const config::SettingsFile& ini) : ini_(ini) {}
 
   std::string Text(std::string_view section, std::string_view key) const {
     return ini_.ReadIni(section, key);
@@ -69,7 +70,7 @@ class Reader {
     return config::ColorToHtml(std::to_string(config::ColorValue(intermediate)));
   }
 
-  const config::modIni& ini_;
+  const config::SettingsFile& ini_;
 };
 
 void ReadMain(const Reader& reader, Settings& settings) {
@@ -144,8 +145,7 @@ void ReadTemplates(const Reader& reader, Settings& settings) {
 
 }  // namespace
 
-Settings ReadSettings(config::modIni& ini) {
-  const config::modIni::Stage snapshot(ini);
+Settings ReadSettings(const config::SettingsFile& ini) {
   const Reader reader(ini);
   Settings settings;
   settings.directory = ini.ProgramDirectory();

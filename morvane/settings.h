@@ -6,7 +6,7 @@
 #include <vector>
 
 namespace config {
-class modIni;
+class SettingsFile;
 }
 
 namespace morvane {
@@ -82,6 +82,6 @@ struct Settings {
 
 /// The settings of `ini`, relative paths taken from the directory of the file. Missing keys and
 /// texts that are no number are empty texts, no entries and zeros.
-Settings ReadSettings(config::modIni& ini);
+Settings ReadSettings(const config::SettingsFile& ini);
 
 }  // namespace morvane

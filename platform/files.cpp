@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
+#include <ctime>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -35,6 +37,49 @@ class Descriptor {
   int value_;
 };
 
+/// Errors that the system has no number for.
+class FileErrors : public std::error_category {
+ public:
+  enum Number { kNotRegular = 1 };
+
+  static std::error_code NotRegular() {
+    static const FileErrors category;
+    return {kNotRegular, category};
+  }
+
+  const char* name() const noexcept override { return "file"; }
+  std::string message(int /*number*/) const override { return "Not a regular file"; }
+};
+
+/// Why something that exists cannot be used as a file; nothing when it can.
+std::error_code RefuseKind(mode_t mode) {
+  if (S_ISDIR(mode)) return std::make_error_code(std::errc::is_a_directory);
+  return S_ISREG(mode) ? std::error_code() : FileErrors::NotRegular();
+}
+
+/// Keeps the signal of a write beyond the limit on file sizes from this thread while it lives; the
+/// write fails with EFBIG all the same.
+class NoFileSizeSignal {
+ public:
+  NoFileSizeSignal() {
+    sigemptyset(&signal_);
+    sigaddset(&signal_, SIGXFSZ);
+    pthread_sigmask(SIG_BLOCK, &signal_, &before_);
+  }
+  NoFileSizeSignal(const NoFileSizeSignal&) = delete;
+  NoFileSizeSignal& operator=(const NoFileSizeSignal&) = delete;
+  ~NoFileSizeSignal() {
+    const timespec noTime = {};
+    while (sigtimedwait(&signal_, nullptr, &noTime) > 0) {
+    }
+    pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+  }
+
+ private:
+  sigset_t signal_ = {};
+  sigset_t before_ = {};
+};
+
 /// Where a save to `path` really goes: the end of its chain of symbolic links.
 std::error_code ResolveLinks(fs::path& path) {
   constexpr int kMostLinks = 40;
@@ -60,11 +105,11 @@ struct Attributes {
 std::error_code ReadAttributes(const fs::path& path, Attributes& attributes) {
   struct stat status = {};
   if (stat(path.c_str(), &status) != 0) return errno == ENOENT ? std::error_code() : LastError();
-  if (S_ISDIR(status.st_mode)) return std::make_error_code(std::errc::is_a_directory);
+  if (const std::error_code error = RefuseKind(status.st_mode)) return error;
   attributes = {true, status.st_mode & 07777U, status.st_uid, status.st_gid};
   // Root may write to any file, but a file that its owner closed to writing is meant to stay.
   const bool anyoneMayWrite = (status.st_mode & 0222U) != 0;
-  if (!anyoneMayWrite || access(path.c_str(), W_OK) != 0) {
+  if (!anyoneMayWrite || faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) {
     return std::make_error_code(std::errc::permission_denied);
   }
   return {};
@@ -73,9 +118,12 @@ std::error_code ReadAttributes(const fs::path& path, Attributes& attributes) {
 std::error_code WriteTemporary(int descriptor, const Attributes& attributes,
                                std::string_view bytes) {
   if (attributes.exists) {
-    // A user may not give files away; the permissions must hold in any case. The owner goes first
-    // because a change of owner clears permission bits.
-    [[maybe_unused]] const int owner = fchown(descriptor, attributes.user, attributes.group);
+    // A user may not give files away, but may hand them to a group of theirs; the permissions must
+    // hold in any case. The owner goes first because a change of owner clears permission bits.
+    if (fchown(descriptor, attributes.user, attributes.group) != 0) {
+      constexpr auto kSameUser = static_cast<uid_t>(-1);
+      [[maybe_unused]] const int group = fchown(descriptor, kSameUser, attributes.group);
+    }
     if (fchmod(descriptor, attributes.mode) != 0) return LastError();
   } else {
     const mode_t mask = umask(0);
@@ -97,18 +145,21 @@ void FlushFolder(const fs::path& folder) {
 
 bool FileExists(const fs::path& path) {
   std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  return fs::exists(status) && !fs::is_directory(status);
+  return fs::is_regular_file(path, error);
 }
 
 std::string ReadWholeFile(const fs::path& path, std::error_code& error) {
   error.clear();
   std::string bytes;
-  const Descriptor descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  if (descriptor.Get() < 0) {
+  // Without O_NONBLOCK the opening of a pipe would wait for someone to write to it.
+  const Descriptor descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  struct stat status = {};
+  if (descriptor.Get() < 0 || fstat(descriptor.Get(), &status) != 0) {
     error = LastError();
     return bytes;
   }
+  error = RefuseKind(status.st_mode);
+  if (error) return bytes;
   std::array<char, 1 << 16> buffer;
   while (true) {
     const ssize_t count = read(descriptor.Get(), buffer.data(), buffer.size());
@@ -144,6 +195,7 @@ std::error_code ReplaceFile(const fs::path& path, std::string_view bytes) {
 }
 
 std::error_code WriteAll(int descriptor, std::string_view bytes) {
+  const NoFileSizeSignal noSignal;
   while (!bytes.empty()) {
     const ssize_t written = write(descriptor, bytes.data(), bytes.size());
     if (written < 0 && errno != EINTR) return LastError();

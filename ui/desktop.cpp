@@ -15,6 +15,7 @@
 #include "platform/paths.h"
 #include "platform/text_viewer.h"
 #include "ui/controls.h"
+#include "ui/failure.h"
 #include "ui/layout.h"
 
 namespace ui {
@@ -87,14 +88,11 @@ std::vector<std::string> PlainArguments(const platform::CommandLine& command) {
 }  // namespace
 
 void ViewTextFile(Desktop& desktop, QWidget* owner, const std::string& file) {
-  const platform::CommandLine command{platform::kNotepad, {}, file};
-  const std::string reason = desktop.StartDetached(command);
+  const std::string reason = desktop.StartDetached({platform::kNotepad, {}, file});
   if (reason.empty()) return;
-  desktop.ShowMessage(
-      owner,
-      QStringLiteral("The text viewer could not be started:\n%1\n\n%2")
-          .arg(QString::fromStdString(command.Text()), QString::fromStdString(reason)),
-      MessageStyle::kCritical, QString::fromStdString(std::string(platform::FileNamePart(file))));
+  TellFailure(
+      desktop, owner,
+      {.what = "No text viewer could be started for this file:", .path = file, .reason = reason});
 }
 
 Answer RealDesktop::ShowMessage(QWidget* owner, const QString& text, MessageStyle style,
@@ -117,8 +115,9 @@ Answer RealDesktop::ShowMessage(QWidget* owner, const QString& text, MessageStyl
   return Answer::kOk;
 }
 
-std::optional<int> RealDesktop::ChooseColor(QWidget* owner, int color) {
+std::optional<int> RealDesktop::ChooseColor(QWidget* owner, int color, const QString& title) {
   QColorDialog dialog(ToQColor(color), owner);
+  dialog.setWindowTitle(title);
   GiveDialogFrame(dialog);
   dialog.setOption(QColorDialog::DontUseNativeDialog);  // some hide the custom colours
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;

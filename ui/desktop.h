@@ -40,9 +40,9 @@ class Desktop {
   virtual Answer ShowMessage(QWidget* owner, const QString& text, MessageStyle style,
                              const QString& title) = 0;
 
-  /// The colour dialog, open on `color` (0x00BBGGRR). The chosen colour in the same form, nothing
-  /// when the user cancels.
-  virtual std::optional<int> ChooseColor(QWidget* owner, int color) = 0;
+  /// The color dialog, titled `title` and open on `color` (0x00BBGGRR). The chosen color in the
+  /// same form, nothing when the user cancels.
+  virtual std::optional<int> ChooseColor(QWidget* owner, int color, const QString& title) = 0;
 
   /// The open-file dialog. The full path of the chosen file in the system's notation, nothing when
   /// the user cancels. After a choice the program's current folder is that file's folder.
@@ -61,7 +61,7 @@ class Desktop {
 };
 
 /// Opens a text file in the desktop's viewer and does not wait for it. A viewer that cannot be
-/// started is told to the user, with the command and the reason.
+/// started is told to the user, with the file and the reason.
 void ViewTextFile(Desktop& desktop, QWidget* owner, const std::string& file);
 
 /// The desktop that the user sits at.
@@ -69,7 +69,7 @@ class RealDesktop : public Desktop {
  public:
   Answer ShowMessage(QWidget* owner, const QString& text, MessageStyle style,
                      const QString& title) override;
-  std::optional<int> ChooseColor(QWidget* owner, int color) override;
+  std::optional<int> ChooseColor(QWidget* owner, int color, const QString& title) override;
   std::optional<QString> ChooseFile(QWidget* owner, const OpenFileRequest& request) override;
   platform::StartResult StartProgram(const platform::CommandLine& command) override;
   std::string StartDetached(const platform::CommandLine& command) override;

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 
@@ -65,15 +66,22 @@ TEST_F(KeyboardTest, TabOrderIsReadingOrder) {
   WriteFile("morvane.cfg", "[Main]\nuse_cust_rank=1\n");
   app::frmMain& window = OpenWindow();
   Control<QTabWidget>(window, "SSTab1").setCurrentIndex(0);
-  Control<QWidget>(window, "txtTimeFormat").setFocus();
+  Control<QTabWidget>(window, "SSTab1").tabBar()->setFocus();
   for (const char* next :
-       {"ckLimitKillTables", "txtSrcPath", "cmdBrowse2", "txtPlayersMinTime", "txtDestPath",
-        "cmdBrowse3", "txtPlayersMinGames", "txtDbPath", "cmdBrowse4", "txtPlayersMinKills",
-        "ckUseCustomRank", "ckUseDatabase", "txtCustomRankStart", "txtCustomRankTemplate",
-        "cmdBrowse5", "ckMainFileNorm", "ckMainFileSevr"}) {
+       {"txtTimeFormat", "ckLimitKillTables", "txtSrcPath", "cmdBrowse2", "txtPlayersMinTime",
+        "txtDestPath", "cmdBrowse3", "txtPlayersMinGames", "txtDbPath", "cmdBrowse4",
+        "txtPlayersMinKills", "ckUseCustomRank", "ckUseDatabase", "txtCustomRankStart",
+        "txtCustomRankTemplate", "cmdBrowse5", "ckMainFileNorm", "ckMainFileSevr"}) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget()->objectName(), next);
   }
+  Control<QWidget>(window, "cmdCheckAll").setFocus();
+  for (const char* next : {"cmdMakeStats", "cmdDefaults", "cmdSave", "cmdClose"}) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), next) << "the strip follows the page";
+  }
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget(), Control<QTabWidget>(window, "SSTab1").tabBar());
 }
 
 TEST_F(KeyboardTest, AccessKeysSelectTheTabs) {

@@ -1,8 +1,15 @@
 #include "config/profile_text.h"
 
+#include <cctype>
 #include <gtest/gtest.h>
+#include <optional>
+#include <random>
+#include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
+
+#include "text/text.h"
 
 namespace config {
 namespace {
@@ -26,6 +33,7 @@ TEST(ProfileText, ReadsAValue) {
       {"double quotes", "[Main]\nkey=\" a \"\n", " a "},
       {"single quotes, one pair only", "[Main]\nkey=''a''\n", "'a'"},
       {"quotes that do not match", "[Main]\nkey=\"a'\n", "\"a'"},
+      {"nothing in quotes", "[Main]\nkey=\"\"\n", ""},
       {"one quote", "[Main]\nkey=\"\n", "\""},
       {"commented out", "[Main]\n;key=1\n//key=2\n ;key=3\nkey=4\n", "4"},
       {"lone carriage returns", "[Main]\rkey=1\rkey2=2\r", "1"},
@@ -42,9 +50,10 @@ TEST(ProfileText, ReadsAValue) {
 
 TEST(ProfileText, FindsNothingThatIsNotThere) {
   for (const char* file : {"", "key=1\n", "[Main]\nkey\n", "[Other]\nkey=1\n", "[]\nkey=1\n",
-                           "\xFF\xFE[\0M\0", "[Main]\n[key=1\n"}) {
+                           "\xFF\xFE[\0M\0", "[Main]\n[key=1\n", "[[Main]\nkey=1\n"}) {
     EXPECT_EQ(ProfileText(file).Get("Main", "key"), std::nullopt) << file;
     EXPECT_EQ(ProfileText(file).Get("", "key"), std::nullopt) << file;
+    EXPECT_EQ(ProfileText(file).Get("[Main", "key"), std::nullopt) << file;
   }
 }
 
@@ -85,13 +94,139 @@ TEST(ProfileText, WritesAValueAndNothingElse) {
       {"comments for names", "[a]\n", "a", "//b", "v", "[a]\n"},
       {"no section name", "[a]\n", "", "n", "v", "[a]\n"},
       {"UTF-16", "\xFE\xFFxy", "a", "n", "v", "\xFE\xFFxy"},
-      {"name with an equals sign", "[a]\n", "a", "k=l", "v", "[a]\nk=l=v\n"},
+      {"name with an equals sign", "[a]\n", "a", " k = l", "v", "[a]\nk= l=v\n"},
+      {"name with an equals sign again", "[a]\n[A]\nk=1\n", "a", "k=l", "v", "[a]\n[A]\nk=l=v\n"},
+      {"blanks around the name", "[a]\nb=1\n", "a", "\t n m ", " v ", "[a]\nb=1\nn m= v \n"},
+      {"value with blanks in front, once more", "[a]\nk=  v\n", "a", "k", " v", "[a]\nk=  v\n"},
+      {"bracket in the section", "x\n", "a]b", "n", "v", "x\n"},
+      {"bracket before the section", "[[a]\n", " [a", "n", "v", "[[a]\n"},
+      {"line break in the section", "[a b]\n", "a\nb", "n", "v", "[a b]\nn=v\n"},
   };
   for (const WriteCase& test : cases) {
     ProfileText text(test.before);
     text.Set(test.section, test.key, test.value);
     EXPECT_EQ(text.Bytes(), test.after) << test.what;
     EXPECT_EQ(ProfileText(test.before).Bytes(), test.before) << test.what;
+  }
+}
+
+/// Profile text as simple as can be: it knows nothing but the lines, and looks at all of them anew
+/// for every call. Its names are letters, its line ends LF.
+class NaiveText {
+ public:
+  explicit NaiveText(const std::string& bytes) {
+    std::istringstream text(bytes);
+    for (std::string line; std::getline(text, line);) lines_.push_back(line);
+  }
+
+  std::string Bytes() const {
+    std::string bytes;
+    for (const std::string& line : lines_) bytes += line + "\n";
+    return bytes;
+  }
+
+  std::optional<std::string> Get(char section, const std::string& key) const {
+    const std::size_t place = PlaceOf(section, key);
+    if (place == lines_.size()) return std::nullopt;
+    const std::string& line = lines_[place];
+    return std::string(text::TrimBlanks(std::string_view(line).substr(line.find('=') + 1)));
+  }
+
+  void Set(char section, const std::string& key, const std::string& value) {
+    const std::string line = key + "=" + value;
+    const std::size_t place = PlaceOf(section, line.substr(0, line.find('=')));
+    if (place != lines_.size()) {
+      std::string& old = lines_[place];
+      old = old.substr(0, old.find('=') + 1) + line.substr(line.find('=') + 1);
+    } else {
+      lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(PlaceOfNewKey(section)), line);
+    }
+  }
+
+  void Empty(char section) {
+    std::vector<std::string> kept;
+    char current = 0;
+    for (const std::string& line : lines_) {
+      if (line.empty()) continue;
+      if (line[0] == '[') {
+        current = Fold(line[1]);
+        kept.insert(kept.end(), 2, "");
+      }
+      if (current != section || line[0] == '[' || line[0] == ';') kept.push_back(line);
+    }
+    lines_ = kept;
+  }
+
+ private:
+  static char Fold(char c) { return static_cast<char>(std::tolower(c)); }
+
+  std::size_t PlaceOf(char section, const std::string& key) const {
+    char current = 0;
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+      if (lines_[i].starts_with('[')) {
+        current = Fold(lines_[i][1]);
+      } else if (current == section && !lines_[i].starts_with(';')) {
+        const std::size_t equals = lines_[i].find('=');
+        if (equals != std::string::npos && text::SameName(lines_[i].substr(0, equals), key))
+          return i;
+      }
+    }
+    return lines_.size();
+  }
+
+  /// Behind the last key of the first section of the name, or its header and comments.
+  std::size_t PlaceOfNewKey(char section) {
+    std::size_t i = 0;
+    while (i < lines_.size() && (!lines_[i].starts_with('[') || Fold(lines_[i][1]) != section)) ++i;
+    if (i == lines_.size()) lines_.push_back(std::string("[") + section + "]");
+    const std::size_t header = i;
+    std::size_t place = header + 1;
+    while (place < lines_.size() && lines_[place].starts_with(';')) ++place;
+    for (++i; i < lines_.size() && !lines_[i].starts_with('['); ++i) {
+      const bool isKey = !lines_[i].starts_with(';') && lines_[i].find('=') != std::string::npos;
+      if (isKey) place = i + 1;
+    }
+    return place;
+  }
+
+  std::vector<std::string> lines_;
+};
+
+TEST(ProfileText, DoesWhatASimpleModelDoes) {
+  std::mt19937 random(7);
+  const auto any = [&](const std::vector<std::string>& texts) {
+    return texts[random() % texts.size()];
+  };
+  const std::vector<std::string> keys = {"k", "K", "j", "k=j", "J=", ""};
+  const std::vector<std::string> values = {"", "1", "22", "a=b", "[x]"};
+  for (int history = 0; history < 300; ++history) {
+    std::string bytes = "top\n";  // from which new lines take their ending
+    for (auto lines = random() % 9; lines > 0; --lines) {
+      bytes += any({"", "junk", "; c=1", "[a]", "[A]", "[b]", "k=1", "K=2", "j=k=3", "=4"}) + "\n";
+    }
+    ProfileText text(bytes);
+    NaiveText model(bytes);
+    std::string said = bytes;
+    for (int step = 0; step < 12; ++step) {
+      const char section = random() % 3 != 0 ? 'a' : 'b';
+      if (random() % 8 == 0) {
+        text.EmptySection({&section, 1});
+        model.Empty(section);
+        said += "-- empty " + std::string(1, section) + "\n";
+      } else {
+        const std::string key = any(keys);
+        const std::string value = any(values);
+        text.Set({&section, 1}, key, value);
+        model.Set(section, key, value);
+        said += "-- set " + std::string(1, section) + " " + key + " to " + value + "\n";
+      }
+      ASSERT_EQ(text.Bytes(), model.Bytes()) << said;
+      for (const char* const key : {"k", "j", ""}) {
+        for (const char name : {'a', 'b'}) {
+          ASSERT_EQ(text.Get({&name, 1}, key), model.Get(name, key)) << said << name << " " << key;
+        }
+      }
+    }
   }
 }
 

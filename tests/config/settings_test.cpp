@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "config/user_vars.h"
 #include "text/text.h"
 
 namespace config {
@@ -18,7 +19,8 @@ TEST(Settings, NoKeyStandsTwice) {
   for (const Setting& setting : Settings()) {
     for (const std::string_view key : {setting.key, setting.secondKey}) {
       if (key.empty()) continue;
-      EXPECT_TRUE(keys.insert(FoldCase(setting.section) + "/" + std::string(key)).second) << key;
+      EXPECT_TRUE(keys.insert(text::FoldCase(setting.section) + "/" + std::string(key)).second)
+          << key;
     }
   }
 }
@@ -36,15 +38,14 @@ class Lists : public testing::Test {
 };
 
 TEST_F(Lists, CountsDecideHowManyEntriesThereAre) {
-  modIni ini(directory_);
-  modIni::Stage stage(ini);
-  ini.WriteIni("Logs", "logpath0", "a");
-  ini.WriteIni("Logs", "logpath1", "");
-  ini.WriteIni("Logs", "logpath3", "d");
-  ini.WriteIni("Logs", "logtype0", "1000");
+  SettingsFile file(directory_);
+  file.WriteIni("Logs", "logpath0", "a");
+  file.WriteIni("Logs", "logpath1", "");
+  file.WriteIni("Logs", "logpath3", "d");
+  file.WriteIni("Logs", "logtype0", "1000");
   const auto read = [&](const char* count) {
-    ini.WriteIni("Logs", "number_of_logs", count);
-    return ReadEntries(ini, "LOGS", "number_of_logs", "logpath", "logtype");
+    file.WriteIni("Logs", "number_of_logs", count);
+    return ReadEntries(file, "LOGS", "number_of_logs", "logpath", "logtype");
   };
   EXPECT_EQ(read("1"), (std::vector<Entry>{{"a", "1000"}}));
   EXPECT_EQ(read("3"), (std::vector<Entry>{{"a", "1000"}, {}, {}}));
@@ -57,16 +58,57 @@ TEST_F(Lists, CountsDecideHowManyEntriesThereAre) {
 }
 
 TEST_F(Lists, UserVariablesKeepTheirOrder) {
-  modIni ini(directory_);
-  modIni::Stage stage(ini);
+  SettingsFile file(directory_);
   for (const auto& [name, value] : {std::pair{"b", "1"}, {"a", "x, y"}, {"c=d", "v"}}) {
-    ini.WriteIni("User Vars", name, value);
+    file.WriteIni("User Vars", name, value);
   }
-  EXPECT_EQ(LoadUserVars(ini), (std::vector<Entry>{{"b", "1"}, {"a", "x, y"}, {"c", "d=v"}}));
+  EXPECT_EQ(LoadUserVars(file), (std::vector<Entry>{{"b", "1"}, {"a", "x, y"}, {"c", "d=v"}}));
   int pumps = 0;
-  ClearSections(ini, [&] { ++pumps; });
-  EXPECT_EQ(LoadUserVars(ini).size(), 0U);
+  ClearSections(file, [&] { ++pumps; });
+  EXPECT_EQ(LoadUserVars(file).size(), 0U);
   EXPECT_EQ(pumps, 14);
+}
+
+TEST_F(Lists, UserVariablesOfOneNameAreOneLine) {
+  const struct {
+    std::vector<Entry> variables;
+    std::vector<Entry> readBack;
+    std::vector<std::string> refused;
+  } cases[] = {
+      {{{"x", "1"}, {"y", "2"}, {"X", "3"}}, {{"x", "3"}, {"y", "2"}}, {}},
+      {{{"a", " w"}, {" A ", "v"}}, {{"a", "v"}}, {}},
+      {{{"a", "w"}, {"a=b", "v"}}, {{"a", "b=v"}}, {}},
+      {{{"a=b", "v"}, {"a", "w"}}, {{"a", "w"}}, {}},
+      {{{"", "v"}, {" ", "w"}, {"=", "x"}}, {{"", "=x"}}, {}},
+      {{{"n\nm", "1"}, {"n m", "2\r\n3"}}, {{"n m", "2 3"}}, {}},
+      {{{"[x", "1"}, {"a", "2"}, {" ;b", "3"}, {"//c", "4"}, {"/d", "5"}},
+       {{"a", "2"}, {"/d", "5"}},
+       {"[x", " ;b", "//c"}},
+  };
+  for (const auto& [variables, readBack, refused] : cases) {
+    SettingsFile file(directory_);
+    EXPECT_EQ(WriteUserVars(file, variables), refused);
+    EXPECT_EQ(LoadUserVars(file), readBack);
+    ASSERT_EQ(file.Store(), "");
+    // What was read back is what the next save writes, byte for byte.
+    SettingsFile again(directory_ + "/none");
+    EXPECT_EQ(WriteUserVars(again, readBack), std::vector<std::string>());
+    for (const Entry& variable : readBack) {
+      EXPECT_EQ(again.ReadIni(kUserVars, variable.first), variable.second);
+    }
+    std::filesystem::remove(file.Path());
+  }
+}
+
+TEST_F(Lists, EverySectionOfASettingIsEmptied) {
+  SettingsFile file(directory_);
+  for (const Setting& setting : Settings()) file.WriteIni(setting.section, "stale", "x");
+  file.WriteIni("Other", "stale", "x");
+  ClearSections(file, [] {});
+  for (const Setting& setting : Settings()) {
+    EXPECT_FALSE(file.HasKey(setting.section, "stale")) << setting.section;
+  }
+  EXPECT_TRUE(file.HasKey("Other", "stale"));
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <gtest/gtest.h>
 
 #include <QComboBox>
@@ -30,6 +31,23 @@ TEST_F(Drives, ADriveThatCannotBeReadGoesBack) {
   EXPECT_EQ(folders.Path(), disk);
   QTest::keyClick(&drives, Qt::Key_Home);
   EXPECT_EQ(folders.Path(), "/");
+}
+
+TEST_F(Drives, AFolderThatCannotBeOpenedIsNamed) {
+  Open("");
+  std::filesystem::create_directories(PathOf("tree/gone"));
+  const QString tree = QString::fromStdString(PathOf("tree"));
+  frmBrowseFolders browser(Window(), desktop, {"/"}, tree);
+  browser.show();
+  std::filesystem::remove(PathOf("tree/gone"));
+  auto& folders = ui::Control<ui::FolderList>(browser, "Folders");
+  QTest::keyClick(&folders, Qt::Key_Down);
+  QTest::keyClick(&folders, Qt::Key_Return);
+  ASSERT_EQ(desktop.messages.size(), 1U);
+  EXPECT_EQ(desktop.messages[0].title, "Select A Directory");
+  EXPECT_EQ(desktop.messages[0].text,
+            "This folder could not be opened:\n" + tree + "/gone\n\nNo such file or directory");
+  EXPECT_EQ(folders.Path(), tree);
 }
 
 TEST(DriveOf, IsTheDeepestThatHoldsTheFolder) {

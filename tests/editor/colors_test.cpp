@@ -7,32 +7,30 @@ namespace {
 
 using Colors = FieldsTest;
 
-TEST_F(Colors, EveryButtonTakesTheChosenColour) {
-  Open("");
-  QStringList buttons = {"cmdTextColor", "cmdLinkColor", "cmdVLinkColor", "cmdALinkColor",
-                         "cmdBGColor"};
-  for (int i = 0; i < 10; ++i) buttons.append(QString("cmdNameColor(%1)").arg(i));
-  for (int i = 0; i < 3; ++i) buttons.append(QString("cmdColumnColor(%1)").arg(i));
-  int color = 0x123456;
-  for (const QString& button : buttons) {
-    desktop.colors = {color};
+TEST_F(Colors, TheDialogOpensOnTheColorOfTheButton) {
+  Open("[HTML]\nbg_color=#563412\n");
+  const std::tuple<const char*, int, const char*> cases[] = {
+      {"cmdBGColor", 0x123456, "Background Color"},
+      {"cmdNameColor(3)", 0, "Name Color ^3"},
+      {"cmdColumnColor(2)", 0, "Column 3 Color"}};
+  for (const auto& [button, color, title] : cases) {
     Click(button);
-    EXPECT_EQ(Color(button), color) << button.toStdString();
-    desktop.offeredColors.clear();
-    Click(button);
-    EXPECT_EQ(desktop.offeredColors, std::vector<int>{color}) << "opens on the button's colour";
+    EXPECT_EQ(desktop.offeredColors.back(), color);
+    EXPECT_EQ(desktop.colorTitles.back(), title);
     EXPECT_EQ(Color(button), color) << "a cancel changes nothing";
-    color += 0x010203;
   }
+  desktop.colors = {0x00FF00};
+  Click("cmdBGColor");
   Click("Command4");
-  EXPECT_EQ(desktop.offeredColors.back(), Color(buttons.back())) << "the last colour it had";
+  EXPECT_EQ(desktop.offeredColors.back(), 0x00FF00) << "the last color that the dialog had";
+  EXPECT_EQ(desktop.colorTitles.back(), "Highlight Color");
 }
 
 QColor Role(const QWidget& preview, const char* control, QPalette::ColorRole role) {
   return ui::Control<QWidget>(preview, control).palette().color(role);
 }
 
-TEST_F(Colors, ThePreviewShowsTheColoursOfTheMoment) {
+TEST_F(Colors, ThePreviewShowsTheColorsOfTheMoment) {
   Open(
       "[HTML]\ntext_color=#010203\nlink_color=#111213\nvlink_color=#212223\n"
       "alink_color=#313233\nbg_color=#414243\n"

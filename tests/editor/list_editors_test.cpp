@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemView>
+#include <QStyledItemDelegate>
 
 #include "tests/editor/fields_test.h"
 
@@ -10,33 +11,20 @@ namespace {
 using Lists = FieldsTest;
 
 TEST_F(Lists, ListBoxesTakeNewEntriesAtTheTop) {
-  const struct {
-    const char* list;
-    const char* entry;
-    const char* add;
-    const char* remove;
-  } cases[] = {
-      {"lstLogFiles", "txtLogFilePath", "cmdAddLog", "cmdRemovelog"},
-      {"lstTemplates", "txtTemplate", "cmdAddMainTemplate", "cmdRemoveMainTemplate"},
-      {"lstMapTemplates", "txtMapTemplate", "cmdAddMapTemplate", "cmdRemoveMapTemplate"},
-      {"lstGameTemplates", "txtGameTemplate", "cmdAddGameTemplate", "cmdRemoveGameTemplate"},
-  };
   Open("");
-  for (const auto& [list, entry, add, remove] : cases) {
-    for (const char* const typed : {"a", "  b c ", "", "a", "   "}) {
-      Type(entry, typed);
-      Click(add);
-      EXPECT_EQ(Text(entry), "");
-    }
-    EXPECT_EQ(Entries(list), (QStringList{"", "a", "b c", "a"})) << list;
-    Click(remove);
-    EXPECT_EQ(Entries(list).size(), 4) << "nothing is selected";
-    Select(list, 2);
-    Click(remove);
-    EXPECT_EQ(Entries(list), (QStringList{"", "a", "a"})) << list;
-    Click(remove);
-    EXPECT_EQ(Entries(list).size(), 3) << "nothing is selected afterwards";
+  for (const char* const typed : {"a", "  b c ", "", "a", "   "}) {
+    Type("txtLogFilePath", typed);
+    Click("cmdAddLog");
+    EXPECT_EQ(Text("txtLogFilePath"), "");
   }
+  EXPECT_EQ(Entries("lstLogFiles"), (QStringList{"", "a", "b c", "a"}));
+  Click("cmdRemovelog");
+  EXPECT_EQ(Entries("lstLogFiles").size(), 4) << "nothing is selected";
+  Select("lstLogFiles", 2);
+  Click("cmdRemovelog");
+  EXPECT_EQ(Entries("lstLogFiles"), (QStringList{"", "a", "a"}));
+  Click("cmdRemovelog");
+  EXPECT_EQ(Entries("lstLogFiles").size(), 3) << "nothing is selected afterwards";
 }
 
 TEST_F(Lists, UserVariablesAreAppendedAsTyped) {
@@ -60,7 +48,7 @@ TEST_F(Lists, UserVariablesAreAppendedAsTyped) {
   EXPECT_EQ(Entries("lvwUserVars"), (QStringList{"old|1", "|v", "a=b| "}));
 }
 
-TEST_F(Lists, HighlightLevelsAskForAColourFirst) {
+TEST_F(Lists, HighlightLevelsAskForAColorFirst) {
   Open("[KILL TABLES]\nhilite_levels=1\nhilite_level0=50\nhilite_color0=#abcdef\n");
   const struct {
     const char* typed;
@@ -84,6 +72,74 @@ TEST_F(Lists, HighlightLevelsAskForAColourFirst) {
   Click("cmdRemoveHiLiteLevel");
   Click("cmdRemoveHiLiteLevel");
   EXPECT_EQ(Entries("lvwHiliteLevels"), QStringList{" abc |#80FF00"});
+}
+
+TEST_F(Lists, NewEntriesAreScrolledIntoView) {
+  std::string bytes = "[Logs]\nnumber_of_logs=99\n[KILL TABLES]\nhilite_levels=99\n[USER VARS]\n";
+  for (int i = 0; i < 99; ++i) bytes += "v" + std::to_string(i) + "=1\n";
+  Open(bytes);
+  const auto view = [this](const char* list) -> QAbstractItemView& {
+    return ui::Control<QAbstractItemView>(Window(), list);
+  };
+  const auto shows = [&](const char* list, int row) {
+    const QRect place = view(list).visualRect(view(list).model()->index(row, 0));
+    return view(list).viewport()->rect().contains(place.center());
+  };
+  for (const auto& [list, entry, add] : {std::tuple{"lstLogFiles", "txtLogFilePath", "cmdAddLog"},
+                                         {"lvwHiliteLevels", "txtMinHiliteLevel", "Command4"}}) {
+    Focus(list);
+    view(list).scrollToBottom();
+    ASSERT_FALSE(shows(list, 0));
+    Type(entry, "new");
+    desktop.colors = {0};
+    Click(add);
+    EXPECT_TRUE(shows(list, 0)) << list;
+  }
+  Type("txtValue", "new");
+  ASSERT_FALSE(shows("lvwUserVars", 98));
+  Click("cmdAddUserVar");
+  EXPECT_TRUE(shows("lvwUserVars", 99));
+}
+
+TEST_F(Lists, TheKeyboardStaysWhereAnEntryWasRemoved) {
+  Open(
+      "[Logs]\nnumber_of_logs=4\nlogpath0=a\nlogpath1=b\nlogpath2=c\nlogpath3=d\n"
+      "[USER VARS]\na=1\nb=2\nc=3\nd=4\n");
+  for (const auto& [list, remove] :
+       {std::pair{"lstLogFiles", "cmdRemovelog"}, {"lvwUserVars", "cmdRemoveUserVar"}}) {
+    const auto& view = ui::Control<QAbstractItemView>(Window(), list);
+    Select(list, 1);
+    Click(remove);
+    EXPECT_FALSE(view.selectionModel()->hasSelection()) << list;
+    EXPECT_EQ(view.currentIndex().row(), 1) << list;
+    Focus(list);
+    Press(Qt::Key_Down);
+    EXPECT_EQ(view.selectionModel()->selectedRows().value(0).row(), 2) << list;
+    Click(remove);
+    EXPECT_FALSE(view.selectionModel()->hasSelection()) << list;
+    EXPECT_EQ(view.currentIndex().row(), 1) << list << ", the last entry went";
+  }
+}
+
+TEST_F(Lists, AnEntryWithALineBreakIsShownOnOneLine) {
+  Open("");
+  for (const char* const text : {"one", "two\r\nlines"}) {
+    Box("txtLogFilePath").setText(text);
+    Click("cmdAddLog");
+    Box("txtVariable").setText(text);
+    Box("txtValue").setText(text);
+    Click("cmdAddUserVar");
+  }
+  EXPECT_EQ(Entries("lstLogFiles").at(0), "two\r\nlines") << "the entry is as it was typed";
+  for (const char* const list : {"lstLogFiles", "lvwUserVars"}) {
+    Focus(list);
+    const auto& view = ui::Control<QAbstractItemView>(Window(), list);
+    const QModelIndex first = view.model()->index(0, 0);
+    const QModelIndex second = view.model()->index(1, 0);
+    EXPECT_EQ(view.visualRect(first).height(), view.visualRect(second).height()) << list;
+    const auto* delegate = qobject_cast<QStyledItemDelegate*>(view.itemDelegate());
+    EXPECT_EQ(delegate->displayText("two\r\nlines", {}), "two lines") << list;
+  }
 }
 
 }  // namespace

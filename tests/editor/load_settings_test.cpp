@@ -14,7 +14,7 @@ TEST_F(Load, EveryEncodingReachesItsField) {
       "use_main_log=10\nuse_logparser_log=20\nuse_templateparser_log=5\nuse_customrank_log=-3\n"
       "[LOGS]\nnumber_of_logs=3\nlogpath0=first.log\nlogpath2=third, with a comma\n"
       "[GAME]\ngame_complete=2\nmin_players=\n"
-      "[html]\nbg_color=red\nlink_color=#00ff00\nvlink_color=ff\nalink_color=no colour\n"
+      "[html]\nbg_color=red\nlink_color=#00ff00\nvlink_color=ff\nalink_color=no color\n"
       "name9=#123456\nbg_image=C:\\back.jpg\nfile_ext=htm\n"
       "[kill tables]\nhilite_levels=2\nhilite_level0=100\nhilite_color0=#00ff00\n"
       "hilite_level1=x\ncolumn0=#ff0000\ncolumn1=red\n"
@@ -50,7 +50,7 @@ TEST_F(Load, EveryEncodingReachesItsField) {
   EXPECT_EQ(Color("cmdBGColor"), 0x0000FF);
   EXPECT_EQ(Color("cmdLinkColor"), 0x00FF00);
   EXPECT_EQ(Color("cmdVLinkColor"), 0x0000FF);
-  EXPECT_EQ(Color("cmdALinkColor"), 0) << "no colour counts as black";
+  EXPECT_EQ(Color("cmdALinkColor"), 0) << "no color counts as black";
   EXPECT_EQ(Color("cmdTextColor"), 0);
   EXPECT_EQ(Color("cmdNameColor(9)"), 0x563412);
   EXPECT_EQ(Color("cmdColumnColor(0)"), 0x0000FF);

@@ -16,7 +16,7 @@ constexpr char kImages[] = "JPEG Files (*.jpg)|*.jpg|GIF Files (*.gif)|*.gif|All
 constexpr char kTemplates[] = "Template Files (*.htmlt)|*.htmlt";
 constexpr char kLogs[] = "Log Files (*.log) |*.log|All Files (*.*)|*.*";
 
-TEST_F(Pickers, FilesGoIntoTheirFields) {
+TEST_F(Pickers, EachKindOfFileHasItsFilterAndItsWayOfCancelling) {
   const struct {
     const char* button;
     const char* field;
@@ -24,13 +24,6 @@ TEST_F(Pickers, FilesGoIntoTheirFields) {
     const char* afterCancel;  // of a field that held "  x  "
   } cases[] = {
       {"cmdBkgndImageBrowse", "txtBkgndImage", kImages, "  x  "},
-      {"cmdBrsTemplate", "txtTemplate", kTemplates, "x"},
-      {"cmdBrowseMaps", "txtMapTemplate", kTemplates, "x"},
-      {"cmdBrsGame", "txtGameTemplate", kTemplates, "x"},
-      {"cmdBrsGameList", "txtGameListTemplate", kTemplates, "x"},
-      {"cmdBrowseGameListLoop", "txtGameListLoopTemplate", kTemplates, "x"},
-      {"cmdBrowseLastGame", "txtLastGameTemplate", kTemplates, "x"},
-      {"cmdBrwsPlayers", "txtPLayerTemplate", kTemplates, "x"},
       {"cmdBrowse5", "txtCustomRankTemplate", kTemplates, "x"},
       {"cmdLogFileBrowse", "txtLogFilePath", kLogs, "  x  "},
   };

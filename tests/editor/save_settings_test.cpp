@@ -197,27 +197,77 @@ TEST_F(Save, FailuresAreToldAndLoseNothing) {
     ASSERT_EQ(desktop.messages.size(), 1U);
     EXPECT_EQ(desktop.messages[0].title, "morvane.cfg");
     EXPECT_EQ(desktop.messages[0].style, ui::MessageStyle::kCritical);
-    EXPECT_FALSE(desktop.messages[0].text.isEmpty());
+    EXPECT_TRUE(desktop.messages[0].text.contains(QString::fromStdString(PathOf(kFile))));
     desktop.messages.clear();
     chmod(PathOf(kFile).c_str(), 0644);
   }
 }
 
+TEST_F(Save, ASaveThatChangesNothingLeavesTheFileAlone) {
+  Open("[Main]\nuse_db=1\n");
+  Click("cmdSave");
+  const fs::file_time_type before = fs::last_write_time(PathOf(kFile)) - std::chrono::hours(1);
+  fs::last_write_time(PathOf(kFile), before);
+  chmod(PathOf(kFile).c_str(), 0444);
+  Click("cmdSave");
+  EXPECT_EQ(Status(), "Configuration Saved.");
+  EXPECT_EQ(fs::last_write_time(PathOf(kFile)), before);
+  EXPECT_TRUE(desktop.messages.empty());
+}
+
+TEST_F(Save, NamesThatCannotStandInTheFileAreTold) {
+  Open("[USER VARS]\nkept=1\n");
+  for (const char* const name : {"[Main]", "; note", "//", "a = b", " kept "}) {
+    Box("txtVariable").setText(name);
+    Box("txtValue").setText("2");
+    Click("cmdAddUserVar");
+  }
+  Click("cmdSave");
+  EXPECT_NE(File().find("[USER VARS]\nkept=2\na= b=2\n"), std::string::npos) << File();
+  EXPECT_EQ(Status(), "Configuration Saved.");
+  ASSERT_EQ(desktop.messages.size(), 1U);
+  EXPECT_EQ(desktop.messages[0].title, "morvane.cfg");
+  EXPECT_TRUE(desktop.messages[0].text.endsWith(":\n\n[Main]\n; note\n//"))
+      << desktop.messages[0].text.toStdString();
+}
+
+TEST_F(Save, AByteOrderMarkInAValueIsACharacter) {
+  const std::string marked = "\xEF\xBB\xBFx";
+  const std::string lines = "[USER VARS]\nname=" + marked + "\n" + marked + "=1\n";
+  Open("[Main]\ntime_format=" + marked + "\n[Logs]\nnumber_of_logs=1\nlogpath0=" + marked + "\n" +
+       lines);
+  Click("cmdSave");
+  EXPECT_TRUE(HasLine("time_format=" + marked));
+  EXPECT_TRUE(HasLine("logpath0=" + marked));
+  EXPECT_NE(File().find(lines), std::string::npos);
+}
+
+TEST_F(Save, TheBackgroundImageIsUsedAsItIsStored) {
+  Open("");
+  WriteFile("pics/a b.jpg", "picture");
+  Type("txtDestPath", "out");
+  Box("txtBkgndImage").setText(" pics\\a\nb.jpg\r\n");
+  Click("cmdSave");
+  EXPECT_TRUE(HasLine("bg_image=pics\\a b.jpg"));
+  EXPECT_EQ(Text("txtBkgndImage"), "pics\\a b.jpg");
+  EXPECT_EQ(ReadFile("out/images/a b.jpg"), "picture");
+}
+
 TEST_F(Save, ReadsTheFieldsAfterTheSectionsAreEmptied) {
   Open("[Main]\nuse_db=0\n");
   bool edited = false;
-  const std::string failure = SaveSettings(Window(), Window().Ini(), [&] {
+  const SaveResult result = SaveSettings(Window(), Window().Ini(), [&] {
     if (!edited) Box("txtTimeFormat").setText("typed meanwhile");
     edited = true;
   });
-  EXPECT_EQ(failure, "");
+  EXPECT_EQ(result.failure, "");
   EXPECT_TRUE(HasLine("time_format=typed meanwhile"));
 }
 
 /// A process that saves two states in turn until it is killed, and says so after each save.
 class Saver {
  public:
-  Saver(QWidget& window, config::modIni& ini, QLineEdit& field) {
+  Saver(QWidget& window, const config::modIni& ini, QLineEdit& field) {
     EXPECT_EQ(pipe(pipe_.data()), 0);
     process_ = fork();
     for (int i = 0; process_ == 0; ++i) {

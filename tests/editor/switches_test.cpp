@@ -7,24 +7,6 @@ namespace {
 
 using Switches = FieldsTest;
 
-TEST_F(Switches, CheckAllAndClearAllActOnTheSixteenOnly) {
-  Open("[Main]\nuse_main_log=10\nuse_db=1\n");
-  const struct {
-    const char* button;
-    const char* number;
-  } cases[] = {{"cmdCheckAll", "15"}, {"cmdClearAll", "0"}, {"cmdClearAll", "0"}};
-  for (const auto& [button, number] : cases) {
-    Click(button);
-    Click("cmdSave");
-    for (const char* const key : {"use_main_log=", "use_logparser_log=", "use_templateparser_log=",
-                                  "use_customrank_log="}) {
-      EXPECT_TRUE(HasLine(std::string(key) + number)) << key;
-    }
-    EXPECT_TRUE(Checked("ckUseDatabase"));
-    EXPECT_FALSE(Checked("ckLimitKillTables"));
-  }
-}
-
 TEST_F(Switches, CustomRankingFieldsFollowTheSwitch) {
   const auto enabled = [this] {
     std::string digits;

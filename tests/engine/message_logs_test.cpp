@@ -82,27 +82,21 @@ TEST_F(MessageLogsTest, TheViewMenuOffersTheLogsThatExist) {
   EXPECT_EQ(Enabled(window), "m") << "a folder is no log";
 }
 
-TEST_F(MessageLogsTest, EachItemOpensItsLogInTheViewer) {
+TEST_F(MessageLogsTest, ALogThatCannotBeShownIsTold) {
   frmMain& window = OpenWindow();
-  const QString status = StatusText(window);
-  for (const char* item : {"mnuViewLogCustRank", "mnuViewLogMain", "mnuViewLogLogParser",
-                           "mnuViewLogTemplateParser", "mnuHelpQuickStart"}) {
-    Choose(window, item);
-  }
-  const std::string start = "notepad.exe \"" + Directory() + "\\";
+  Choose(window, "mnuViewLogMain");
   EXPECT_THAT(desktop.detached,
-              ElementsAre(start + "custrank.log.txt\"", start + "morvane.log.txt\"",
-                          start + "logparser.log.txt\"", start + "templateparser.log.txt\"",
-                          start + "quickstart.txt\""));
+              ElementsAre("notepad.exe \"" + Directory() + "\\morvane.log.txt\""));
   EXPECT_THAT(desktop.messages, IsEmpty());
-  EXPECT_EQ(StatusText(window), status);
+  EXPECT_EQ(StatusText(window), "Ready.");
 
   desktop.detachedFailure = "No viewer";
   Choose(window, "mnuViewLogMain");
   ASSERT_EQ(desktop.messages.size(), 1U);
   EXPECT_EQ(desktop.messages[0].title, "morvane.log.txt");
-  EXPECT_THAT(desktop.messages[0].text.toStdString(), HasSubstr(desktop.detached.back()));
-  EXPECT_THAT(desktop.messages[0].text.toStdString(), HasSubstr("No viewer"));
+  EXPECT_EQ(desktop.messages[0].text.toStdString(),
+            "No text viewer could be started for this file:\n" + PathOf("morvane.log.txt") +
+                "\n\nNo viewer");
 }
 
 TEST_F(MessageLogsTest, DeletesTheLogsAfterAQuestion) {
@@ -162,8 +156,38 @@ TEST_F(MessageLogsTest, PrintingSavesFirstAndFailsSilently) {
   EXPECT_THAT(desktop.messages, IsEmpty());
 
   chmod(PathOf("morvane.cfg").c_str(), 0444);
+  Control<QLineEdit>(window, "txtMinKills").setText("4712");
   Choose(window, "mnuFilePrint");
   EXPECT_THAT(desktop.detached, testing::SizeIs(1)) << "printed although the save failed";
+}
+
+TEST_F(MessageLogsTest, PrintingDuringASaveFollowsIt) {
+  frmMain& window = OpenWindow();
+  auto& field = Control<QLineEdit>(window, "txtMinKills");
+  const auto printDuringSave = [&] {
+    QMetaObject::invokeMethod(
+        &window,
+        [&] {
+          Choose(window, "mnuFilePrint");
+          EXPECT_THAT(desktop.detached, IsEmpty()) << "printed before the save was done";
+        },
+        Qt::QueuedConnection);
+    Choose(window, "mnuFileSave");
+  };
+  field.setText("4711");
+  printDuringSave();
+  EXPECT_THAT(desktop.detached, ElementsAre("notepad.exe /p \"" + Directory() + "\\morvane.cfg\""));
+  EXPECT_THAT(ReadFile("morvane.cfg"), HasSubstr("4711"));
+  EXPECT_EQ(StatusText(window), "Configuration Saved.");
+
+  desktop.Forget();
+  field.setText("4712");
+  chmod(PathOf("morvane.cfg").c_str(), 0444);
+  printDuringSave();
+  EXPECT_THAT(desktop.messages, testing::SizeIs(1));
+  chmod(PathOf("morvane.cfg").c_str(), 0644);
+  Choose(window, "mnuFileSave");
+  EXPECT_THAT(desktop.detached, IsEmpty()) << "a save that failed is not printed, then or later";
 }
 
 }  // namespace

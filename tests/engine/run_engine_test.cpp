@@ -80,7 +80,15 @@ TEST_F(EngineTest, AnEngineThatCannotBeStartedIsTold) {
 TEST_F(EngineTest, NoRunFollowsASaveThatFailed) {
   WriteEngine("exit 0");
   frmMain& window = OpenWindow();
+  Click(window, "cmdSave");
   chmod(PathOf("morvane.cfg").c_str(), 0444);
+  Click(window, "cmdMakeStats");
+  EXPECT_EQ(StatusText(window), "Statistics Generated.") << "nothing was changed";
+  EXPECT_THAT(desktop.messages, IsEmpty());
+
+  desktop.Forget();
+  window.SetStatus("Ready.");
+  Control<QLineEdit>(window, "txtMinKills").setText("4711");
   Click(window, "cmdMakeStats");
   EXPECT_THAT(desktop.started, IsEmpty());
   ASSERT_EQ(desktop.messages.size(), 1U);
@@ -106,6 +114,7 @@ TEST_F(EngineTest, TheWindowWorksDuringARun) {
     Click(window, "cmdMakeStats");
     QTest::keyClick(&window, Qt::Key_F5);
     EXPECT_THAT(desktop.started, testing::SizeIs(1)) << "a second run was started";
+    EXPECT_EQ(StatusText(window), "Generating Statistics...");
     Choose(window, "mnuHelpFeedback");
     EXPECT_THAT(desktop.urls, testing::SizeIs(1));
     desktop.answers = {ui::Answer::kYes};
@@ -152,7 +161,7 @@ TEST_F(EngineTest, AProgramDirectoryOfAnyNameWorks) {
   const std::string odd = "a \"b\" $HOME; 'c' %f";
   WriteFile(odd + "/morvane.exe", "#!/bin/sh\necho \"$0\" > \"${0%/*}/seen\"\n");
   chmod(PathOf(odd + "/morvane.exe").c_str(), 0755);
-  EXPECT_TRUE(RunEngine(desktop, nullptr, PathOf(odd)));
+  EXPECT_EQ(RunEngine(desktop, PathOf(odd)), "");
   EXPECT_EQ(ReadFile(odd + "/seen"), PathOf(odd) + "/morvane.exe\n");
 }
 

@@ -24,7 +24,6 @@ namespace {
 
 using support::Choose;
 using support::DialogAnswers;
-using testing::ElementsAre;
 using testing::IsEmpty;
 using ui::Control;
 using ui::Pixels;
@@ -43,21 +42,6 @@ class HelpTest : public support::EditorTest {
     qputenv("PATH", QByteArray::fromStdString(PathOf("tools")));
   }
 };
-
-TEST_F(HelpTest, EachLinkOpensItsPage) {
-  app::frmMain& window = OpenWindow();
-  for (const char* item : {"mnuHelpUpdate", "mnuHelpFeedback", "mnuHelpBugs", "mnuHelpQuillon",
-                           "mnuHelpMorvaneHome"}) {
-    Choose(window, item);
-  }
-  EXPECT_THAT(desktop.urls,
-              ElementsAre("http://www.quillon.example/tallydesk/update.asp?ver=1.00",
-                          "http://www.quillon.example/tallydesk/feedback.asp?from=vantrel3",
-                          "http://www.quillon.example/bugs/default.asp?from=vantrel3",
-                          "http://www.quillon.example/default.asp?from=vantrel3",
-                          "http://www.morvane.example/morvane"));
-  EXPECT_EQ(Control<QAction>(window, "mnuHelpQuillon").text(), "&Visit  www.quillon.example...");
-}
 
 TEST(VersionTextTest, IsANumberWithTwoDecimals) {
   const struct {

@@ -18,6 +18,7 @@ T Next(std::deque<T>& queue, T otherwise) {
 void RecorderDesktop::Forget() {
   messages.clear();
   offeredColors.clear();
+  colorTitles.clear();
   fileRequests.clear();
   started.clear();
   detached.clear();
@@ -32,7 +33,9 @@ ui::Answer RecorderDesktop::ShowMessage(QWidget* /*owner*/, const QString& text,
   return Next(answers, question ? ui::Answer::kNo : ui::Answer::kOk);
 }
 
-std::optional<int> RecorderDesktop::ChooseColor(QWidget* /*owner*/, int color) {
+std::optional<int> RecorderDesktop::ChooseColor(QWidget* /*owner*/, int color,
+                                                const QString& title) {
+  colorTitles.push_back(title);
   offeredColors.push_back(color);
   return Next(colors, std::optional<int>());
 }

@@ -24,6 +24,7 @@ class RecorderDesktop : public ui::Desktop {
 
   std::vector<Message> messages;
   std::vector<int> offeredColors;
+  std::vector<QString> colorTitles;
   std::vector<ui::OpenFileRequest> fileRequests;
   std::vector<std::string> started;   // command texts of StartProgram
   std::vector<std::string> detached;  // command texts of StartDetached
@@ -41,7 +42,7 @@ class RecorderDesktop : public ui::Desktop {
 
   ui::Answer ShowMessage(QWidget* owner, const QString& text, ui::MessageStyle style,
                          const QString& title) override;
-  std::optional<int> ChooseColor(QWidget* owner, int color) override;
+  std::optional<int> ChooseColor(QWidget* owner, int color, const QString& title) override;
   std::optional<QString> ChooseFile(QWidget* owner, const ui::OpenFileRequest& request) override;
   platform::StartResult StartProgram(const platform::CommandLine& command) override;
   std::string StartDetached(const platform::CommandLine& command) override;

@@ -71,17 +71,18 @@ TEST_F(DesktopTest, AMessageBoxAnswersWithItsButton) {
   EXPECT_EQ(real_.ShowMessage(nullptr, "?", MessageStyle::kYesNoQuestion, "?"), Answer::kNo);
 }
 
-TEST_F(DesktopTest, TheColourDialogOpensOnItsColour) {
+TEST_F(DesktopTest, TheColorDialogOpensOnItsColor) {
   DialogAnswers answers;
   answers.Then([](QWidget& dialog) {
     auto& colors = dynamic_cast<QColorDialog&>(dialog);
     EXPECT_EQ(colors.currentColor(), QColor(0x11, 0x22, 0x33));
+    EXPECT_EQ(colors.windowTitle(), "Link Color");
     colors.setCurrentColor(QColor(0xAA, 0xBB, 0xCC));
     colors.accept();
   });
-  EXPECT_EQ(real_.ChooseColor(nullptr, 0x332211), 0xCCBBAA);
+  EXPECT_EQ(real_.ChooseColor(nullptr, 0x332211, "Link Color"), 0xCCBBAA);
   answers.Then([](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-  EXPECT_EQ(real_.ChooseColor(nullptr, 0x332211), std::nullopt);
+  EXPECT_EQ(real_.ChooseColor(nullptr, 0x332211, "Link Color"), std::nullopt);
 }
 
 TEST_F(DesktopTest, TheFileDialogChoosesAnExistingFile) {
