@@ -17,7 +17,7 @@ SettingsFile::SettingsFile(std::string programDirectory)
   if (error) {
     loadFailure_ = error.message();
   } else if (!text_.IsUsable()) {
-    loadFailure_ = "The file is UTF-16 text. Store it as UTF-8 and try again.";
+    loadFailure_ = "The file is UTF-16 text. Store it as UTF-8.";
   }
 }
 

@@ -15,15 +15,6 @@ struct CommandLine {
   std::string program;                // a path, or a bare name such as "notepad.exe"
   std::vector<std::string> switches;  // for instance "/p"
   std::string file;                   // the file to open; may be empty
-
-  /// The command as one text for messages: program, switches and the file in double quotes,
-  /// separated by single blanks.
-  std::string Text() const {
-    std::string text = program;
-    for (const std::string& option : switches) text += " " + option;
-    if (!file.empty()) text += " \"" + file + "\"";
-    return text;
-  }
 };
 
 }  // namespace platform

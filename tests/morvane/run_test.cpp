@@ -77,6 +77,9 @@ TEST_F(RunTest, WritesThePagesFromItsOwnDirectory) {
 TEST_F(RunTest, EndsWithOneWhenNothingCouldBeWritten) {
   EXPECT_EQ(Go(), 1) << "no settings";
   EXPECT_NE(MainLog().find("severe"), std::string::npos);
+  WriteFile(At("morvane.cfg"), "\xFF\xFE[");
+  EXPECT_EQ(Go(), 1) << "settings of another character set";
+  EXPECT_NE(MainLog().find("the settings cannot be read: The file is UTF-16"), std::string::npos);
   WriteFile(At("morvane.cfg"), "");
   EXPECT_EQ(Go(), 1) << "no logs named";
   Configure({"missing.log", "."});

@@ -5,6 +5,14 @@
 namespace support {
 namespace {
 
+/// A command as one text: program, switches and the file in double quotes, separated by blanks.
+std::string TextOf(const platform::CommandLine& command) {
+  std::string text = command.program;
+  for (const std::string& option : command.switches) text += " " + option;
+  if (!command.file.empty()) text += " \"" + command.file + "\"";
+  return text;
+}
+
 template <class T>
 T Next(std::deque<T>& queue, T otherwise) {
   if (queue.empty()) return otherwise;
@@ -47,12 +55,12 @@ std::optional<QString> RecorderDesktop::ChooseFile(QWidget* /*owner*/,
 }
 
 platform::StartResult RecorderDesktop::StartProgram(const platform::CommandLine& command) {
-  started.push_back(command.Text());
+  started.push_back(TextOf(command));
   return ui::RealDesktop().StartProgram(command);
 }
 
 std::string RecorderDesktop::StartDetached(const platform::CommandLine& command) {
-  detached.push_back(command.Text());
+  detached.push_back(TextOf(command));
   return detachedFailure;
 }
 
