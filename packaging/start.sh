@@ -32,9 +32,9 @@ fail() {
 
 # Puts the file $1 at $2 in one step, with its time of change: the dates of a log hang on it.
 put() {
-  if ! error=$({ cp --preserve=timestamps -- "$1" "$2.new" && sync -- "$2.new" &&
-    mv -fT -- "$2.new" "$2"; } 2>&1); then
-    rm -f -- "$2.new"
+  if ! error=$({ cp --preserve=timestamps -- "$1" "$2.shipping" && sync -- "$2.shipping" &&
+    mv -fT -- "$2.shipping" "$2"; } 2>&1); then
+    rm -f -- "$2.shipping"
     fail "The program directory $directory could not be filled. $error"
   fi
 }
@@ -76,7 +76,7 @@ fill_directory() {
     fail "The program directory $directory could not be made. $error"
   directory=$(cd -- "$directory" && pwd) || fail "The program directory cannot be entered."
   record=$directory/.shipped
-  error=$(touch -- "$record" 2>&1) ||
+  error=$(tee -a -- "$record" 2>&1 </dev/null) ||
     fail "The program directory $directory cannot be written to. $error"
   exec 9>>"$record"
   flock -w 60 9 || fail "The program directory $directory is being filled by another start."

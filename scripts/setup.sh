@@ -9,7 +9,7 @@ packages=(
   qt6-base-dev qt6-svg-dev qt6-qpa-plugins libglib2.0-dev
   libkainjow-mustache-dev libmuparser-dev libsqlite3-dev
   # tests
-  libgtest-dev libgmock-dev tidy
+  libgtest-dev libgmock-dev tidy dpkg-dev file
   # used by the program when it runs: fonts, browser and viewer start, printing
   fonts-liberation fonts-dejavu-core fonts-dejavu-extra xdg-utils cups-client
 )

@@ -67,15 +67,22 @@ control_test() {
   local metainfo=(root/usr/share/metainfo/*.xml)
   expect "the metainfo tells the version" grep -qF "version=\"$version\"" "${metainfo[0]}"
   if command -v appstreamcli >/dev/null; then
-    expect "the metainfo is valid" appstreamcli validate --no-net "${metainfo[0]}"
+    expect "the metainfo is valid" appstreamcli validate --no-net "${metainfo[0]}" >metainfo.out
   fi
   if command -v desktop-file-validate >/dev/null; then
     expect "the menu entry is valid" \
       desktop-file-validate root/usr/share/applications/vantrel3.desktop
   fi
+  if command -v systemd-analyze >/dev/null; then
+    mkdir units
+    cp root/usr/share/doc/morvane/examples/morvane.{service,timer} units
+    sed -i "s|=/usr/bin/morvane |=$PWD/root/usr/bin/morvane |" units/morvane.service
+    systemd-analyze verify --man=no units/morvane.{service,timer} >units.out 2>&1 || true
+    expect "the examples for systemd are understood" [ ! -s units.out ]
+  fi
   if command -v lintian >/dev/null; then
     expect "lintian finds nothing" \
-      lintian --allow-root --fail-on error,warning "$engine" "$editor"
+      lintian --allow-root --fail-on error,warning "$engine" "$editor" >lintian.out
   fi
 }
 
@@ -129,7 +136,7 @@ starter_test() {
   expect "a full disk is told of" \
     not bash -c 'ulimit -f 100; trap "" XFSZ; root/usr/bin/morvane --directory full' 2>full.err
   expect "the message names the directory" grep -qF "$PWD/full could not be filled" full.err
-  expect "no half file is left" not compgen -G 'full/*.new'
+  expect "no half file is left" not compgen -G 'full/*.shipping'
   expect "a filled directory follows when there is room" \
     root/usr/bin/morvane --directory full --prepare
   expect "it is whole" cmp root/usr/share/vantrel3/games.log full/games.log
@@ -137,6 +144,10 @@ starter_test() {
   expect "a file in the way is told of" \
     not root/usr/bin/morvane --directory file/below 2>file.err
   expect "the message gives the reason" grep -q 'Not a directory' file.err
+  mkdir -p locked/.shipped
+  expect "a record that cannot be written is told of" \
+    not root/usr/bin/morvane --directory locked 2>locked.err
+  expect "the message says so" grep -q 'locked cannot be written to. .*Is a directory' locked.err
 }
 
 archive_test
