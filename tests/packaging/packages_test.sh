@@ -31,8 +31,19 @@ expect() { # expect WHAT COMMAND...
 }
 not() { ! "$@"; }
 has_page() { grep -q 'href="player_' "$1/output/stats.html"; }
-# The window stays open: the editor found its libraries, its plugins and its settings.
-opens() { local code=0; timeout 2 "$@" >editor.out 2>&1 || code=$?; [ "$code" -eq 124 ]; }
+# Whether the editor comes as far as drawing its pictures, which its last plugin does.
+opens() {
+  "$@" >editor.out 2>&1 &
+  local editor=$! code=1
+  for _ in {1..300}; do
+    if grep -q libqsvg "/proc/$editor/maps" 2>/dev/null; then code=0; break; fi
+    kill -0 "$editor" 2>/dev/null || break
+    sleep 0.1
+  done
+  kill "$editor" 2>/dev/null || true
+  wait "$editor" || true
+  return "$code"
+}
 
 cpack --config "$build/CPackConfig.cmake" -B packages >cpack.out 2>&1 || {
   cat cpack.out
