@@ -10,7 +10,8 @@ cmake --build --preset release --target stage
 program_directory=$PWD/build/vantrel3
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
-  exec "$program_directory/vantrel3"
+  cd "$program_directory" # where the editor's dialogs take relative folders from
+  exec ./vantrel3
 fi
 echo "There is no display to open the editor on: creating the statistics once instead."
 "$program_directory/morvane.exe"

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that the build, the tests and the program need. Run by run.sh and
-# test.sh; does nothing when everything is there.
+# Installs the Debian packages that the build, the tests and the program need and, called with
+# "checks", also those of check.sh. Run by run.sh, test.sh and check.sh; does nothing when
+# everything is there.
 set -euo pipefail
 
 packages=(
@@ -9,10 +10,14 @@ packages=(
   qt6-base-dev qt6-svg-dev qt6-qpa-plugins libglib2.0-dev
   libkainjow-mustache-dev libmuparser-dev libsqlite3-dev
   # tests
-  libgtest-dev libgmock-dev tidy
+  libgtest-dev libgmock-dev tidy dpkg-dev file
   # used by the program when it runs: fonts, browser and viewer start, printing
   fonts-liberation fonts-dejavu-core fonts-dejavu-extra xdg-utils cups-client
 )
+if [ "${1:-}" = checks ]; then
+  packages+=(git clang-format clang-tidy cppcheck shellcheck codespell python3 mandoc
+    lintian appstream desktop-file-utils)
+fi
 
 missing=()
 for package in "${packages[@]}"; do

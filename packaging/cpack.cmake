@@ -1,0 +1,10 @@
+# Read by cpack for each kind of package: which of the two layouts it takes.
+if(CPACK_GENERATOR STREQUAL "DEB")
+  set(CPACK_COMPONENTS_ALL engine editor)
+  set(CPACK_COMPONENTS_GROUPING IGNORE)
+  set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+else()
+  set(CPACK_COMPONENTS_ALL program_directory)
+  set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
+  set(CPACK_COMPONENT_INCLUDE_TOPLEVEL_DIRECTORY ON)
+endif()
