@@ -106,18 +106,12 @@ Team TeamFrom(std::string_view value) {
   return known ? static_cast<Team>(value[0] - '0') : Team::kFree;
 }
 
-/// Names that have numbers before a stretch is read.
-struct KnownNames {
-  Names weapons;
-  Names items;
-};
-
 class Parser {
  public:
-  Parser(std::string_view log, bool keepEvents, const KnownNames& known)
+  /// `known`: names that have numbers before the stretch is read.
+  Parser(std::string_view log, bool keepEvents, const Vocabulary& known)
       : reader_(log), game_(keepEvents), size_(log.size()) {
-    log_.weapons = known.weapons;
-    log_.items = known.items;
+    log_.vocabulary = known;
   }
 
   ParsedLog Run();
@@ -275,22 +269,22 @@ std::uint16_t Parser::WeaponOf(std::string_view means) {
   std::string_view name = means;
   Take(name, kPrefix);
   if (means.size() <= kLongestWord) {  // nearly always nothing follows the name
-    const std::uint16_t known = log_.weapons.Find(name);
+    const std::uint16_t known = log_.vocabulary.weapons.Find(name);
     if (known != Names::kUnknown) return known;
   }
   name = Word(means);
   Take(name, kPrefix);
-  return name.empty() ? Names::kUnknown : log_.weapons.Number(name);
+  return name.empty() ? Names::kUnknown : log_.vocabulary.weapons.Number(name);
 }
 
 void Parser::Item(std::string_view text) {
   std::size_t slot = 0;
   if (!TakeSlot(text, slot) || !Take(text, " ")) return Damaged("item");
-  const std::uint16_t known = log_.items.Find(text);
+  const std::uint16_t known = log_.vocabulary.items.Find(text);
   if (known != Names::kUnknown) return game_.TakeItem(slot, known);
   const std::string_view name = Word(text);
   if (name.empty()) return Damaged("item");
-  game_.TakeItem(slot, log_.items.Number(name));
+  game_.TakeItem(slot, log_.vocabulary.items.Number(name));
 }
 
 void Parser::Userinfo(std::string_view text) {
@@ -381,10 +375,9 @@ std::size_t FindGame(std::string_view log, std::size_t from) {
 
 /// The names at the beginning of a log. It holds nearly all that the log has: stretches that know
 /// them give the same numbers, and need not be renumbered when they are joined.
-KnownNames FirstNames(std::string_view log) {
+Vocabulary FirstNames(std::string_view log) {
   constexpr std::size_t kBeginning = std::size_t{256} << 10;
-  ParsedLog first = ParseLog(log.substr(0, log.rfind('\n', kBeginning) + 1), false);
-  return {std::move(first.weapons), std::move(first.items)};
+  return ParseLog(log.substr(0, log.rfind('\n', kBeginning) + 1), false).vocabulary;
 }
 
 }  // namespace
@@ -393,10 +386,9 @@ ParsedLog ParseLog(std::string_view log, bool keepEvents) {
   return Parser(log, keepEvents, {}).Run();
 }
 
-void Renumber(std::vector<Game>& games, const Names& from, Names& weapons, const Names& fromItems,
-              Names& items) {
-  const auto weaponNumbers = NewNumbers(from, weapons);
-  const auto itemNumbers = NewNumbers(fromItems, items);
+void Renumber(std::vector<Game>& games, const Vocabulary& from, Vocabulary& to) {
+  const auto weaponNumbers = NewNumbers(from.weapons, to.weapons);
+  const auto itemNumbers = NewNumbers(from.items, to.items);
   if (IsUnchanged(weaponNumbers) && IsUnchanged(itemNumbers)) return;
   for (Game& game : games) {
     for (Entrant& entrant : game.entrants) {
@@ -411,7 +403,7 @@ void Append(ParsedLog& log, ParsedLog&& next) {
     log.clock += std::max<std::int64_t>(0, next.firstStamp - log.lastStamp);
   }
   for (Game& game : next.games) game.start += log.clock;
-  Renumber(next.games, next.weapons, log.weapons, next.items, log.items);
+  Renumber(next.games, next.vocabulary, log.vocabulary);
   log.games.insert(log.games.end(), std::make_move_iterator(next.games.begin()),
                    std::make_move_iterator(next.games.end()));
   for (Note& note : next.notes) {
@@ -458,7 +450,7 @@ std::vector<ParsedLog> ParseLogs(const std::vector<std::string_view>& logs, bool
                                  const std::function<void(const Stretch&)>& done,
                                  unsigned threads) {
   const std::vector<Stretch> stretches = CutLogs(logs, kStretchBytes);
-  const KnownNames known = stretches.size() > 1 ? FirstNames(logs[stretches[0].log]) : KnownNames();
+  const Vocabulary known = stretches.size() > 1 ? FirstNames(logs[stretches[0].log]) : Vocabulary();
   std::vector<ParsedLog> parts(stretches.size());
   std::atomic<std::size_t> next = 0;
   const auto work = [&] {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "morvane/statistics/game.h"
+#include "morvane/statistics/vocabulary.h"
 
 namespace morvane {
 
@@ -22,8 +23,7 @@ struct ParsedLog {
   static constexpr std::size_t kMostNotes = 20;
 
   std::vector<Game> games;  ///< Game::start: tenths of a second on `clock`, until SetStarts
-  Names weapons;
-  Names items;
+  Vocabulary vocabulary;
   std::size_t lines = 0;
   std::size_t skipped = 0;  ///< lines of no known kind, or damaged
   std::size_t damaged = 0;  ///< of those, the ones that look like lines of the game
@@ -53,9 +53,9 @@ void Append(ParsedLog& log, ParsedLog&& next);
 /// `lastChange`, and its stamps tell how long before that a game began.
 void SetStarts(ParsedLog& log, std::int64_t lastChange);
 
-/// Gives the games of a log the numbers that `weapons` and `items` have for their names.
-void Renumber(std::vector<Game>& games, const Names& from, Names& weapons, const Names& fromItems,
-              Names& items);
+/// Gives games, whose weapons and items have the numbers of `from`, the numbers of `to`. What that
+/// has not yet is added.
+void Renumber(std::vector<Game>& games, const Vocabulary& from, Vocabulary& to);
 
 /// A stretch of one of several logs.
 struct Stretch {

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <unordered_set>
 #include <utility>
 
@@ -21,7 +22,7 @@ constexpr std::int64_t kNanoseconds = 1'000'000'000;
 
 /// A log of the settings that can be read.
 struct OpenLog {
-  explicit OpenLog(const LogFile& named) : file(named), mapped(named.path) {}
+  OpenLog(const LogFile& named, std::error_code& error) : file(named), mapped(named.path, error) {}
 
   LogFile file;
   MappedFile mapped;
@@ -37,18 +38,19 @@ std::string Count(std::size_t count, const std::string& one) {
 }
 
 /// Opens the logs; those that cannot be read are left out with a message.
-std::vector<OpenLog> OpenLogs(const Settings& settings, Messages& messages) {
+std::vector<OpenLog> OpenLogs(const Sources& sources, Report& report) {
   std::vector<OpenLog> logs;
   std::unordered_set<std::string> named;
-  for (const LogFile& file : settings.logs) {
+  for (const LogFile& file : sources.logs) {
+    std::error_code error;
     if (file.type != kServerLog) {
-      messages.Severe(Log::kParser,
-                      "log type " + std::to_string(file.type) + " is not known; log skipped",
-                      file.name);
+      report.Severe(Log::kParser,
+                    "log type " + std::to_string(file.type) + " is not known; log skipped",
+                    file.name);
     } else if (!named.insert(file.path).second) {
-      messages.Normal(Log::kParser, "named twice; read once", file.name);
-    } else if (OpenLog log(file); log.mapped.Error()) {
-      messages.Severe(Log::kParser, "cannot be read: " + log.mapped.Error().message(), file.name);
+      report.Normal(Log::kParser, "named twice; read once", file.name);
+    } else if (OpenLog log(file, error); error) {
+      report.Severe(Log::kParser, "cannot be read: " + error.message(), file.name);
     } else {
       logs.push_back(std::move(log));
     }
@@ -57,7 +59,7 @@ std::vector<OpenLog> OpenLogs(const Settings& settings, Messages& messages) {
 }
 
 /// Reads what is not known yet of the logs, on all cores.
-void Parse(std::vector<OpenLog>& logs, bool keepEvents, Messages& messages) {
+void Parse(std::vector<OpenLog>& logs, bool keepEvents, Report& report) {
   std::vector<std::string_view> texts;
   std::size_t all = 0;
   for (const OpenLog& log : logs) {
@@ -69,7 +71,7 @@ void Parse(std::vector<OpenLog>& logs, bool keepEvents, Messages& messages) {
     const OpenLog& log = logs[stretch.log];
     log.mapped.Release(log.begin + stretch.begin, log.begin + stretch.end);
     done += stretch.end - stretch.begin;
-    messages.Progress("Reading logs:", done, all);
+    report.Progress("Reading logs:", done, all);
   });
   for (std::size_t i = 0; i < logs.size(); ++i) {
     logs[i].parsed = std::move(parsed[i]);
@@ -78,41 +80,40 @@ void Parse(std::vector<OpenLog>& logs, bool keepEvents, Messages& messages) {
 }
 
 /// Says what was found in a log.
-void Report(const OpenLog& log, Messages& messages) {
+void Tell(const OpenLog& log, Report& report) {
   const ParsedLog& parsed = log.parsed;
   for (const Note& note : parsed.notes) {
-    messages.Normal(Log::kParser, note.text, log.file.name, log.linesBefore + note.line);
+    report.Normal(Log::kParser, note.text, log.file.name, log.linesBefore + note.line);
   }
   if (parsed.damaged > parsed.notes.size()) {
-    messages.Normal(Log::kParser,
-                    Count(parsed.damaged - parsed.notes.size(), "damaged line") + " more",
-                    log.file.name);
+    report.Normal(Log::kParser,
+                  Count(parsed.damaged - parsed.notes.size(), "damaged line") + " more",
+                  log.file.name);
   }
   std::size_t kills = 0;
   for (const Game& game : parsed.games) kills += game.kills;
-  messages.Normal(Log::kParser,
-                  Count(parsed.lines, "line") + " read, " + Count(parsed.skipped, "line") +
-                      " skipped: " + Count(parsed.games.size(), "game") + ", " +
-                      Count(kills, "kill"),
-                  log.file.name);
+  report.Normal(Log::kParser,
+                Count(parsed.lines, "line") + " read, " + Count(parsed.skipped, "line") +
+                    " skipped: " + Count(parsed.games.size(), "game") + ", " + Count(kills, "kill"),
+                log.file.name);
   if (parsed.games.empty() && log.begin == 0) {
-    messages.Severe(Log::kParser, "holds no game: no line \"InitGame:\" in it", log.file.name);
+    report.Severe(Log::kParser, "holds no game: no line \"InitGame:\" in it", log.file.name);
   }
 }
 
 void Append(Collected& to, ParsedLog& parsed) {
-  Renumber(parsed.games, parsed.weapons, to.weapons, parsed.items, to.items);
+  Renumber(parsed.games, parsed.vocabulary, to.vocabulary);
   std::move(parsed.games.begin(), parsed.games.end(), std::back_inserter(to.games));
   parsed.games.clear();
 }
 
-Collected CollectFromLogs(const Settings& settings, Messages& messages) {
-  std::vector<OpenLog> logs = OpenLogs(settings, messages);
-  Parse(logs, settings.useCustRank, messages);
+Collected CollectFromLogs(const Sources& sources, bool keepEvents, Report& report) {
+  std::vector<OpenLog> logs = OpenLogs(sources, report);
+  Parse(logs, keepEvents, report);
   Collected collected;
   collected.usable = !logs.empty();
   for (OpenLog& log : logs) {
-    Report(log, messages);
+    Tell(log, report);
     Append(collected, log.parsed);
   }
   return collected;
@@ -157,10 +158,10 @@ bool IsContinued(const Game& start, const Game& whole) {
 /// The run's work on the database.
 class Store {
  public:
-  Store(const Settings& settings, Messages& messages)
-      : settings_(settings), messages_(messages), database_(settings.databasePath) {}
+  Store(const Sources& sources, Report& report)
+      : sources_(sources), report_(report), database_(sources.databasePath) {}
 
-  Collected Collect(std::vector<OpenLog>& logs);
+  Collected Collect(std::vector<OpenLog>& logs, bool keepEvents);
 
  private:
   /// Finds out what is new in a log; false when nothing is.
@@ -171,8 +172,8 @@ class Store {
   bool IsSameLog(std::int64_t log, const std::vector<Game>& games);
   void DropMoved(const std::vector<Game>& games);
 
-  const Settings& settings_;
-  Messages& messages_;
+  const Sources& sources_;
+  Report& report_;
   Database database_;
   std::vector<std::string> paths_;
 };
@@ -194,8 +195,8 @@ bool Store::FindNew(OpenLog& log) {
   return true;
 }
 
-Collected Store::Collect(std::vector<OpenLog>& logs) {
-  for (const LogFile& file : settings_.logs) {
+Collected Store::Collect(std::vector<OpenLog>& logs, bool keepEvents) {
+  for (const LogFile& file : sources_.logs) {
     if (std::find(paths_.begin(), paths_.end(), file.path) == paths_.end()) {
       paths_.push_back(file.path);
     }
@@ -204,12 +205,12 @@ Collected Store::Collect(std::vector<OpenLog>& logs) {
   const std::size_t named = logs.size();
   std::erase_if(logs, [this](OpenLog& log) { return !FindNew(log); });
   if (const std::size_t unchanged = named - logs.size(); unchanged > 0) {
-    messages_.Normal(Log::kParser, Count(unchanged, "log") +
-                                       " unchanged since the last run, taken from the database");
+    report_.Normal(Log::kParser, Count(unchanged, "log") +
+                                     " unchanged since the last run, taken from the database");
   }
-  Parse(logs, true, messages_);
+  Parse(logs, true, report_);
   for (OpenLog& log : logs) {
-    Report(log, messages_);
+    Tell(log, report_);
     MakeRoom(log);
   }
   // A log may have moved from one name of the settings to another: only now is it known which
@@ -219,9 +220,8 @@ Collected Store::Collect(std::vector<OpenLog>& logs) {
   }
   for (const OpenLog& log : logs) Keep(log);
   Collected collected;
-  collected.games = database_.ReadAll(paths_, settings_.useCustRank);
-  collected.weapons = database_.Weapons();
-  collected.items = database_.Items();
+  collected.games = database_.ReadAll(paths_, keepEvents);
+  collected.vocabulary = database_.Words();
   collected.usable = anyLog || !collected.games.empty();
   database_.Commit();
   return collected;
@@ -229,8 +229,7 @@ Collected Store::Collect(std::vector<OpenLog>& logs) {
 
 /// Makes room for the games of a log: takes out what they replace.
 void Store::MakeRoom(OpenLog& log) {
-  Renumber(log.parsed.games, log.parsed.weapons, database_.Weapons(), log.parsed.items,
-           database_.Items());
+  Renumber(log.parsed.games, log.parsed.vocabulary, database_.Words());
   if (log.grown) {
     const std::vector<StoredGame> known = database_.GamesOf(log.stored.id);
     if (log.stored.openAtEnd && !known.empty()) database_.DeleteGame(known.back().id);
@@ -253,11 +252,11 @@ void Store::Keep(const OpenLog& log) {
 /// a new one after the old one was moved away, then the old games stay.
 void Store::ReplaceOrRetire(OpenLog& log) {
   if (IsSameLog(log.stored.id, log.parsed.games)) {
-    messages_.Normal(Log::kParser, "has changed since the last run; its games are read anew",
-                     log.file.name);
+    report_.Normal(Log::kParser, "has changed since the last run; its games are read anew",
+                   log.file.name);
     database_.DeleteGamesOf(log.stored.id);
   } else {
-    messages_.Normal(Log::kParser, "is a new log; the games of the old one stay", log.file.name);
+    report_.Normal(Log::kParser, "is a new log; the games of the old one stay", log.file.name);
     database_.RetireLog(log.stored.id);
     log.stored.id = 0;
   }
@@ -308,18 +307,18 @@ void Store::DropMoved(const std::vector<Game>& games) {
 
 }  // namespace
 
-Collected CollectGames(const Settings& settings, Messages& messages) {
-  if (settings.useDatabase) {
+Collected CollectGames(const Sources& sources, bool keepEvents, Report& report) {
+  if (sources.useDatabase) {
     try {
-      std::vector<OpenLog> logs = OpenLogs(settings, messages);
-      return Store(settings, messages).Collect(logs);
+      std::vector<OpenLog> logs = OpenLogs(sources, report);
+      return Store(sources, report).Collect(logs, keepEvents);
     } catch (const DatabaseError& error) {
-      messages.Severe(Log::kMain, std::string("the database cannot be used, the logs are read "
-                                              "without it: ") +
-                                      error.what());
+      report.Severe(Log::kMain, std::string("the database cannot be used, the logs are read "
+                                            "without it: ") +
+                                    error.what());
     }
   }
-  return CollectFromLogs(settings, messages);
+  return CollectFromLogs(sources, keepEvents, report);
 }
 
 }  // namespace morvane

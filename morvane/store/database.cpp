@@ -120,8 +120,8 @@ void Database::Prepare() {
     throw DatabaseError("not a database of this version of the engine");
   }
   Execute("CREATE TEMP TABLE listed(position INTEGER PRIMARY KEY, path BLOB)");
-  ReadNames(kWeaponNames, weapons_);
-  ReadNames(kItemNames, items_);
+  ReadNames(kWeaponNames, words_.weapons);
+  ReadNames(kItemNames, words_.items);
 }
 
 void Database::Execute(const char* sql) {
@@ -200,15 +200,15 @@ Game Database::ReadGame(std::int64_t game) {
 
 Game Database::Unpack(std::string_view bytes) const {
   Game game;
-  if (!UnpackGame(bytes, weapons_.size(), items_.size(), game)) {
+  if (!UnpackGame(bytes, words_.weapons.size(), words_.items.size(), game)) {
     throw DatabaseError("a game in it is damaged");
   }
   return game;
 }
 
 void Database::AddGames(std::int64_t log, const std::vector<Game>& games) {
-  WriteNames(kWeaponNames, weapons_);
-  WriteNames(kItemNames, items_);
+  WriteNames(kWeaponNames, words_.weapons);
+  WriteNames(kItemNames, words_.items);
   Statement statement(handle_, "INSERT INTO games(log, digest, data) VALUES(?, ?, ?)");
   for (const Game& game : games) {
     const std::uint64_t digest = game.kills > 0 ? GameDigest(game) : 0;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "morvane/statistics/game.h"
+#include "morvane/statistics/vocabulary.h"
 
 struct sqlite3;
 
@@ -75,8 +76,7 @@ class Database {
   std::vector<Game> ReadAll(const std::vector<std::string>& paths, bool keepEvents);
 
   /// The names by which games are numbered. A new one is kept by the next AddGames.
-  Names& Weapons() { return weapons_; }
-  Names& Items() { return items_; }
+  Vocabulary& Words() { return words_; }
 
   void Commit();
 
@@ -92,8 +92,7 @@ class Database {
   Game Unpack(std::string_view bytes) const;
 
   sqlite3* handle_ = nullptr;
-  Names weapons_;
-  Names items_;
+  Vocabulary words_;
 };
 
 }  // namespace morvane

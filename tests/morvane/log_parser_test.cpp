@@ -69,7 +69,8 @@ TEST(ParseLog, ReadsAnyLineOfKill) {
     ASSERT_EQ(log.games.size(), 1U) << test.line;
     EXPECT_EQ(log.games[0].kills, test.kills) << test.line;
     EXPECT_EQ(log.skipped, test.kills > 0 ? 0U : 1U) << test.line;
-    EXPECT_EQ(log.weapons.size() > 0 ? log.weapons[0] : "", test.weapon) << test.line;
+    EXPECT_EQ(log.vocabulary.weapons.size() > 0 ? log.vocabulary.weapons[0] : "", test.weapon)
+        << test.line;
   }
 }
 
@@ -317,8 +318,9 @@ TEST(ParseLogs, ALogReadInStretchesIsTheWholeLog) {
   const std::vector<ParsedLog> read = ParseLogs(
       {log}, true, [](const Stretch&) {}, 2);
   EXPECT_TRUE(TextOf(read[0]) == TextOf(whole));
-  EXPECT_EQ(read[0].weapons.All(), (std::vector<std::string>{"ROCKET", "RAILGUN", "BFG"}));
-  EXPECT_EQ(read[0].items.All(), whole.items.All());
+  EXPECT_EQ(read[0].vocabulary.weapons.All(),
+            (std::vector<std::string>{"ROCKET", "RAILGUN", "BFG"}));
+  EXPECT_EQ(read[0].vocabulary.items.All(), whole.vocabulary.items.All());
 }
 
 /// Changes bytes of a log by a fixed rule: whatever comes out must be read without harm.
