@@ -2,6 +2,7 @@
 #include <SQLiteCpp/Statement.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "morvane/store/collect.h"
@@ -336,6 +337,32 @@ TEST_F(CollectTest, DatesStayWhenALogIsTouchedMovedOrCopied) {
   clock_ += 5000;
   Log("b.log", two_);
   EXPECT_EQ(Collect({"b.log"})[1].start, start);
+}
+
+TEST_F(CollectTest, TwoRunsAtOnceCountEveryGameOnce) {
+  struct Silent : Report {
+    void Write(const Message& message) override { failed |= message.log == morvane::Log::kMain; }
+    void Progress(std::string_view, std::size_t, std::size_t) override {}
+    bool failed = false;
+  };
+  Log("a.log", one_ + two_);
+  const auto run = [&](const std::string& log, std::size_t& games) {
+    const Sources sources{{{log, At(log).string()}}, true, At("db").string()};
+    Silent silent;
+    for (int i = 0; i < 5; ++i) games = CollectGames(sources, true, silent).games.size();
+    if (silent.failed) games = 0;
+  };
+  Log("b.log", Duel("Dan", "Eve", 9) + two_);
+  std::size_t first = 0;
+  std::size_t second = 0;
+  {
+    const std::jthread other([&] { run("a.log", first); });
+    run("b.log", second);
+  }
+  EXPECT_EQ(std::max(first, second), 3U);
+  EXPECT_GE(std::min(first, second), 2U);
+  EXPECT_EQ(Collect({"a.log", "b.log"}).size(), 3U);
+  EXPECT_TRUE(Said("2 logs unchanged")) << said_;
 }
 
 TEST_F(CollectTest, ADatabaseOfANewerVersionIsLeftAsItIs) {
