@@ -38,7 +38,7 @@ class Collector {
   // Which log is which.
   void Recognize();
   bool IsInPlace(OpenLog& log, const StoredPath& path);
-  void FindElsewhere(std::size_t index);
+  void FindElsewhere(std::size_t index, bool whole);
   bool HasGrown(std::int64_t id) const;
   bool BeginsWith(const OpenLog& log, const StoredLog& stored) const;
   bool IsDisplaced(const StoredLog& stored) const;
@@ -158,7 +158,10 @@ void Collector::Recognize() {
     const auto path = paths_.find(logs_[i].file.path);
     if (path == paths_.end() || !IsInPlace(logs_[i], path->second)) rest.push_back(i);
   }
-  for (const std::size_t i : rest) FindElsewhere(i);
+  for (const std::size_t i : rest) FindElsewhere(i, true);
+  for (const std::size_t i : rest) {
+    if (logs_[i].kind == Kind::kNew) FindElsewhere(i, false);
+  }
 }
 
 bool Collector::IsInPlace(OpenLog& log, const StoredPath& path) {
@@ -242,7 +245,7 @@ OpenLog* Collector::TwinOf(const OpenLog& log) {
   return nullptr;
 }
 
-void Collector::FindElsewhere(std::size_t index) {
+void Collector::FindElsewhere(std::size_t index, bool whole) {
   OpenLog& log = logs_[index];
   const bool twinPossible = std::ranges::any_of(logs_, [&](const OpenLog& other) {
     return &other != &log && other.Bytes().size() == log.Bytes().size();
@@ -256,10 +259,9 @@ void Collector::FindElsewhere(std::size_t index) {
   const StoredLog* best = nullptr;
   for (const auto& [id, stored] : stored_) {
     if (best != nullptr && stored.size <= best->size) continue;
-    if (BeginsWith(log, stored) && (stored.size == static_cast<std::int64_t>(log.Bytes().size()) ||
-                                    (!HasGrown(id) && MayHaveMoved(stored)))) {
-      best = &stored;
-    }
+    const bool isAll = stored.size == static_cast<std::int64_t>(log.Bytes().size());
+    if (isAll != whole || !BeginsWith(log, stored)) continue;
+    if (isAll || (!HasGrown(id) && MayHaveMoved(stored))) best = &stored;
   }
   if (best != nullptr) TakeAs(log, *best);
 }
@@ -271,7 +273,7 @@ bool Collector::MayHaveMoved(const StoredLog& stored) {
   const std::vector<GameMark> marks = database_->GamesOf(stored.id).marks;
   std::uint32_t weight = 0;
   for (const GameMark& mark : marks) weight += mark.weight;
-  return weight >= kEvidence || IsDisplaced(stored);
+  return weight >= kEvidence || (!found_.contains(stored.id) && IsDisplaced(stored));
 }
 
 /// Whether another log stands in a stored one's place.
@@ -374,12 +376,6 @@ bool Collector::ReplaceOld(std::size_t index, const StoredLog& old) {
     MoveFollowers(old.id, log.stored.id);
   }
   KeepStarts(log, known);
-  if (first == 0 || !front) {
-    const std::size_t moved = log.parsed.games.size() - marks.size();
-    for (const SamePair& pair : pairs) {
-      log.parsed.games[pair.right + moved].start = database_->ReadGame(known.ids[pair.left]).start;
-    }
-  }
   for (std::size_t i = first; i < known.ids.size(); ++i) database_->DeleteGame(known.ids[i]);
   found_.insert(log.stored.id);
   Keep(log);
@@ -423,15 +419,36 @@ void Collector::Refollow(std::size_t index) {
   Keep(log);
 }
 
-/// Gives the games that a log had before, and has again in the same order, the starts they had.
+/// Gives the games that a log had before, and has again in the same order, the starts they had. So
+/// it does those that stand between two of them in the place of as many others.
 void Collector::KeepStarts(OpenLog& log, const StoredGames& known) {
-  std::size_t next = 0;
+  std::size_t next = 0;  // both: what is not settled
+  std::size_t unsettled = 0;
+  const auto settle = [&](std::size_t stored, std::size_t read) {
+    if (stored - next == read - unsettled) {
+      for (; unsettled < read; ++unsettled, ++next) {
+        log.parsed.games[unsettled].start = database_->ReadGame(known.ids[next]).start;
+      }
+    }
+    next = stored;
+    unsettled = read;
+  };
   for (std::size_t i = 0; i < log.marks.size(); ++i) {
     std::size_t same = next;
     while (same < known.marks.size() && !IsSameGame(known.marks[same], log.marks[i])) ++same;
     if (same == known.marks.size()) continue;
-    log.parsed.games[i].start = database_->ReadGame(known.ids[same]).start;
-    next = same + 1;
+    settle(same, i);
+    settle(same + 1, i + 1);
+  }
+  // An open last game has grown.
+  std::size_t last = unsettled;
+  const bool open = next < known.marks.size() && known.marks.back().open;
+  while (open && last < log.marks.size() && !MayBeSameGame(known.marks.back(), log.marks[last])) {
+    ++last;
+  }
+  if (open && last < log.marks.size()) {
+    settle(known.marks.size() - 1, last);
+    settle(known.marks.size(), last + 1);
   }
 }
 

@@ -485,7 +485,7 @@ class History {
     return true;
   }
 
-  /// Whether games have the dates that they had.
+  /// Whether games have the dates that they had; those without kills are too much alike.
   bool KeepsStarts(const Collected& collected) {
     Vocabulary names;
     std::vector<Game> games = collected.games;
@@ -495,7 +495,7 @@ class History {
     for (Game& game : games) {
       const std::int64_t start = std::exchange(game.start, 0);
       const std::string text = PackGame(game);
-      if (++often[text] == 1 && game.timed) now[text] = start;
+      if (game.kills >= 3 && ++often[text] == 1 && game.timed) now[text] = start;
     }
     bool kept = true;
     for (const auto& [text, start] : now) {
