@@ -379,7 +379,7 @@ class History {
     if (servers_.size() < 2 || needsRun_) return;
     if (servers_[0].rotated || servers_[1].rotated) return;
     if (servers_[0].rotation != servers_[1].rotation) return;
-    for (const Server& server : servers_) {  // an empty file would lose its name unnoticed
+    for (Server& server : servers_) {  // an empty file would lose its name unnoticed
       const std::size_t last = server.pieces.size() - 1;
       if (last > 0 && !IsLinked(server, last - 1)) return;
       if (!IsRead(server.Last())) return;
