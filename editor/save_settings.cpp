@@ -11,7 +11,6 @@
 #include "editor/fields.h"
 #include "platform/files.h"
 #include "platform/paths.h"
-#include "text/text.h"
 #include "ui/controls.h"
 
 namespace editor {

@@ -86,14 +86,6 @@ Messages::~Messages() {
   }
 }
 
-void Messages::Normal(Log log, std::string text, std::string file, std::size_t line) {
-  Write({log, false, std::move(text), std::move(file), line});
-}
-
-void Messages::Severe(Log log, std::string text, std::string file, std::size_t line) {
-  Write({log, true, std::move(text), std::move(file), line});
-}
-
 void Messages::Write(const Message& message) {
   const std::lock_guard lock(mutex_);
   const auto log = static_cast<std::size_t>(message.log);

@@ -34,10 +34,9 @@ std::string Seconds(std::chrono::steady_clock::time_point since) {
 
 Statistics CountGames(const Settings& settings, Collected collected, Messages& messages) {
   std::unique_ptr<Ranking> ranking;
-  if (settings.useCustRank) ranking = ReadRanking(settings, messages);
-  Statistics statistics =
-      MakeStatistics(settings, std::move(collected.games), std::move(collected.weapons),
-                     std::move(collected.items), ranking.get());
+  if (settings.ranking.use) ranking = ReadRanking(settings.ranking, messages);
+  Statistics statistics = MakeStatistics(settings.limits, std::move(collected.games),
+                                         std::move(collected.vocabulary), ranking.get());
   messages.Normal(Log::kMain, std::to_string(statistics.games.size()) + " of " +
                                   std::to_string(statistics.gamesFound) + " games counted, " +
                                   std::to_string(statistics.ranked) + " of " +
@@ -55,20 +54,20 @@ int Run(const std::string& directory) {
   }
   const Settings settings = ReadSettings(file);
   Messages messages(directory, settings.messageOptions);
-  Collected collected = CollectGames(settings, messages);
+  Collected collected = CollectGames(settings.sources, settings.ranking.use, messages);
   if (!collected.usable) {
     messages.Severe(Log::kMain, "no log could be read; no pages are written");
     return kNothingWritten;
   }
   const Statistics statistics = CountGames(settings, std::move(collected), messages);
-  const SiteResult site = WritePages(settings, statistics, messages);
+  const SiteResult site = WritePages(settings.site, statistics, messages);
   const std::string counts = std::to_string(site.written) + " files written, " +
                              std::to_string(site.unchanged) + " unchanged";
   if (!site.usable || site.written + site.unchanged == 0) {
-    messages.Severe(Log::kMain, "no pages could be written", settings.outputPath);
+    messages.Severe(Log::kMain, "no pages could be written", settings.site.outputPath);
     return kNothingWritten;
   }
-  messages.Normal(Log::kMain, counts + ", in " + Seconds(start) + " s", settings.outputPath);
+  messages.Normal(Log::kMain, counts + ", in " + Seconds(start) + " s", settings.site.outputPath);
   return kSuccess;
 }
 

@@ -74,18 +74,18 @@ class Reader {
 };
 
 void ReadMain(const Reader& reader, Settings& settings) {
-  settings.limitOverallKillTables = reader.Number("Main", "limit_overall_killtables") == 1;
-  settings.playersMinTime = reader.Whole("Main", "players_min_time");
-  settings.playersMinGames = reader.Whole("Main", "players_min_games");
-  settings.playersMinKills = reader.Whole("Main", "players_min_kills");
-  settings.timeFormat = reader.Text("Main", "time_format");
-  settings.useCustRank = reader.Number("Main", "use_cust_rank") == 1;
-  settings.custRankStart = reader.Number("Main", "cust_rank_start");
-  settings.custRankTemplate = reader.Text("Main", "cust_rank_template");
-  settings.sourcePath = reader.Path("Main", "src_path");
-  settings.outputPath = reader.Path("Main", "dest_path");
-  settings.databasePath = reader.Path("Main", "db_path");
-  settings.useDatabase = reader.Number("Main", "use_db") == 1;
+  settings.limits.limitOverallKillTables = reader.Number("Main", "limit_overall_killtables") == 1;
+  settings.limits.playersMinTime = reader.Whole("Main", "players_min_time");
+  settings.limits.playersMinGames = reader.Whole("Main", "players_min_games");
+  settings.limits.playersMinKills = reader.Whole("Main", "players_min_kills");
+  settings.site.timeFormat = reader.Text("Main", "time_format");
+  settings.ranking.use = reader.Number("Main", "use_cust_rank") == 1;
+  settings.ranking.start = reader.Number("Main", "cust_rank_start");
+  settings.ranking.file = reader.Text("Main", "cust_rank_template");
+  settings.site.sourcePath = reader.Path("Main", "src_path");
+  settings.site.outputPath = reader.Path("Main", "dest_path");
+  settings.sources.databasePath = reader.Path("Main", "db_path");
+  settings.sources.useDatabase = reader.Number("Main", "use_db") == 1;
   for (std::size_t log = 0; log < kOptionKeys.size(); ++log) {
     settings.messageOptions[log] = std::clamp(reader.Whole("Main", kOptionKeys[log]), 0, 15);
   }
@@ -94,53 +94,53 @@ void ReadMain(const Reader& reader, Settings& settings) {
 void ReadLogs(const Reader& reader, Settings& settings) {
   for (const config::Entry& entry :
        reader.Entries("Logs", "number_of_logs", "logpath", "logtype")) {
-    settings.logs.push_back(
+    settings.sources.logs.push_back(
         {entry.first, reader.Absolute(entry.first), text::WholeNumberOf(entry.second)});
   }
 }
 
 void ReadGame(const Reader& reader, Settings& settings) {
-  settings.minPlayers = reader.Whole("Game", "min_players");
-  settings.minTime = reader.Whole("Game", "min_time");
-  settings.minKills = reader.Whole("Game", "min_kills");
-  settings.gameComplete = reader.Number("Game", "game_complete") != 0;
-  settings.gameLastPlaced = reader.Whole("Game", "game_last_placed");
+  settings.limits.minPlayers = reader.Whole("Game", "min_players");
+  settings.limits.minTime = reader.Whole("Game", "min_time");
+  settings.limits.minKills = reader.Whole("Game", "min_kills");
+  settings.limits.gameComplete = reader.Number("Game", "game_complete") != 0;
+  settings.limits.gameLastPlaced = reader.Whole("Game", "game_last_placed");
 }
 
 void ReadHtml(const Reader& reader, Settings& settings) {
-  settings.textColor = reader.NamedColor("text_color");
-  settings.linkColor = reader.NamedColor("link_color");
-  settings.visitedLinkColor = reader.NamedColor("vlink_color");
-  settings.activeLinkColor = reader.NamedColor("alink_color");
-  settings.backgroundColor = reader.NamedColor("bg_color");
-  settings.backgroundImage = reader.Path("HTML", "bg_image");
-  settings.fileExtension = reader.Text("HTML", "file_ext");
-  if (!settings.fileExtension.starts_with('.')) settings.fileExtension.insert(0, 1, '.');
-  if (settings.fileExtension == ".") settings.fileExtension = ".html";
-  for (std::size_t i = 0; i < settings.nameColors.size(); ++i) {
-    settings.nameColors[i] = reader.NamedColor("name" + std::to_string(i));
+  settings.site.textColor = reader.NamedColor("text_color");
+  settings.site.linkColor = reader.NamedColor("link_color");
+  settings.site.visitedLinkColor = reader.NamedColor("vlink_color");
+  settings.site.activeLinkColor = reader.NamedColor("alink_color");
+  settings.site.backgroundColor = reader.NamedColor("bg_color");
+  settings.site.backgroundImage = reader.Path("HTML", "bg_image");
+  settings.site.fileExtension = reader.Text("HTML", "file_ext");
+  if (!settings.site.fileExtension.starts_with('.')) settings.site.fileExtension.insert(0, 1, '.');
+  if (settings.site.fileExtension == ".") settings.site.fileExtension = ".html";
+  for (std::size_t i = 0; i < settings.site.nameColors.size(); ++i) {
+    settings.site.nameColors[i] = reader.NamedColor("name" + std::to_string(i));
   }
 }
 
 void ReadKillTables(const Reader& reader, Settings& settings) {
-  settings.hiliteMinimum = reader.Number("KILL TABLES", "hilite_minhilite");
+  settings.site.hiliteMinimum = reader.Number("KILL TABLES", "hilite_minhilite");
   for (config::Entry& entry :
        reader.Entries("KILL TABLES", "hilite_levels", "hilite_level", "hilite_color")) {
-    settings.hiliteLevels.push_back({text::NumberOf(entry.first), std::move(entry.second)});
+    settings.site.hiliteLevels.push_back({text::NumberOf(entry.first), std::move(entry.second)});
   }
-  for (std::size_t i = 0; i < settings.columnColors.size(); ++i) {
-    settings.columnColors[i] = reader.ColumnColor("column" + std::to_string(i));
+  for (std::size_t i = 0; i < settings.site.columnColors.size(); ++i) {
+    settings.site.columnColors[i] = reader.ColumnColor("column" + std::to_string(i));
   }
 }
 
 void ReadTemplates(const Reader& reader, Settings& settings) {
-  settings.mainTemplates = reader.Templates("main_templates_number", "main_template");
-  settings.mapTemplates = reader.Templates("map_templates_number", "map_template");
-  settings.gameTemplates = reader.Templates("game_templates_number", "game_template");
-  settings.gameListTemplate = reader.Text("TEMPLATES", "gamelist_template");
-  settings.gameListLoopTemplate = reader.Text("TEMPLATES", "gamelist_loop_template");
-  settings.lastGameTemplate = reader.Text("TEMPLATES", "lastgame_template");
-  settings.playerTemplate = reader.Text("TEMPLATES", "player_template");
+  settings.site.mainTemplates = reader.Templates("main_templates_number", "main_template");
+  settings.site.mapTemplates = reader.Templates("map_templates_number", "map_template");
+  settings.site.gameTemplates = reader.Templates("game_templates_number", "game_template");
+  settings.site.gameListTemplate = reader.Text("TEMPLATES", "gamelist_template");
+  settings.site.gameListLoopTemplate = reader.Text("TEMPLATES", "gamelist_loop_template");
+  settings.site.lastGameTemplate = reader.Text("TEMPLATES", "lastgame_template");
+  settings.site.playerTemplate = reader.Text("TEMPLATES", "player_template");
 }
 
 }  // namespace
@@ -148,17 +148,19 @@ void ReadTemplates(const Reader& reader, Settings& settings) {
 Settings ReadSettings(const config::SettingsFile& ini) {
   const Reader reader(ini);
   Settings settings;
-  settings.directory = ini.ProgramDirectory();
   ReadMain(reader, settings);
   ReadLogs(reader, settings);
   ReadGame(reader, settings);
   ReadHtml(reader, settings);
   ReadKillTables(reader, settings);
   ReadTemplates(reader, settings);
+  settings.ranking.folders = {settings.site.sourcePath, ini.ProgramDirectory()};
   for (config::Entry& variable : config::LoadUserVars(ini)) {
     const auto isSame = [&](const auto& known) { return known.first == variable.first; };
-    if (std::none_of(settings.userVariables.begin(), settings.userVariables.end(), isSame)) {
-      settings.userVariables.emplace_back(std::move(variable.first), std::move(variable.second));
+    if (std::none_of(settings.site.userVariables.begin(), settings.site.userVariables.end(),
+                     isSame)) {
+      settings.site.userVariables.emplace_back(std::move(variable.first),
+                                               std::move(variable.second));
     }
   }
   return settings;

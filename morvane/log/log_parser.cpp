@@ -97,6 +97,14 @@ std::string_view TextAfterBy(std::string_view text) {
   return by == text.npos ? std::string_view() : text.substr(by + kBy.size());
 }
 
+/// Whether a known text tells what happens in a game; talk, dashes and warm-ups do not.
+bool IsGameText(std::string_view text) {
+  static constexpr auto kBeginnings = std::to_array<std::string_view>(
+      {"Item: ", "Kill: ", "Client", "ShutdownGame:", "Exit:", "score: ", "red:"});
+  return std::ranges::any_of(
+      kBeginnings, [&](std::string_view beginning) { return text.starts_with(beginning); });
+}
+
 bool IsKey(std::string_view key, std::string_view name) {
   return key.size() == name.size() && text::SameName(key, name);
 }
@@ -106,18 +114,12 @@ Team TeamFrom(std::string_view value) {
   return known ? static_cast<Team>(value[0] - '0') : Team::kFree;
 }
 
-/// Names that have numbers before a stretch is read.
-struct KnownNames {
-  Names weapons;
-  Names items;
-};
-
 class Parser {
  public:
-  Parser(std::string_view log, bool keepEvents, const KnownNames& known)
+  /// `known`: names that have numbers before the stretch is read.
+  Parser(std::string_view log, bool keepEvents, const Vocabulary& known)
       : reader_(log), game_(keepEvents), size_(log.size()) {
-    log_.weapons = known.weapons;
-    log_.items = known.items;
+    log_.vocabulary = known;
   }
 
   ParsedLog Run();
@@ -130,7 +132,7 @@ class Parser {
   bool TakeClient(std::string_view text);
   bool TakeEnd(std::string_view text);
   bool OpenGame(std::string_view text, const LogLine& line);
-  void CloseGame();
+  void CloseGame(std::size_t end);
   void Kill(std::string_view text);
   /// The number of "MOD_NAME ..."; Names::kUnknown where it begins with no name.
   std::uint16_t WeaponOf(std::string_view means);
@@ -156,7 +158,7 @@ ParsedLog Parser::Run() {
   log_.lines = reader_.LineNumber();
   log_.openAtEnd = game_.IsOpen();
   if (log_.openAtEnd) {
-    CloseGame();
+    CloseGame(size_);
     log_.resumeAt = openStart_;
     log_.resumeLine = openLine_;
   } else {
@@ -197,7 +199,10 @@ bool Parser::TakeText(const LogLine& line) {
   }
   if (Take(text, "InitGame:")) return OpenGame(text, line);
   if (!IsKnownText(text)) return false;
-  if (!game_.IsOpen()) return true;
+  if (!game_.IsOpen()) {
+    if (log_.games.empty() && IsGameText(text)) ++log_.strayLines;
+    return true;
+  }
   return Take(text, "Client") ? TakeClient(text) : TakeEnd(text);
 }
 
@@ -221,7 +226,7 @@ bool Parser::TakeClient(std::string_view text) {
 
 bool Parser::TakeEnd(std::string_view text) {
   if (Take(text, "ShutdownGame:")) {
-    CloseGame();
+    CloseGame(reader_.LineEnd());
   } else if (Take(text, "Exit:")) {
     Exit(text);
   } else if (Take(text, "score: ")) {
@@ -235,7 +240,7 @@ bool Parser::TakeEnd(std::string_view text) {
 }
 
 bool Parser::OpenGame(std::string_view text, const LogLine& line) {
-  if (game_.IsOpen()) CloseGame();
+  if (game_.IsOpen()) CloseGame(reader_.LineStart());
   std::string_view map;
   int type = 0;
   std::string_view key;
@@ -255,7 +260,8 @@ bool Parser::OpenGame(std::string_view text, const LogLine& line) {
   return true;
 }
 
-void Parser::CloseGame() {
+void Parser::CloseGame(std::size_t end) {
+  log_.texts.push_back({openStart_, end});
   log_.games.push_back(game_.Close());
   log_.games.back().start = openedAt_;
 }
@@ -275,22 +281,22 @@ std::uint16_t Parser::WeaponOf(std::string_view means) {
   std::string_view name = means;
   Take(name, kPrefix);
   if (means.size() <= kLongestWord) {  // nearly always nothing follows the name
-    const std::uint16_t known = log_.weapons.Find(name);
+    const std::uint16_t known = log_.vocabulary.weapons.Find(name);
     if (known != Names::kUnknown) return known;
   }
   name = Word(means);
   Take(name, kPrefix);
-  return name.empty() ? Names::kUnknown : log_.weapons.Number(name);
+  return name.empty() ? Names::kUnknown : log_.vocabulary.weapons.Number(name);
 }
 
 void Parser::Item(std::string_view text) {
   std::size_t slot = 0;
   if (!TakeSlot(text, slot) || !Take(text, " ")) return Damaged("item");
-  const std::uint16_t known = log_.items.Find(text);
+  const std::uint16_t known = log_.vocabulary.items.Find(text);
   if (known != Names::kUnknown) return game_.TakeItem(slot, known);
   const std::string_view name = Word(text);
   if (name.empty()) return Damaged("item");
-  game_.TakeItem(slot, log_.items.Number(name));
+  game_.TakeItem(slot, log_.vocabulary.items.Number(name));
 }
 
 void Parser::Userinfo(std::string_view text) {
@@ -381,10 +387,9 @@ std::size_t FindGame(std::string_view log, std::size_t from) {
 
 /// The names at the beginning of a log. It holds nearly all that the log has: stretches that know
 /// them give the same numbers, and need not be renumbered when they are joined.
-KnownNames FirstNames(std::string_view log) {
+Vocabulary FirstNames(std::string_view log) {
   constexpr std::size_t kBeginning = std::size_t{256} << 10;
-  ParsedLog first = ParseLog(log.substr(0, log.rfind('\n', kBeginning) + 1), false);
-  return {std::move(first.weapons), std::move(first.items)};
+  return ParseLog(log.substr(0, log.rfind('\n', kBeginning) + 1), false).vocabulary;
 }
 
 }  // namespace
@@ -393,10 +398,9 @@ ParsedLog ParseLog(std::string_view log, bool keepEvents) {
   return Parser(log, keepEvents, {}).Run();
 }
 
-void Renumber(std::vector<Game>& games, const Names& from, Names& weapons, const Names& fromItems,
-              Names& items) {
-  const auto weaponNumbers = NewNumbers(from, weapons);
-  const auto itemNumbers = NewNumbers(fromItems, items);
+void Renumber(std::vector<Game>& games, const Vocabulary& from, Vocabulary& to) {
+  const auto weaponNumbers = NewNumbers(from.weapons, to.weapons);
+  const auto itemNumbers = NewNumbers(from.items, to.items);
   if (IsUnchanged(weaponNumbers) && IsUnchanged(itemNumbers)) return;
   for (Game& game : games) {
     for (Entrant& entrant : game.entrants) {
@@ -406,12 +410,22 @@ void Renumber(std::vector<Game>& games, const Names& from, Names& weapons, const
   }
 }
 
+void MoveTo(ParsedLog& stretch, std::size_t begin) {
+  stretch.resumeAt += begin;
+  for (GameText& text : stretch.texts) {
+    text.begin += begin;
+    text.end += begin;
+  }
+}
+
 void Append(ParsedLog& log, ParsedLog&& next) {
   if (log.stamped && next.stamped) {
     log.clock += std::max<std::int64_t>(0, next.firstStamp - log.lastStamp);
   }
+  if (log.games.empty()) log.strayLines += next.strayLines;
+  log.texts.insert(log.texts.end(), next.texts.begin(), next.texts.end());
   for (Game& game : next.games) game.start += log.clock;
-  Renumber(next.games, next.weapons, log.weapons, next.items, log.items);
+  Renumber(next.games, next.vocabulary, log.vocabulary);
   log.games.insert(log.games.end(), std::make_move_iterator(next.games.begin()),
                    std::make_move_iterator(next.games.end()));
   for (Note& note : next.notes) {
@@ -458,7 +472,7 @@ std::vector<ParsedLog> ParseLogs(const std::vector<std::string_view>& logs, bool
                                  const std::function<void(const Stretch&)>& done,
                                  unsigned threads) {
   const std::vector<Stretch> stretches = CutLogs(logs, kStretchBytes);
-  const KnownNames known = stretches.size() > 1 ? FirstNames(logs[stretches[0].log]) : KnownNames();
+  const Vocabulary known = stretches.size() > 1 ? FirstNames(logs[stretches[0].log]) : Vocabulary();
   std::vector<ParsedLog> parts(stretches.size());
   std::atomic<std::size_t> next = 0;
   const auto work = [&] {
@@ -466,7 +480,7 @@ std::vector<ParsedLog> ParseLogs(const std::vector<std::string_view>& logs, bool
       const Stretch& stretch = stretches[i];
       const std::size_t size = stretch.end - stretch.begin;
       parts[i] = Parser(logs[stretch.log].substr(stretch.begin, size), keepEvents, known).Run();
-      parts[i].resumeAt += stretch.begin;
+      MoveTo(parts[i], stretch.begin);
       done(stretch);
     }
   };

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "morvane/statistics/game.h"
+#include "morvane/statistics/vocabulary.h"
 
 namespace morvane {
 
@@ -17,17 +18,25 @@ struct Note {
   std::string text;
 };
 
+/// Where a game stands in a log, in bytes: from its "InitGame:" to its "ShutdownGame:" or, without
+/// that, to the next game or the end.
+struct GameText {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+};
+
 /// What a log, or a stretch of one, holds.
 struct ParsedLog {
   static constexpr std::size_t kMostNotes = 20;
 
-  std::vector<Game> games;  ///< Game::start: tenths of a second on `clock`, until SetStarts
-  Names weapons;
-  Names items;
+  std::vector<Game> games;      ///< Game::start: tenths of a second on `clock`, until SetStarts
+  std::vector<GameText> texts;  ///< of `games`
+  Vocabulary vocabulary;
   std::size_t lines = 0;
-  std::size_t skipped = 0;  ///< lines of no known kind, or damaged
-  std::size_t damaged = 0;  ///< of those, the ones that look like lines of the game
-  std::vector<Note> notes;  ///< of the first damaged ones
+  std::size_t strayLines = 0;  ///< lines of a game, "Kill:" and the like, before the first one
+  std::size_t skipped = 0;     ///< lines of no known kind, or damaged
+  std::size_t damaged = 0;     ///< of those, the ones that look like lines of the game
+  std::vector<Note> notes;     ///< of the first damaged ones
 
   /// Where to read on when the log has grown: the start of the game that is still open at the end
   /// (it is the last of `games`), or the end of the last whole line.
@@ -46,6 +55,9 @@ struct ParsedLog {
 /// `keepEvents`: fill Game::events.
 ParsedLog ParseLog(std::string_view log, bool keepEvents);
 
+/// Says of what was read from a stretch where it stands in the log: from byte `begin` on.
+void MoveTo(ParsedLog& stretch, std::size_t begin);
+
 /// Joins a log and the stretch that follows it directly.
 void Append(ParsedLog& log, ParsedLog&& next);
 
@@ -53,9 +65,9 @@ void Append(ParsedLog& log, ParsedLog&& next);
 /// `lastChange`, and its stamps tell how long before that a game began.
 void SetStarts(ParsedLog& log, std::int64_t lastChange);
 
-/// Gives the games of a log the numbers that `weapons` and `items` have for their names.
-void Renumber(std::vector<Game>& games, const Names& from, Names& weapons, const Names& fromItems,
-              Names& items);
+/// Gives games, whose weapons and items have the numbers of `from`, the numbers of `to`. What that
+/// has not yet is added.
+void Renumber(std::vector<Game>& games, const Vocabulary& from, Vocabulary& to);
 
 /// A stretch of one of several logs.
 struct Stretch {

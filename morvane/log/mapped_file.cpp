@@ -34,16 +34,17 @@ std::error_code LastError() { return {errno, std::generic_category()}; }
 
 }  // namespace
 
-MappedFile::MappedFile(const std::filesystem::path& path) {
+MappedFile::MappedFile(const std::filesystem::path& path, std::error_code& error) {
+  error = {};
   const Handle file(path);
   struct stat state {};
   if (file.Number() < 0 || fstat(file.Number(), &state) != 0) {
-    error_ = LastError();
+    error = LastError();
     return;
   }
   if (!S_ISREG(state.st_mode)) {
-    error_ = std::make_error_code(S_ISDIR(state.st_mode) ? std::errc::is_a_directory
-                                                         : std::errc::invalid_argument);
+    error = std::make_error_code(S_ISDIR(state.st_mode) ? std::errc::is_a_directory
+                                                        : std::errc::invalid_argument);
     return;
   }
   lastChange_ = state.st_mtim.tv_sec * kNanoseconds + state.st_mtim.tv_nsec;
@@ -51,7 +52,7 @@ MappedFile::MappedFile(const std::filesystem::path& path) {
   if (size == 0) return;
   void* memory = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.Number(), 0);
   if (memory == MAP_FAILED) {
-    error_ = LastError();
+    error = LastError();
     return;
   }
   madvise(memory, size, MADV_SEQUENTIAL);
@@ -65,7 +66,6 @@ MappedFile& MappedFile::operator=(MappedFile&& other) noexcept {
   std::swap(data_, other.data_);
   std::swap(size_, other.size_);
   std::swap(lastChange_, other.lastChange_);
-  std::swap(error_, other.error_);
   return *this;
 }
 

@@ -12,13 +12,12 @@ namespace morvane {
 class MappedFile {
  public:
   MappedFile() = default;
-  /// Maps a file. On failure (missing, a folder, not readable) `Error` says why and it is empty.
-  explicit MappedFile(const std::filesystem::path& path);
+  /// Maps a file. On failure (missing, a folder, not readable) `error` says why and it is empty.
+  MappedFile(const std::filesystem::path& path, std::error_code& error);
   MappedFile(MappedFile&& other) noexcept;
   MappedFile& operator=(MappedFile&& other) noexcept;
   ~MappedFile();
 
-  std::error_code Error() const { return error_; }
   std::string_view Bytes() const { return {data_, size_}; }
   /// When the file was last changed, in nanoseconds since 1970.
   std::int64_t LastChange() const { return lastChange_; }
@@ -30,7 +29,6 @@ class MappedFile {
   const char* data_ = nullptr;
   std::size_t size_ = 0;
   std::int64_t lastChange_ = 0;
-  std::error_code error_;
 };
 
 }  // namespace morvane

@@ -72,7 +72,7 @@ void SetSeen(Data& object, const SiteFacts& facts, std::int64_t first, std::int6
 }
 
 std::string WeaponName(const SiteFacts& facts, std::uint16_t weapon) {
-  return PageText(WeaponTitle(facts.statistics.weapons[weapon]));
+  return PageText(WeaponTitle(facts.statistics.vocabulary.weapons[weapon]));
 }
 
 Data WeaponRow(const SiteFacts& facts, const WeaponUse& use, double mostKills, double mostDeaths,
@@ -132,7 +132,7 @@ void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>&
   Data itemRows = List(items.size());
   for (const ItemCount& item : items) {
     Data row;
-    Set(row, "name", PageText(ItemTitle(facts.statistics.items[item.item])));
+    Set(row, "name", PageText(ItemTitle(facts.statistics.vocabulary.items[item.item])));
     Set(row, "count", item.count);
     SetPercent(row, "count_percent", item.count, items.front().count);
     Append(itemRows, std::move(row));

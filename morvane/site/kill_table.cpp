@@ -41,7 +41,7 @@ std::uint32_t ColumnTotal(const CountTable& table, std::size_t column) {
 /// has not; nothing further out has variables of these names.
 Data Cell(std::uint32_t count, std::size_t column, std::string_view style, bool own) {
   Data cell;
-  Set(cell, "tone", column % std::tuple_size_v<decltype(Settings::columnColors)>);
+  Set(cell, "tone", column % std::tuple_size_v<decltype(SiteSettings::columnColors)>);
   if (count > 0) Set(cell, "count", count);
   if (!style.empty()) Set(cell, "style", style);
   if (own) SetFlag(cell, "own", true);
@@ -67,7 +67,7 @@ Data Row(const CountTable& table, std::size_t row, const Hilites& hilites,
   return object;
 }
 
-Data Column(const Settings& settings, const CountTable& table, std::size_t column) {
+Data Column(const SiteSettings& settings, const CountTable& table, std::size_t column) {
   const std::string& colour = settings.columnColors[column % settings.columnColors.size()];
   const Rgb background = ParseColour(colour).value_or(Rgb{});
   Data object;
@@ -81,7 +81,7 @@ Data Column(const Settings& settings, const CountTable& table, std::size_t colum
 
 }  // namespace
 
-Hilites::Hilites(const Settings& settings, std::vector<std::uint32_t> cells)
+Hilites::Hilites(const SiteSettings& settings, std::vector<std::uint32_t> cells)
     : minimum_(settings.hiliteMinimum), cells_(std::move(cells)) {
   std::sort(cells_.begin(), cells_.end());
   for (const HiliteLevel& level : settings.hiliteLevels) {
@@ -122,7 +122,7 @@ CountTable PairTable(const std::vector<Label>& labels, const std::vector<Pair>& 
   return table;
 }
 
-Data TableData(const Settings& settings, const CountTable& table,
+Data TableData(const SiteSettings& settings, const CountTable& table,
                const std::vector<std::uint32_t>& own) {
   if (table.rows.empty() || table.columns.empty()) return Data(false);
   const Hilites hilites(settings, CellsOf(table));

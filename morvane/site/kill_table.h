@@ -4,19 +4,19 @@
 #include <string>
 #include <vector>
 
-#include "morvane/settings.h"
 #include "morvane/site/page_data.h"
 #include "morvane/site/site_facts.h"
+#include "morvane/site/site_settings.h"
 
 namespace morvane {
 
-/// The colours of the cells of one kill table. A cell of at least Settings::hiliteMinimum has the
-/// colour of the highest level whose percentile it reaches; its percentile is the share of the
+/// The colours of the cells of one kill table. A cell of at least SiteSettings::hiliteMinimum has
+/// the colour of the highest level whose percentile it reaches; its percentile is the share of the
 /// table's cells that are not above it, so the greatest is at 100.
 class Hilites {
  public:
   /// `cells`: all cells of the table, in any order.
-  Hilites(const Settings& settings, std::vector<std::uint32_t> cells);
+  Hilites(const SiteSettings& settings, std::vector<std::uint32_t> cells);
 
   /// The CSS declarations of a cell, with an ink that can be read; empty for one that is not
   /// highlighted. Nothing in it needs escaping.
@@ -49,7 +49,7 @@ CountTable PairTable(const std::vector<Label>& labels, const std::vector<Pair>& 
 
 /// The variables of a table: `columns`, `rows` with their `cells`, totals. The diagonal of a square
 /// table shows `own` (by row) and is not highlighted. A table without rows gives a false flag.
-Data TableData(const Settings& settings, const CountTable& table,
+Data TableData(const SiteSettings& settings, const CountTable& table,
                const std::vector<std::uint32_t>& own = {});
 
 }  // namespace morvane

@@ -31,7 +31,7 @@ Most MostOf(const std::vector<Map>& maps) {
 std::string FavouriteWeapon(const SiteFacts& facts, const Map& map) {
   const std::vector<WeaponUse>& weapons = map.summary.weapons;
   if (weapons.empty() || weapons.front().kills == 0) return {};
-  return PageText(WeaponTitle(facts.statistics.weapons[weapons.front().weapon]));
+  return PageText(WeaponTitle(facts.statistics.vocabulary.weapons[weapons.front().weapon]));
 }
 
 Data MapRow(const SiteFacts& facts, std::uint32_t index, const Most& most) {

@@ -34,7 +34,7 @@ constexpr std::string_view kImageFolder = "images";
 /// Puts files into the output folder and counts what fails.
 class Output {
  public:
-  Output(PageFolder& folder, Messages& messages) : folder_(folder), messages_(messages) {}
+  Output(PageFolder& folder, Report& report) : folder_(folder), report_(report) {}
 
   /// Two pages never share a file, also where the file system does not tell A from a.
   void Write(const std::string& name, std::string_view content) {
@@ -64,11 +64,11 @@ class Output {
   }
   void Fail(const std::string& text) {
     ++failed_;
-    messages_.Severe(Log::kMain, text);
+    report_.Severe(Log::kMain, text);
   }
 
   PageFolder& folder_;
-  Messages& messages_;
+  Report& report_;
   std::mutex mutex_;
   std::unordered_set<std::string> names_;
   std::atomic<std::size_t> failed_ = 0;
@@ -208,14 +208,14 @@ std::vector<Unit> Units(const SiteTemplates& templates, const Statistics& statis
   return units;
 }
 
-void RenderAll(const Site& site, const SiteTemplates& templates, Messages& messages) {
+void RenderAll(const Site& site, const SiteTemplates& templates, Report& report) {
   const std::vector<Unit> units = Units(templates, site.facts.statistics);
   std::atomic<std::size_t> next = 0;
   const auto work = [&] {
     Renderer renderer(site, templates);
     for (std::size_t i = next++; i < units.size(); i = next++) {
       (renderer.*units[i].render)(units[i].index);
-      messages.Progress("Writing pages", i + 1, units.size());
+      report.Progress("Writing pages", i + 1, units.size());
     }
   };
   std::vector<std::jthread> threads;
@@ -240,17 +240,17 @@ std::map<std::string, Data> TemplateData(const SiteTemplates& templates, const P
 }
 
 /// The background image is named relative to the pages, so it goes with them.
-void CopyBackgroundImage(const Settings& settings, Messages& messages, SiteResult& result) {
+void CopyBackgroundImage(const SiteSettings& settings, Report& report, SiteResult& result) {
   if (settings.backgroundImage.empty()) return;
   const fs::path source = settings.backgroundImage;
   std::error_code error;
   PageFolder images(fs::path(settings.outputPath) / kImageFolder, error);
   if (error) {
-    messages.Severe(Log::kMain, images.Path().string() + " cannot be used: " + error.message());
+    report.Severe(Log::kMain, images.Path().string() + " cannot be used: " + error.message());
     ++result.failed;
     return;
   }
-  Output output(images, messages);
+  Output output(images, report);
   output.Copy(source, source.filename().string());
   result.written += images.Written();
   result.unchanged += images.Unchanged();
@@ -259,32 +259,32 @@ void CopyBackgroundImage(const Settings& settings, Messages& messages, SiteResul
 
 }  // namespace
 
-SiteResult WritePages(const Settings& settings, const Statistics& statistics, Messages& messages) {
+SiteResult WritePages(const SiteSettings& settings, const Statistics& statistics, Report& report) {
   SiteResult result;
   std::error_code error;
   PageFolder folder(settings.outputPath, error);
   if (error) {
-    messages.Severe(Log::kMain, "the output directory " + settings.outputPath +
-                                    " cannot be used: " + error.message());
+    report.Severe(Log::kMain, "the output directory " + settings.outputPath +
+                                  " cannot be used: " + error.message());
     return result;
   }
   result.usable = true;
-  const SiteTemplates templates = LoadTemplates(settings, messages);
+  const SiteTemplates templates = LoadTemplates(settings, report);
   const SiteFacts facts(settings, statistics, templates);
   if (!facts.time.IsUsable()) {
-    messages.Normal(Log::kMain, "the time format \"" + settings.timeFormat +
-                                    "\" cannot be used; times are shown as 2024-12-31 23:59:59");
+    report.Normal(Log::kMain, "the time format \"" + settings.timeFormat +
+                                  "\" cannot be used; times are shown as 2024-12-31 23:59:59");
   }
   SharedData shared;
   DefineSharedData(shared, facts);
-  Output output(folder, messages);
+  Output output(folder, report);
   const Site site{facts, shared, TemplateData(templates, facts.pages),
                   HighestOf(statistics.players), output};
-  RenderAll(site, templates, messages);
+  RenderAll(site, templates, report);
   result.written = folder.Written();
   result.unchanged = folder.Unchanged();
   result.failed = output.Failed();
-  CopyBackgroundImage(settings, messages, result);
+  CopyBackgroundImage(settings, report, result);
   return result;
 }
 

@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-#include "morvane/messages.h"
-#include "morvane/settings.h"
+#include "morvane/report/report.h"
+#include "morvane/site/site_settings.h"
 #include "morvane/statistics/statistics.h"
 
 namespace morvane {
@@ -19,6 +19,6 @@ struct SiteResult {
 /// Writes the whole site: every page of every template that the settings name, their style sheets,
 /// scripts and pictures, and the background image. Works on all cores. Each file is replaced as a
 /// whole, and one whose content stays the same is left alone.
-SiteResult WritePages(const Settings& settings, const Statistics& statistics, Messages& messages);
+SiteResult WritePages(const SiteSettings& settings, const Statistics& statistics, Report& report);
 
 }  // namespace morvane

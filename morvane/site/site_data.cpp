@@ -22,7 +22,7 @@ constexpr std::size_t kTopPlayers = 100;
 constexpr std::size_t kRecentGames = 20;
 constexpr std::size_t kMostDuels = 100;
 
-Data UserVariables(const Settings& settings) {
+Data UserVariables(const SiteSettings& settings) {
   Data object;
   for (const auto& [name, value] : settings.userVariables) object[name] = Data(PageText(value));
   return object;
@@ -30,7 +30,7 @@ Data UserVariables(const Settings& settings) {
 
 /// The page colours and shades made from them, so that a page of any two colours can have panels,
 /// lines and links that are told apart and read.
-Data Colours(const Settings& settings) {
+Data Colours(const SiteSettings& settings) {
   const Rgb text = ParseColour(settings.textColor).value_or(Rgb{});
   const Rgb background = ParseColour(settings.backgroundColor).value_or(Rgb{255, 255, 255});
   Data object;
@@ -58,7 +58,7 @@ Data Colours(const Settings& settings) {
   return object;
 }
 
-Data NameColourList(const Settings& settings) {
+Data NameColourList(const SiteSettings& settings) {
   Data list = List(settings.nameColors.size());
   for (std::size_t i = 0; i < settings.nameColors.size(); ++i) {
     Data row;
@@ -69,7 +69,7 @@ Data NameColourList(const Settings& settings) {
   return list;
 }
 
-Data HiliteList(const Settings& settings) {
+Data HiliteList(const SiteSettings& settings) {
   Data list = List(settings.hiliteLevels.size());
   for (const HiliteLevel& level : settings.hiliteLevels) {
     const std::optional<Rgb> colour = ParseColour(level.color);
@@ -83,7 +83,7 @@ Data HiliteList(const Settings& settings) {
   return list;
 }
 
-Data ColumnColourList(const Settings& settings) {
+Data ColumnColourList(const SiteSettings& settings) {
   Data list = List(settings.columnColors.size());
   for (std::size_t i = 0; i < settings.columnColors.size(); ++i) {
     const Rgb colour = ParseColour(settings.columnColors[i]).value_or(Rgb{});
@@ -96,13 +96,14 @@ Data ColumnColourList(const Settings& settings) {
   return list;
 }
 
-Data Limits(const Settings& settings) {
+Data LimitData(const SiteFacts& facts) {
+  const Limits& limits = facts.statistics.limits;
   Data object;
-  Set(object, "minutes", settings.playersMinTime);
-  Set(object, "games", settings.playersMinGames);
-  Set(object, "kills", settings.playersMinKills);
-  Set(object, "last_placed", settings.gameLastPlaced);
-  Set(object, "hilite", Fixed(settings.hiliteMinimum, 0));
+  Set(object, "minutes", limits.playersMinTime);
+  Set(object, "games", limits.playersMinGames);
+  Set(object, "kills", limits.playersMinKills);
+  Set(object, "last_placed", limits.gameLastPlaced);
+  Set(object, "hilite", Fixed(facts.settings.hiliteMinimum, 0));
   return object;
 }
 
@@ -125,7 +126,7 @@ std::vector<std::uint32_t> AllGames(const Statistics& statistics) {
 /// The players whom the overall kill tables show, as indices: the first of all.
 std::size_t TablePlayers(const SiteFacts& facts) {
   const Statistics& statistics = facts.statistics;
-  return facts.settings.limitOverallKillTables ? statistics.ranked : statistics.players.size();
+  return statistics.limits.limitOverallKillTables ? statistics.ranked : statistics.players.size();
 }
 
 Data KillTable(const SiteFacts& facts) {
@@ -143,11 +144,12 @@ Data WeaponTable(const SiteFacts& facts,
                  const std::function<std::uint32_t(const WeaponUse&)>& count) {
   const Statistics& statistics = facts.statistics;
   CountTable table;
-  std::vector<std::size_t> columnOf(statistics.weapons.size(), statistics.weapons.size());
+  std::vector<std::size_t> columnOf(statistics.vocabulary.weapons.size(),
+                                    statistics.vocabulary.weapons.size());
   for (const WeaponUse& use : statistics.summary.weapons) {
     if (count(use) == 0) continue;
     columnOf[use.weapon] = table.columns.size();
-    const std::string name = PageText(WeaponTitle(statistics.weapons[use.weapon]));
+    const std::string name = PageText(WeaponTitle(statistics.vocabulary.weapons[use.weapon]));
     table.columns.push_back({name, EscapeHtml(name), {}, EscapeHtml(name)});
   }
   const std::size_t shown = std::min(TablePlayers(facts), kTopPlayers);
@@ -253,14 +255,14 @@ Data Uses(const SiteFacts& facts, const char* list) {
 Data CountText(std::size_t count) { return Data(Grouped(static_cast<std::int64_t>(count))); }
 
 void DefineSettings(SharedData& shared, const SiteFacts& facts) {
-  const Settings& settings = facts.settings;
+  const SiteSettings& settings = facts.settings;
   shared.Define("vars", [&] { return UserVariables(settings); });
   shared.Define("colors", [&] { return Colours(settings); });
   shared.Define("name_colors", [&] { return NameColourList(settings); });
   shared.Define("column_colors", [&] { return ColumnColourList(settings); });
   shared.Define("has_hilites", [&] { return Data(HiliteList(settings).is_non_empty_list()); });
   shared.Define("hilites", [&] { return HiliteList(settings); });
-  shared.Define("limits", [&] { return Limits(settings); });
+  shared.Define("limits", [&] { return LimitData(facts); });
 }
 
 void DefineCounts(SharedData& shared, const SiteFacts& facts) {

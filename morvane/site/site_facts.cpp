@@ -22,7 +22,7 @@ Label MakeLabel(std::string text, std::string html, std::string page) {
 
 }  // namespace
 
-SiteFacts::SiteFacts(const Settings& theSettings, const Statistics& theStatistics,
+SiteFacts::SiteFacts(const SiteSettings& theSettings, const Statistics& theStatistics,
                      const SiteTemplates& templates)
     : settings(theSettings),
       statistics(theStatistics),

@@ -5,10 +5,10 @@
 #include <utility>
 #include <vector>
 
-#include "morvane/settings.h"
 #include "morvane/site/format.h"
 #include "morvane/site/page_data.h"
 #include "morvane/site/page_names.h"
+#include "morvane/site/site_settings.h"
 #include "morvane/site/site_templates.h"
 #include "morvane/statistics/names.h"
 #include "morvane/statistics/statistics.h"
@@ -27,9 +27,10 @@ struct Label {
 class SiteFacts {
  public:
   /// All arguments must outlive the facts.
-  SiteFacts(const Settings& settings, const Statistics& statistics, const SiteTemplates& templates);
+  SiteFacts(const SiteSettings& settings, const Statistics& statistics,
+            const SiteTemplates& templates);
 
-  const Settings& settings;
+  const SiteSettings& settings;
   const Statistics& statistics;
   const TimeFormat time;
   const PageNames pages;

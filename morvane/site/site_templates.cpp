@@ -17,16 +17,16 @@ constexpr std::array<std::string_view, 11> kAssetExtensions = {
 
 class Loader {
  public:
-  Loader(const Settings& settings, Messages& messages)
-      : folder_(settings.sourcePath), messages_(messages) {}
+  Loader(const SiteSettings& settings, Report& report)
+      : folder_(settings.sourcePath), report_(report) {}
 
   std::optional<Template> One(const std::string& name) {
     Template loaded;
     TemplateFault fault;
     if (text::TrimBlanks(name).empty()) return {};
     if (loaded.Load(folder_, text::TrimBlanks(name), fault)) return loaded;
-    messages_.Severe(Log::kTemplates, fault.text, fault.file,
-                     static_cast<std::size_t>(std::max(fault.line, 0)));
+    report_.Severe(Log::kTemplates, fault.text, fault.file,
+                   static_cast<std::size_t>(std::max(fault.line, 0)));
     return {};
   }
 
@@ -60,13 +60,13 @@ class Loader {
 
  private:
   fs::path folder_;
-  Messages& messages_;
+  Report& report_;
 };
 
 }  // namespace
 
-SiteTemplates LoadTemplates(const Settings& settings, Messages& messages) {
-  Loader loader(settings, messages);
+SiteTemplates LoadTemplates(const SiteSettings& settings, Report& report) {
+  Loader loader(settings, report);
   SiteTemplates templates;
   templates.main = loader.Many(settings.mainTemplates);
   templates.maps = loader.Many(settings.mapTemplates);

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "morvane/messages.h"
-#include "morvane/settings.h"
+#include "morvane/report/report.h"
+#include "morvane/site/site_settings.h"
 #include "morvane/site/template.h"
 
 namespace morvane {
@@ -25,6 +25,6 @@ struct SiteTemplates {
 
 /// Reads every template that the settings name, each once, and the style sheets beside them. One
 /// that is missing or broken is a severe message and left out.
-SiteTemplates LoadTemplates(const Settings& settings, Messages& messages);
+SiteTemplates LoadTemplates(const SiteSettings& settings, Report& report);
 
 }  // namespace morvane

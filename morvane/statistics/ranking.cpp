@@ -25,12 +25,12 @@ std::string_view WithoutComment(std::string_view line) {
 }
 
 /// Where the rules may lie, the likeliest place first.
-std::vector<fs::path> RulePlaces(const Settings& settings) {
-  const fs::path name = platform::SystemPath(settings.custRankTemplate);
-  std::vector<fs::path> places = {fs::path(settings.sourcePath) / name,
-                                  fs::path(settings.directory) / name};
-  if (!name.has_extension())
-    places.push_back(fs::path(settings.sourcePath) / (name.string() + ".htmlt"));
+std::vector<fs::path> RulePlaces(const RankingSettings& settings) {
+  const fs::path name = platform::SystemPath(settings.file);
+  std::vector<fs::path> places;
+  for (const fs::path folder : settings.folders) places.push_back(folder / name);
+  const bool tryExtension = !name.has_extension() && !places.empty();
+  if (tryExtension) places.push_back(places.front().string() + ".htmlt");
   return places;
 }
 
@@ -41,8 +41,8 @@ struct Ranking::Rule {
   std::size_t line = 0;
 };
 
-Ranking::Ranking(std::string_view rules, std::string file, Messages& messages)
-    : file_(std::move(file)), messages_(messages) {
+Ranking::Ranking(std::string_view rules, std::string file, double start, Report& report)
+    : file_(std::move(file)), start_(start), report_(report) {
   for (std::size_t number = 1; !rules.empty(); ++number) {
     const std::size_t end = std::min(rules.find('\n'), rules.size());
     std::string_view line = rules.substr(0, end);
@@ -57,7 +57,7 @@ Ranking::~Ranking() = default;
 
 void Ranking::AddRule(std::string_view line, std::size_t number) {
   const auto refuse = [&](const std::string& why) {
-    messages_.Severe(Log::kRanking, why + "; rule skipped", file_, number);
+    report_.Severe(Log::kRanking, why + "; rule skipped", file_, number);
   };
   const std::size_t equals = line.find('=');
   if (equals == line.npos) return refuse("no \"=\" in \"" + std::string(line) + "\"");
@@ -99,9 +99,9 @@ double Ranking::Apply(Event event, double rank) {
   } catch (const mu::ParserError& error) {
     why = error.GetMsg();
   }
-  messages_.Severe(Log::kRanking,
-                   "\"" + std::string(kEventNames[event]) + "\" gives " + why + "; rule skipped",
-                   file_, rule->line);
+  report_.Severe(Log::kRanking,
+                 "\"" + std::string(kEventNames[event]) + "\" gives " + why + "; rule skipped",
+                 file_, rule->line);
   rule.reset();
   return rank;
 }
@@ -166,17 +166,17 @@ void Ranking::EndGame(const Game& game, int lastPlaced, std::vector<double>& ran
   }
 }
 
-std::unique_ptr<Ranking> ReadRanking(const Settings& settings, Messages& messages) {
+std::unique_ptr<Ranking> ReadRanking(const RankingSettings& settings, Report& report) {
   std::error_code error = std::make_error_code(std::errc::no_such_file_or_directory);
   for (const fs::path& place : RulePlaces(settings)) {
     if (!platform::FileExists(place)) continue;
     const std::string rules = platform::ReadWholeFile(place, error);
-    if (!error) return std::make_unique<Ranking>(rules, place.string(), messages);
+    if (!error) return std::make_unique<Ranking>(rules, place.string(), settings.start, report);
   }
-  messages.Severe(Log::kRanking,
-                  "the rules of the custom ranking cannot be read (" + error.message() +
-                      "); players are ranked by their score",
-                  settings.custRankTemplate);
+  report.Severe(Log::kRanking,
+                "the rules of the custom ranking cannot be read (" + error.message() +
+                    "); players are ranked by their score",
+                settings.file);
   return nullptr;
 }
 

@@ -6,11 +6,19 @@
 #include <string_view>
 #include <vector>
 
-#include "morvane/messages.h"
-#include "morvane/settings.h"
+#include "morvane/report/report.h"
 #include "morvane/statistics/game.h"
+#include "morvane/statistics/vocabulary.h"
 
 namespace morvane {
+
+/// What the user says about a ranking by own rules.
+struct RankingSettings {
+  bool use = false;
+  double start = 0;                  ///< what a player's rank begins with
+  std::string file;                  ///< of the rules, as given: a name or a path
+  std::vector<std::string> folders;  ///< where it may lie, the likeliest first; absolute
+};
 
 /// A ranking by the user's own rules, a text with one of them a line:
 ///
@@ -35,12 +43,13 @@ class Ranking {
   };
 
   /// Takes the rules from a text. One that does not parse is a severe message with its line in
-  /// `file`, and is skipped.
-  Ranking(std::string_view rules, std::string file, Messages& messages);
+  /// `file`, and is skipped. `start`: what a player's rank begins with.
+  Ranking(std::string_view rules, std::string file, double start, Report& report);
   Ranking(const Ranking&) = delete;
   Ranking& operator=(const Ranking&) = delete;
   ~Ranking();
 
+  double Start() const { return start_; }
   /// Changes the ranks of those who played a game, by Entrant::player. A rule that gives no number
   /// is a severe message and is skipped from then on. Game::events must be there.
   void Play(const Game& game, const Names& weapons, int lastPlaced, std::vector<double>& ranks);
@@ -55,14 +64,15 @@ class Ranking {
   void EndGame(const Game& game, int lastPlaced, std::vector<double>& ranks);
 
   std::string file_;
-  Messages& messages_;
+  double start_;
+  Report& report_;
   RuleVariables variables_;
   std::array<std::unique_ptr<Rule>, kEvents> rules_;
   std::vector<RuleVariables> inGame_;  // kills and deaths so far, by entrant
 };
 
-/// The rules that the settings name: `custRankTemplate` in the template directory, with ".htmlt"
-/// when there is no such file, or as a path. nullptr and a severe message when they cannot be read.
-std::unique_ptr<Ranking> ReadRanking(const Settings& settings, Messages& messages);
+/// The rules that the settings name: a file in one of the folders, or in the first of them with the
+/// extension of templates. nullptr and a severe message when they cannot be read.
+std::unique_ptr<Ranking> ReadRanking(const RankingSettings& settings, Report& report);
 
 }  // namespace morvane

@@ -128,10 +128,10 @@ class Totals {
   std::vector<std::uint32_t> seats_;    // of the entrants of the game being added
 };
 
-bool IsRanked(const Player& player, const Settings& settings) {
-  return player.figures.seconds >= std::int64_t{60} * settings.playersMinTime &&
-         static_cast<std::int64_t>(player.games) >= settings.playersMinGames &&
-         static_cast<std::int64_t>(player.figures.kills) >= settings.playersMinKills;
+bool IsRanked(const Player& player, const Limits& limits) {
+  return player.figures.seconds >= std::int64_t{60} * limits.playersMinTime &&
+         static_cast<std::int64_t>(player.games) >= limits.playersMinGames &&
+         static_cast<std::int64_t>(player.figures.kills) >= limits.playersMinKills;
 }
 
 bool IsAhead(const Player& left, const Player& right) {
@@ -177,18 +177,18 @@ std::vector<std::uint32_t> RankPlayers(std::vector<Player>& players, std::vector
 }
 
 /// Plays the games once more under the user's rules.
-void ApplyRanking(Ranking& ranking, const Settings& settings, Statistics& statistics) {
-  std::vector<double> ranks(statistics.players.size(), settings.custRankStart);
+void ApplyRanking(Ranking& ranking, const Limits& limits, Statistics& statistics) {
+  std::vector<double> ranks(statistics.players.size(), ranking.Start());
   for (Game& game : statistics.games) {
-    ranking.Play(game, statistics.weapons, settings.gameLastPlaced, ranks);
+    ranking.Play(game, statistics.vocabulary.weapons, limits.gameLastPlaced, ranks);
     game.events = {};
   }
   for (std::size_t i = 0; i < ranks.size(); ++i) statistics.players[i].rating = ranks[i];
   statistics.customRanking = true;
 }
 
-void RankAll(const Settings& settings, Statistics& statistics) {
-  for (Player& player : statistics.players) player.ranked = IsRanked(player, settings);
+void RankAll(const Limits& limits, Statistics& statistics) {
+  for (Player& player : statistics.players) player.ranked = IsRanked(player, limits);
   const auto newIndex = RankPlayers(statistics.players, statistics.pairs);
   for (std::size_t i = 0; i < statistics.players.size(); ++i) {
     statistics.players[i].player = static_cast<std::uint32_t>(i);
@@ -204,14 +204,14 @@ void RankAll(const Settings& settings, Statistics& statistics) {
     }
     RankPlayers(map.players, map.pairs);
   }
-  if (!settings.limitOverallKillTables) return;
+  if (!limits.limitOverallKillTables) return;
   std::erase_if(statistics.pairs, [&](const Pair& pair) {
     return !statistics.players[pair.killer].ranked || !statistics.players[pair.victim].ranked;
   });
 }
 
 /// Adds up the games of each map; the maps come out by name.
-void AddMaps(const Settings& settings, Statistics& statistics) {
+void AddMaps(const Limits& limits, Statistics& statistics) {
   std::unordered_map<std::string, std::size_t> byName;
   std::vector<Totals> totals;
   for (std::size_t i = 0; i < statistics.games.size(); ++i) {
@@ -220,7 +220,7 @@ void AddMaps(const Settings& settings, Statistics& statistics) {
     const auto [known, isNew] = byName.try_emplace(name, totals.size());
     if (isNew) {
       statistics.maps.emplace_back().name = name;
-      totals.emplace_back(settings.gameLastPlaced);
+      totals.emplace_back(limits.gameLastPlaced);
     }
     Map& map = statistics.maps[known->second];
     map.title = game.map;
@@ -236,31 +236,30 @@ void AddMaps(const Settings& settings, Statistics& statistics) {
 }
 
 /// Adds up all games.
-void AddTotals(const Settings& settings, Statistics& statistics) {
-  Totals totals(settings.gameLastPlaced);
+void AddTotals(const Limits& limits, Statistics& statistics) {
+  Totals totals(limits.gameLastPlaced);
   for (const Game& game : statistics.games) totals.Add(game);
   totals.Finish(statistics.summary, statistics.players, statistics.pairs);
 }
 
 }  // namespace
 
-bool IsCounted(const Game& game, const Settings& settings) {
+bool IsCounted(const Game& game, const Limits& limits) {
   const auto reaches = [](std::size_t count, int limit) {
     return limit <= 0 || count >= static_cast<std::size_t>(limit);
   };
-  return !game.warmup && (game.complete || !settings.gameComplete) &&
-         reaches(game.entrants.size(), settings.minPlayers) &&
-         reaches(game.kills, settings.minKills) &&
-         (!game.timed || reaches(game.length, settings.minTime));
+  return !game.warmup && (game.complete || !limits.gameComplete) &&
+         reaches(game.entrants.size(), limits.minPlayers) && reaches(game.kills, limits.minKills) &&
+         (!game.timed || reaches(game.length, limits.minTime));
 }
 
-Statistics MakeStatistics(const Settings& settings, std::vector<Game> games, Names weapons,
-                          Names items, Ranking* ranking) {
+Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabulary vocabulary,
+                          Ranking* ranking) {
   Statistics statistics;
   statistics.gamesFound = static_cast<std::uint32_t>(games.size());
-  statistics.weapons = std::move(weapons);
-  statistics.items = std::move(items);
-  std::erase_if(games, [&](const Game& game) { return !IsCounted(game, settings); });
+  statistics.vocabulary = std::move(vocabulary);
+  statistics.limits = limits;
+  std::erase_if(games, [&](const Game& game) { return !IsCounted(game, limits); });
   statistics.games = std::move(games);
   PlayerNumbers numbers;
   for (Game& game : statistics.games) {
@@ -268,11 +267,11 @@ Statistics MakeStatistics(const Settings& settings, std::vector<Game> games, Nam
   }
   {
     // Maps and totals need the same games and nothing of each other.
-    const std::jthread maps([&] { AddMaps(settings, statistics); });
-    AddTotals(settings, statistics);
+    const std::jthread maps([&] { AddMaps(limits, statistics); });
+    AddTotals(limits, statistics);
   }
-  if (ranking != nullptr) ApplyRanking(*ranking, settings, statistics);
-  RankAll(settings, statistics);
+  if (ranking != nullptr) ApplyRanking(*ranking, limits, statistics);
+  RankAll(limits, statistics);
   return statistics;
 }
 

@@ -4,8 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "morvane/settings.h"
 #include "morvane/statistics/game.h"
+#include "morvane/statistics/limits.h"
+#include "morvane/statistics/vocabulary.h"
 
 namespace morvane {
 
@@ -57,24 +58,24 @@ struct Map {
 /// All that pages are made of.
 struct Statistics {
   Summary summary;
-  std::vector<Player> players;   ///< the ranked ones by rank, then the others by rating
-  std::uint32_t ranked = 0;      ///< how many of them are ranked
-  std::vector<Pair> pairs;       ///< over all games; limited where `limit_overall_killtables` says
-  std::vector<Map> maps;         ///< by name
-  std::vector<Game> games;       ///< the counted ones, in the order of the logs
-  Names weapons;                 ///< by WeaponUse::weapon
-  Names items;                   ///< by ItemCount::item
+  std::vector<Player> players;  ///< the ranked ones by rank, then the others by rating
+  std::uint32_t ranked = 0;     ///< how many of them are ranked
+  std::vector<Pair> pairs;      ///< over all games; limited where `limit_overall_killtables` says
+  std::vector<Map> maps;        ///< by name
+  std::vector<Game> games;      ///< the counted ones, in the order of the logs
+  Vocabulary vocabulary;
+  Limits limits;                 ///< that these were made under
   std::uint32_t gamesFound = 0;  ///< counted or not
   bool customRanking = false;    ///< rating is the custom rank value
 };
 
 /// Whether a game counts: no warm-up, and none of the game limits misses it. A log without stamps
 /// tells no length, so `min_time` does not apply to its games.
-bool IsCounted(const Game& game, const Settings& settings);
+bool IsCounted(const Game& game, const Limits& limits);
 
-/// Everything from the games found, in the order of play. `weapons` and `items` name the numbers in
-/// them. With a `ranking` that orders the players, else their scores do.
-Statistics MakeStatistics(const Settings& settings, std::vector<Game> games, Names weapons,
-                          Names items, Ranking* ranking);
+/// Everything from the games found, in the order of play. `vocabulary` names the numbers in them.
+/// With a `ranking` that orders the players, else their scores do.
+Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabulary vocabulary,
+                          Ranking* ranking);
 
 }  // namespace morvane

@@ -1,24 +1,33 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
-#include "morvane/messages.h"
-#include "morvane/settings.h"
+#include "morvane/log/log_file.h"
+#include "morvane/report/report.h"
 #include "morvane/statistics/game.h"
+#include "morvane/statistics/vocabulary.h"
 
 namespace morvane {
+
+/// Where the games come from.
+struct Sources {
+  std::vector<LogFile> logs;
+  bool useDatabase = false;
+  std::string databasePath;  ///< the folder of the database; absolute
+};
 
 /// The games of a run, in the order of play.
 struct Collected {
   std::vector<Game> games;
-  Names weapons;
-  Names items;
+  Vocabulary vocabulary;
   bool usable = false;  ///< a log could be read, or the database held games
 };
 
-/// Reads the logs that the settings name, or as much of them as the database does not know yet,
-/// and takes the games of former logs from the database. What a log or the database lacks is a
-/// message. A damaged database is left as it is, and the logs are read without it.
-Collected CollectGames(const Settings& settings, Messages& messages);
+/// Reads the logs that the user names, or as much of them as the database does not know yet, and
+/// takes the games of former logs from the database. What a log or the database lacks is a message.
+/// A damaged database is left as it is, and the logs are read without it. `keepEvents`: fill
+/// Game::events.
+Collected CollectGames(const Sources& sources, bool keepEvents, Report& report);
 
 }  // namespace morvane

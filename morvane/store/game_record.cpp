@@ -1,7 +1,6 @@
 #include "morvane/store/game_record.h"
 
 #include <algorithm>
-#include <cstring>
 #include <type_traits>
 #include <utility>
 
@@ -167,31 +166,14 @@ std::string PackGame(const Game& game) {
   return writer.Take();
 }
 
-bool UnpackGame(std::string_view bytes, std::size_t weapons, std::size_t items, Game& game) {
+bool UnpackGame(std::string_view bytes, int version, std::size_t weapons, std::size_t items,
+                Game& game) {
+  // Version 2 has the form of version 1.
+  if (version < 1 || version > kRecordVersion) return false;
   Reader reader(bytes);
   game = {};
   WalkGame(reader, game);
   return reader.IsWhole() && HasValidIndices(game, weapons, items);
-}
-
-std::uint64_t GameDigest(const Game& game) {
-  Game timeless = game;
-  timeless.start = 0;
-  return Digest(PackGame(timeless));
-}
-
-std::uint64_t Digest(std::string_view bytes) {
-  constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15U;
-  std::uint64_t digest = bytes.size() * kMix;
-  while (!bytes.empty()) {
-    std::uint64_t word = 0;
-    const std::size_t count = std::min(bytes.size(), sizeof word);
-    std::memcpy(&word, bytes.data(), count);
-    digest = (digest ^ word) * kMix;
-    digest ^= digest >> 29;
-    bytes.remove_prefix(count);
-  }
-  return digest;
 }
 
 }  // namespace morvane

@@ -8,6 +8,7 @@
 #include <set>
 #include <sstream>
 
+#include "morvane/messages.h"
 #include "morvane/statistics/ranking.h"
 #include "tests/morvane/site_fixture.h"
 
@@ -171,7 +172,7 @@ std::string Complaints(const std::string& rules) {
   TempFolder folder;
   {
     Messages messages(folder.Path().string(), {0, 0, 0, Messages::kSevereFile});
-    const Ranking ranking(rules, "rules", messages);
+    const Ranking ranking(rules, "rules", 1000, messages);
   }
   return ReadFile(folder.Path() / "custrank.log.txt");
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "morvane/statistics/vocabulary.h"
+
 namespace morvane {
 namespace {
 

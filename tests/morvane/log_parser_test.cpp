@@ -69,7 +69,8 @@ TEST(ParseLog, ReadsAnyLineOfKill) {
     ASSERT_EQ(log.games.size(), 1U) << test.line;
     EXPECT_EQ(log.games[0].kills, test.kills) << test.line;
     EXPECT_EQ(log.skipped, test.kills > 0 ? 0U : 1U) << test.line;
-    EXPECT_EQ(log.weapons.size() > 0 ? log.weapons[0] : "", test.weapon) << test.line;
+    EXPECT_EQ(log.vocabulary.weapons.size() > 0 ? log.vocabulary.weapons[0] : "", test.weapon)
+        << test.line;
   }
 }
 
@@ -269,8 +270,12 @@ TEST(SetStarts, ReckonsBackFromTheLastChange) {
 /// A log as text, so that two can be compared.
 std::string TextOf(const ParsedLog& log) {
   std::string text = std::to_string(log.lines) + " " + std::to_string(log.skipped) + " " +
-                     std::to_string(log.resumeAt) + " " + std::to_string(log.clock) + "\n";
+                     std::to_string(log.strayLines) + " " + std::to_string(log.resumeAt) + " " +
+                     std::to_string(log.clock) + "\n";
   for (const Game& game : log.games) text += PackGame(game) + "\n";
+  for (const GameText& at : log.texts) {
+    text += std::to_string(at.begin) + "-" + std::to_string(at.end) + "\n";
+  }
   for (const Note& note : log.notes) text += std::to_string(note.line) + note.text;
   return text;
 }
@@ -288,7 +293,7 @@ TEST(CutLogs, StretchesJoinedAreTheWholeLog) {
       end = stretch.end;
       ParsedLog part =
           ParseLog(std::string_view(log).substr(stretch.begin, stretch.end - stretch.begin), true);
-      part.resumeAt += stretch.begin;
+      MoveTo(part, stretch.begin);
       Append(joined, std::move(part));
     }
     EXPECT_EQ(end, log.size());
@@ -317,8 +322,9 @@ TEST(ParseLogs, ALogReadInStretchesIsTheWholeLog) {
   const std::vector<ParsedLog> read = ParseLogs(
       {log}, true, [](const Stretch&) {}, 2);
   EXPECT_TRUE(TextOf(read[0]) == TextOf(whole));
-  EXPECT_EQ(read[0].weapons.All(), (std::vector<std::string>{"ROCKET", "RAILGUN", "BFG"}));
-  EXPECT_EQ(read[0].items.All(), whole.items.All());
+  EXPECT_EQ(read[0].vocabulary.weapons.All(),
+            (std::vector<std::string>{"ROCKET", "RAILGUN", "BFG"}));
+  EXPECT_EQ(read[0].vocabulary.items.All(), whole.vocabulary.items.All());
 }
 
 /// Changes bytes of a log by a fixed rule: whatever comes out must be read without harm.
@@ -337,7 +343,7 @@ TEST(ParseLog, BearsAnyBytes) {
     damaged.erase(hole, next() % 5000);
     for (const Game& game : ParseLog(damaged, true).games) {
       Game again;
-      EXPECT_TRUE(UnpackGame(PackGame(game), Names::kMost, Names::kMost, again));
+      EXPECT_TRUE(UnpackGame(PackGame(game), kRecordVersion, Names::kMost, Names::kMost, again));
       EXPECT_EQ(PackGame(again), PackGame(game));
     }
   }

@@ -52,14 +52,14 @@ TEST(Palette, KeepsReadableColoursAndMendsOthers) {
 }
 
 /// The colour that a cell of `cells` gets; empty for none.
-std::string ColourOf(const Settings& settings, const std::vector<std::uint32_t>& cells,
+std::string ColourOf(const SiteSettings& settings, const std::vector<std::uint32_t>& cells,
                      std::uint32_t cell) {
   const std::string style = Hilites(settings, cells).Style(cell);
   return style.substr(0, std::min(style.find(';'), style.size()));
 }
 
 TEST(Hilites, AreTheHighestLevelThatACellReaches) {
-  Settings settings;
+  SiteSettings settings;
   settings.hiliteMinimum = 4;
   settings.hiliteLevels = {{50, "#000050"}, {100, "#000100"}, {90, "#000090"}, {75, "bad\""}};
   const std::vector<std::uint32_t> cells = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "morvane/messages.h"
 #include "morvane/statistics/figures.h"
 #include "morvane/statistics/ranking.h"
 #include "tests/morvane/test_support.h"
@@ -21,12 +22,11 @@ using test::Kills;
 using test::kShutdown;
 
 /// Statistics of a log under settings that limit nothing.
-Statistics StatisticsOf(const std::string& log, const Settings& settings = {},
+Statistics StatisticsOf(const std::string& log, const Limits& limits = {},
                         Ranking* ranking = nullptr) {
   ParsedLog parsed = ParseLog(log, true);
   SetStarts(parsed, 1'000'000);
-  return MakeStatistics(settings, std::move(parsed.games), std::move(parsed.weapons),
-                        std::move(parsed.items), ranking);
+  return MakeStatistics(limits, std::move(parsed.games), std::move(parsed.vocabulary), ranking);
 }
 
 TEST(IsCounted, HonoursEveryLimitOfGames) {
@@ -34,40 +34,40 @@ TEST(IsCounted, HonoursEveryLimitOfGames) {
   const std::string log = Duel("Ann", "Bob", 12);
   const struct {
     std::string what;
-    int Settings::*limit;
+    int Limits::*limit;
     int least;  // the first value that the game misses
-  } kCases[] = {{"min_players", &Settings::minPlayers, 3},
-                {"min_kills", &Settings::minKills, 13},
-                {"min_time", &Settings::minTime, 301}};
+  } kCases[] = {{"min_players", &Limits::minPlayers, 3},
+                {"min_kills", &Limits::minKills, 13},
+                {"min_time", &Limits::minTime, 301}};
   for (const auto& test : kCases) {
-    Settings settings;
-    settings.*test.limit = test.least - 1;
-    EXPECT_EQ(StatisticsOf(log, settings).games.size(), 1U) << test.what;
-    settings.*test.limit = test.least;
-    const Statistics statistics = StatisticsOf(log, settings);
+    Limits limits;
+    limits.*test.limit = test.least - 1;
+    EXPECT_EQ(StatisticsOf(log, limits).games.size(), 1U) << test.what;
+    limits.*test.limit = test.least;
+    const Statistics statistics = StatisticsOf(log, limits);
     EXPECT_TRUE(statistics.games.empty()) << test.what;
     EXPECT_EQ(statistics.gamesFound, 1U) << test.what;
     EXPECT_TRUE(statistics.players.empty()) << test.what;
-    settings.*test.limit = -5;
-    EXPECT_EQ(StatisticsOf(log, settings).games.size(), 1U) << test.what;
+    limits.*test.limit = -5;
+    EXPECT_EQ(StatisticsOf(log, limits).games.size(), 1U) << test.what;
   }
 }
 
 TEST(IsCounted, AsksForAnExitOnlyWhereTold) {
-  Settings settings;
-  settings.gameComplete = true;
-  EXPECT_TRUE(StatisticsOf(Duel("Ann", "Bob", 1), settings).games.empty());
+  Limits limits;
+  limits.gameComplete = true;
+  EXPECT_TRUE(StatisticsOf(Duel("Ann", "Bob", 1), limits).games.empty());
   const std::string complete = Init() + Join(0, "Ann") + Join(1, "Bob") + Kill(0, 1) +
                                "  4:00 Exit: Fraglimit hit.\n" + kShutdown;
-  EXPECT_EQ(StatisticsOf(complete, settings).games.size(), 1U);
+  EXPECT_EQ(StatisticsOf(complete, limits).games.size(), 1U);
   const std::string warmup = Init() + "  0:00 Warmup:\n" + kShutdown;
   EXPECT_TRUE(StatisticsOf(warmup).games.empty());
-  settings = {};
-  settings.minTime = 100;
+  limits = {};
+  limits.minTime = 100;
   const std::string untimed =
       "InitGame: \\mapname\\a\nClientUserinfoChanged: 0 n\\A\\t\\0\n"
       "ClientBegin: 0\nKill: 0 0 1: a killed a by MOD_BFG\n";
-  EXPECT_EQ(StatisticsOf(untimed, settings).games.size(), 1U) << "its length is not known";
+  EXPECT_EQ(StatisticsOf(untimed, limits).games.size(), 1U) << "its length is not known";
 }
 
 TEST(MakeStatistics, KnowsAPlayerUnderEverySpelling) {
@@ -111,21 +111,21 @@ TEST(MakeStatistics, RanksOnlyWhoIsWithinTheLimits) {
   const std::string log = Duel("Ann", "Bob", 9) + Duel("Cid", "Bob", 5);
   const struct {
     std::string what;
-    int Settings::*limit;
+    int Limits::*limit;
     int value;
     std::vector<std::string> order;  // with rank
   } kCases[] = {
-      {"none", &Settings::playersMinGames, 0, {"Ann 1", "Cid 2", "Bob 3"}},
-      {"games", &Settings::playersMinGames, 2, {"Bob 1", "Ann 0", "Cid 0"}},
-      {"kills", &Settings::playersMinKills, 6, {"Ann 1", "Cid 0", "Bob 0"}},
-      {"time", &Settings::playersMinTime, 9, {"Bob 1", "Ann 0", "Cid 0"}},
+      {"none", &Limits::playersMinGames, 0, {"Ann 1", "Cid 2", "Bob 3"}},
+      {"games", &Limits::playersMinGames, 2, {"Bob 1", "Ann 0", "Cid 0"}},
+      {"kills", &Limits::playersMinKills, 6, {"Ann 1", "Cid 0", "Bob 0"}},
+      {"time", &Limits::playersMinTime, 9, {"Bob 1", "Ann 0", "Cid 0"}},
   };
   for (const auto& test : kCases) {
     for (const bool limitTables : {false, true}) {
-      Settings settings;
-      settings.*test.limit = test.value;
-      settings.limitOverallKillTables = limitTables;
-      const Statistics statistics = StatisticsOf(log, settings);
+      Limits limits;
+      limits.*test.limit = test.value;
+      limits.limitOverallKillTables = limitTables;
+      const Statistics statistics = StatisticsOf(log, limits);
       std::vector<std::string> order;
       for (const Player& player : statistics.players) {
         order.push_back(player.name + " " + std::to_string(player.rank));
@@ -160,7 +160,7 @@ TEST(MakeStatistics, IndicesPointAtWhomTheyMean) {
   EXPECT_EQ(FindPair(statistics.pairs, 0, 1)->kills, 7U);
   EXPECT_EQ(statistics.players[statistics.games[0].entrants[0].player].name, "Bob");
   EXPECT_EQ(statistics.summary.kills, 8U);
-  EXPECT_EQ(statistics.weapons[statistics.summary.weapons[0].weapon], "RAILGUN");
+  EXPECT_EQ(statistics.vocabulary.weapons[statistics.summary.weapons[0].weapon], "RAILGUN");
 }
 
 TEST(PairCounts, AddsUpPairsOfAnyNumbers) {
@@ -198,12 +198,11 @@ class RankingTest : public testing::Test {
   /// The rating of every player after a log, under rules.
   std::string RatingsOf(const std::string& rules, const std::string& log) {
     Messages messages(folder_.Path().string(), {0, 0, 0, 5});
-    Ranking ranking(rules, "rules.txt", messages);
-    Settings settings;
-    settings.custRankStart = 1000;
-    settings.gameLastPlaced = 2;
+    Ranking ranking(rules, "rules.txt", 1000, messages);
+    Limits limits;
+    limits.gameLastPlaced = 2;
     std::string ratings;
-    for (const Player& player : StatisticsOf(log, settings, &ranking).players) {
+    for (const Player& player : StatisticsOf(log, limits, &ranking).players) {
       ratings += player.name + " " + std::to_string(std::lround(player.rating)) + " ";
     }
     return ratings;

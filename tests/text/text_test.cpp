@@ -1,9 +1,6 @@
-#include "text/text.h"
 
 #include <gtest/gtest.h>
 #include <string>
-
-#include "text/characters.h"
 
 namespace text {
 namespace {

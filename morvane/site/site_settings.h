@@ -1,0 +1,47 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace morvane {
+
+/// A highlight of kill tables.
+struct HiliteLevel {
+  double percentile = 0;  ///< 0 to 100
+  std::string color;      ///< as the user gave it: hostile to HTML like any text
+};
+
+/// What the user says about the pages. Paths are absolute, with the system's separators. Colours
+/// are "#" and six hexadecimal digits.
+struct SiteSettings {
+  std::string sourcePath;  ///< the folder of the templates
+  std::string outputPath;
+  std::string fileExtension = ".html";  ///< begins with "."
+  std::string timeFormat;               ///< as strftime takes it
+
+  std::string textColor;
+  std::string linkColor;
+  std::string visitedLinkColor;
+  std::string activeLinkColor;
+  std::string backgroundColor;
+  std::string backgroundImage;  ///< absolute; empty: none
+  std::array<std::string, 10> nameColors;
+  std::array<std::string, 3> columnColors;
+
+  double hiliteMinimum = 0;
+  std::vector<HiliteLevel> hiliteLevels;  ///< in the order of the settings
+
+  std::vector<std::string> mainTemplates;
+  std::vector<std::string> mapTemplates;
+  std::vector<std::string> gameTemplates;
+  std::string gameListTemplate;
+  std::string gameListLoopTemplate;
+  std::string lastGameTemplate;
+  std::string playerTemplate;
+
+  std::vector<std::pair<std::string, std::string>> userVariables;  ///< each name once
+};
+
+}  // namespace morvane
