@@ -115,10 +115,12 @@ void WalkFigures(Stream& stream, Figures& f) {
 template <class Stream, class Game>
 void WalkGame(Stream& stream, Game& game) {
   Each(stream, game.map, game.type, game.start, game.length, game.timed, game.warmup, game.complete,
-       game.exitReason, game.hasTeamScores, game.redScore, game.blueScore, game.kills, game.frags);
+       game.exitReason, game.hasTeamScores, game.redScore, game.blueScore, game.kills, game.frags,
+       game.dated, game.teams, game.winningTeam);
   stream.Count(game.entrants);
   for (auto& entrant : game.entrants) {
-    Each(stream, entrant.name, entrant.team, entrant.place, entrant.stayed, entrant.winner);
+    Each(stream, entrant.name, entrant.team, entrant.place, entrant.stayed, entrant.winner,
+         entrant.bot);
     WalkFigures(stream, entrant.figures);
   }
   stream.Count(game.pairs);
@@ -138,8 +140,7 @@ bool HasValidIndices(const Game& game, std::size_t weapons, std::size_t items) {
     return rival.index == kNobody || isEntrant(rival.index);
   };
   const auto isLeader = [&](const LeadChange& change) {
-    return change.leader == kNobody ||
-           (IsTeamGame(game.type) ? change.leader <= 3 : isEntrant(change.leader));
+    return change.leader == kNobody || (game.teams ? change.leader <= 3 : isEntrant(change.leader));
   };
   const auto isFine = [&](const Entrant& entrant) {
     const Figures& f = entrant.figures;
@@ -149,7 +150,8 @@ bool HasValidIndices(const Game& game, std::size_t weapons, std::size_t items) {
            std::ranges::all_of(f.weapons, [&](const auto& use) { return use.weapon < weapons; }) &&
            std::ranges::all_of(f.itemCounts, [&](const auto& i) { return i.item < items; });
   };
-  return std::ranges::all_of(game.entrants, isFine) && std::ranges::all_of(game.lead, isLeader) &&
+  return game.dated <= Dated::kKnown && game.winningTeam <= Team::kBlue &&
+         std::ranges::all_of(game.entrants, isFine) && std::ranges::all_of(game.lead, isLeader) &&
          std::ranges::all_of(
              game.pairs,
              [&](const Pair& p) { return isEntrant(p.killer) && isEntrant(p.victim); }) &&
@@ -177,6 +179,7 @@ bool UnpackGame(std::string_view bytes, std::size_t weapons, std::size_t items, 
 std::uint64_t GameDigest(const Game& game) {
   Game timeless = game;
   timeless.start = 0;
+  timeless.dated = Dated::kUnknown;
   return Digest(PackGame(timeless));
 }
 

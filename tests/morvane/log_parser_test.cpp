@@ -272,6 +272,10 @@ std::string TextOf(const ParsedLog& log) {
   std::string text = std::to_string(log.lines) + " " + std::to_string(log.skipped) + " " +
                      std::to_string(log.resumeAt) + " " + std::to_string(log.clock) + "\n";
   for (const Game& game : log.games) text += PackGame(game) + "\n";
+  for (const GameTime& time : log.times) {
+    text += std::to_string(time.clock) + " " + std::to_string(time.run) + " " +
+            std::to_string(time.date) + "\n";
+  }
   for (const Note& note : log.notes) text += std::to_string(note.line) + note.text;
   return text;
 }

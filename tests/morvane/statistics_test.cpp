@@ -8,6 +8,7 @@
 
 #include "morvane/messages.h"
 #include "morvane/statistics/figures.h"
+#include "morvane/statistics/player_names.h"
 #include "morvane/statistics/ranking.h"
 #include "tests/morvane/test_support.h"
 
@@ -23,10 +24,11 @@ using test::kShutdown;
 
 /// Statistics of a log under settings that limit nothing.
 Statistics StatisticsOf(const std::string& log, const Limits& limits = {},
-                        Ranking* ranking = nullptr) {
+                        Ranking* ranking = nullptr, const PlayerNames& names = {}) {
   ParsedLog parsed = ParseLog(log, true);
   SetStarts(parsed, 1'000'000);
-  return MakeStatistics(limits, std::move(parsed.games), std::move(parsed.vocabulary), ranking);
+  return MakeStatistics(limits, std::move(parsed.games), std::move(parsed.vocabulary), names,
+                        ranking);
 }
 
 TEST(IsCounted, HonoursEveryLimitOfGames) {
@@ -83,8 +85,8 @@ TEST(MakeStatistics, KnowsAPlayerUnderEverySpelling) {
   EXPECT_EQ(ann.wins, 2U);
   EXPECT_EQ(ann.placings, (std::vector<std::uint32_t>{2, 1}));
   EXPECT_EQ(ann.figures.killStreak, 3U) << "streaks end with their game";
-  EXPECT_EQ(ann.firstSeen, 1'000'000 - 900);
-  EXPECT_EQ(ann.lastSeen, 1'000'000);
+  EXPECT_EQ(ann.seen.first, 1'000'000 - 900);
+  EXPECT_EQ(ann.seen.last, 1'000'000);
   ASSERT_EQ(statistics.maps.size(), 2U);
   EXPECT_EQ(statistics.maps[0].title, "Q3DM17");
   EXPECT_EQ(statistics.maps[0].games.size(), 2U);
@@ -103,7 +105,7 @@ TEST(MakeStatistics, TwoClientsOfOneNameAreOnePlayer) {
   ASSERT_EQ(statistics.players.size(), 2U);
   EXPECT_EQ(statistics.players[0].figures.score, 4);
   EXPECT_EQ(statistics.players[0].games, 1U);
-  EXPECT_EQ(statistics.players[0].placings, (std::vector<std::uint32_t>{1, 1}));
+  EXPECT_EQ(statistics.players[0].placings, (std::vector<std::uint32_t>{1}));
   EXPECT_EQ(statistics.players[0].figures.nemesis.index, kNobody) << "nobody is his own";
 }
 
@@ -131,9 +133,7 @@ TEST(MakeStatistics, RanksOnlyWhoIsWithinTheLimits) {
         order.push_back(player.name + " " + std::to_string(player.rank));
       }
       EXPECT_EQ(order, test.order) << test.what;
-      const bool unlimited = !limitTables || test.what == "none";
-      EXPECT_EQ(statistics.pairs.size(), unlimited ? 2U : 0U) << test.what;
-      EXPECT_EQ(statistics.games[0].pairs.size(), 1U) << "only the overall table is limited";
+      EXPECT_EQ(statistics.pairs.size(), 2U) << "the limit is of tables, not of duels";
     }
   }
 }
