@@ -134,6 +134,7 @@ bool LineReader::Next(std::string_view& line) {
     }
   }
   if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  end_ = start_ + line.size();
   return true;
 }
 

@@ -37,6 +37,8 @@ class LineReader {
 
   /// Where the line last read begins, in bytes.
   std::size_t LineStart() const { return start_; }
+  /// Where it ends, without its line end.
+  std::size_t LineEnd() const { return end_; }
   /// The number of the line last read, from 1. Both lines of a clipped one have the same.
   std::size_t LineNumber() const { return number_; }
   /// Whether the line last read had a line end.
@@ -45,6 +47,7 @@ class LineReader {
  private:
   std::string_view log_;
   std::size_t start_ = 0;
+  std::size_t end_ = 0;
   std::size_t next_ = 0;
   std::size_t number_ = 0;
   bool hadEnd_ = true;

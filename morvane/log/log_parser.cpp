@@ -99,6 +99,14 @@ std::string_view TextAfterBy(std::string_view text) {
   return by == text.npos ? std::string_view() : text.substr(by + kBy.size());
 }
 
+/// Whether a known text tells what happens in a game; talk, dashes and warm-ups do not.
+bool IsGameText(std::string_view text) {
+  static constexpr auto kBeginnings = std::to_array<std::string_view>(
+      {"Item: ", "Kill: ", "Client", "ShutdownGame:", "Exit:", "score: ", "red:"});
+  return std::ranges::any_of(
+      kBeginnings, [&](std::string_view beginning) { return text.starts_with(beginning); });
+}
+
 bool IsKey(std::string_view key, std::string_view name) {
   return key.size() == name.size() && config::SameName(key, name);
 }
@@ -157,7 +165,7 @@ class Parser {
   bool TakeEnd(std::string_view text);
   bool OpenGame(std::string_view text, const LogLine& line);
   void ServerTime(std::string_view text);
-  void CloseGame();
+  void CloseGame(std::size_t end);
   void Kill(std::string_view text);
   /// The number of "MOD_NAME ..."; Names::kUnknown where it begins with no name.
   std::uint16_t WeaponOf(std::string_view means);
@@ -184,7 +192,7 @@ ParsedLog Parser::Run() {
   log_.lines = reader_.LineNumber();
   log_.openAtEnd = game_.IsOpen();
   if (log_.openAtEnd) {
-    CloseGame();
+    CloseGame(size_);
     log_.resumeAt = openStart_;
     log_.resumeLine = openLine_;
   } else {
@@ -231,7 +239,10 @@ bool Parser::TakeText(const LogLine& line) {
   }
   if (Take(text, "InitGame:")) return OpenGame(text, line);
   if (!IsKnownText(text)) return false;
-  if (!game_.IsOpen()) return true;
+  if (!game_.IsOpen()) {
+    if (log_.games.empty() && IsGameText(text)) ++log_.strayLines;
+    return true;
+  }
   return Take(text, "Client") ? TakeClient(text) : TakeEnd(text);
 }
 
@@ -255,7 +266,7 @@ bool Parser::TakeClient(std::string_view text) {
 
 bool Parser::TakeEnd(std::string_view text) {
   if (Take(text, "ShutdownGame:")) {
-    CloseGame();
+    CloseGame(reader_.LineEnd());
   } else if (Take(text, "Exit:")) {
     Exit(text);
   } else if (Take(text, "score: ")) {
@@ -273,7 +284,7 @@ bool Parser::TakeEnd(std::string_view text) {
 }
 
 bool Parser::OpenGame(std::string_view text, const LogLine& line) {
-  if (game_.IsOpen()) CloseGame();
+  if (game_.IsOpen()) CloseGame(reader_.LineStart());
   std::string_view map;
   int type = 0;
   std::string_view key;
@@ -302,7 +313,8 @@ void Parser::ServerTime(std::string_view text) {
   datedAt_ = log_.clock;
 }
 
-void Parser::CloseGame() {
+void Parser::CloseGame(std::size_t end) {
+  log_.texts.push_back({openStart_, end});
   log_.games.push_back(game_.Close());
   if (time_.date != 0) time_.date -= (datedAt_ - time_.clock) / 10;
   log_.times.push_back(time_);
@@ -454,6 +466,14 @@ void Renumber(std::vector<Game>& games, const Vocabulary& from, Vocabulary& to) 
   }
 }
 
+void MoveTo(ParsedLog& stretch, std::size_t begin) {
+  stretch.resumeAt += begin;
+  for (GameText& text : stretch.texts) {
+    text.begin += begin;
+    text.end += begin;
+  }
+}
+
 void Append(ParsedLog& log, ParsedLog&& next) {
   if (log.stamped && next.stamped) {
     log.clock += std::max<std::int64_t>(0, next.firstStamp - log.lastStamp);
@@ -465,6 +485,8 @@ void Append(ParsedLog& log, ParsedLog&& next) {
     log.times.push_back(time);
   }
   log.runs += next.runs;
+  if (log.games.empty()) log.strayLines += next.strayLines;
+  log.texts.insert(log.texts.end(), next.texts.begin(), next.texts.end());
   Renumber(next.games, next.vocabulary, log.vocabulary);
   log.games.insert(log.games.end(), std::make_move_iterator(next.games.begin()),
                    std::make_move_iterator(next.games.end()));
@@ -544,7 +566,7 @@ std::vector<ParsedLog> ParseLogs(const std::vector<std::string_view>& logs, bool
       const Stretch& stretch = stretches[i];
       const std::size_t size = stretch.end - stretch.begin;
       parts[i] = Parser(logs[stretch.log].substr(stretch.begin, size), keepEvents, known).Run();
-      parts[i].resumeAt += stretch.begin;
+      MoveTo(parts[i], stretch.begin);
       done(stretch);
     }
   };

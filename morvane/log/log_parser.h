@@ -25,17 +25,26 @@ struct GameTime {
   std::uint32_t run = 0;   ///< how often the stamps had begun anew by then
 };
 
+/// Where a game stands in a log, in bytes: from its "InitGame:" to its "ShutdownGame:" or, without
+/// that, to the next game or the end.
+struct GameText {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+};
+
 /// What a log, or a stretch of one, holds.
 struct ParsedLog {
   static constexpr std::size_t kMostNotes = 20;
 
   std::vector<Game> games;      ///< Game::start is not there until SetStarts
   std::vector<GameTime> times;  ///< of `games`
+  std::vector<GameText> texts;  ///< of `games`
   Vocabulary vocabulary;
   std::size_t lines = 0;
-  std::size_t skipped = 0;  ///< lines of no known kind, or damaged
-  std::size_t damaged = 0;  ///< of those, the ones that look like lines of the game
-  std::vector<Note> notes;  ///< of the first damaged ones
+  std::size_t strayLines = 0;  ///< lines of a game, "Kill:" and the like, before the first one
+  std::size_t skipped = 0;     ///< lines of no known kind, or damaged
+  std::size_t damaged = 0;     ///< of those, the ones that look like lines of the game
+  std::vector<Note> notes;     ///< of the first damaged ones
 
   /// Where to read on when the log has grown: the start of the game that is still open at the end
   /// (it is the last of `games`), or the end of the last whole line.
@@ -55,6 +64,9 @@ struct ParsedLog {
 /// game is counted and skipped. The format is that of the game's own server log.
 /// `keepEvents`: fill Game::events.
 ParsedLog ParseLog(std::string_view log, bool keepEvents);
+
+/// Says of what was read from a stretch where it stands in the log: from byte `begin` on.
+void MoveTo(ParsedLog& stretch, std::size_t begin);
 
 /// Joins a log and the stretch that follows it directly.
 void Append(ParsedLog& log, ParsedLog&& next);

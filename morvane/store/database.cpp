@@ -1,267 +1,318 @@
 #include "morvane/store/database.h"
 
+#include <SQLiteCpp/Column.h>
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+#include <algorithm>
 #include <filesystem>
-#include <sqlite3.h>
 #include <system_error>
 #include <utility>
 
+#include "morvane/store/digest.h"
 #include "morvane/store/game_record.h"
 
 namespace morvane {
 namespace {
 
-constexpr int kVersion = 1;
-constexpr int kBusyMilliseconds = 5000;
+constexpr int kBusyMilliseconds = 30000;
+constexpr std::int64_t kBeginningBytes = 4096;
 enum NameKind { kWeaponNames, kItemNames };
 
-constexpr const char* kSchema = R"(
-  CREATE TABLE logs(id INTEGER PRIMARY KEY, path BLOB, size INTEGER DEFAULT 0,
-    changed INTEGER DEFAULT 0, digest INTEGER DEFAULT 0, resume_at INTEGER DEFAULT 0,
-    resume_line INTEGER DEFAULT 0, open_at_end INTEGER DEFAULT 0);
-  CREATE UNIQUE INDEX log_paths ON logs(path);
-  CREATE TABLE games(id INTEGER PRIMARY KEY, log INTEGER NOT NULL, digest INTEGER NOT NULL,
-    data BLOB NOT NULL);
-  CREATE INDEX games_of_logs ON games(log);
+constexpr const char* kNames = R"(
   CREATE TABLE names(kind INTEGER NOT NULL, number INTEGER NOT NULL, name BLOB NOT NULL,
     PRIMARY KEY(kind, number));
-  PRAGMA user_version = 1;
 )";
 
-[[noreturn]] void Throw(sqlite3* handle) {
-  throw DatabaseError(handle != nullptr ? sqlite3_errmsg(handle) : "out of memory");
+constexpr const char* kSchema = R"(
+  CREATE TABLE logs(id INTEGER PRIMARY KEY, size INTEGER NOT NULL DEFAULT 0,
+    digest INTEGER NOT NULL DEFAULT 0, beginning INTEGER NOT NULL DEFAULT 0,
+    resume_at INTEGER NOT NULL DEFAULT 0, resume_line INTEGER NOT NULL DEFAULT 0,
+    open_at_end INTEGER NOT NULL DEFAULT 0, head INTEGER NOT NULL DEFAULT 0,
+    goes_on_with INTEGER NOT NULL DEFAULT 0, goes_on_rest INTEGER NOT NULL DEFAULT 0,
+    in_place_of INTEGER NOT NULL DEFAULT 0, marked INTEGER NOT NULL DEFAULT 1,
+    carried BLOB, rest BLOB);
+  CREATE TABLE paths(path BLOB PRIMARY KEY, log INTEGER NOT NULL, size INTEGER NOT NULL,
+    changed INTEGER NOT NULL, whole INTEGER NOT NULL DEFAULT 1);
+  CREATE TABLE games(id INTEGER PRIMARY KEY, log INTEGER NOT NULL, version INTEGER NOT NULL,
+    digest INTEGER NOT NULL DEFAULT 0, beginning INTEGER NOT NULL DEFAULT 0,
+    opening INTEGER NOT NULL DEFAULT 0, facts INTEGER NOT NULL DEFAULT 0,
+    weight INTEGER NOT NULL DEFAULT 0, kills INTEGER NOT NULL DEFAULT 0,
+    open INTEGER NOT NULL DEFAULT 0, data BLOB NOT NULL);
+  CREATE INDEX games_of_logs ON games(log);
+)";
+
+// The first version knew a log by its path alone, and a game by what was counted in it.
+constexpr const char* kFromVersion1 = R"(
+  INSERT INTO logs(id, size, digest, resume_at, resume_line, open_at_end, marked)
+    SELECT id, size, digest, resume_at, resume_line, open_at_end, 0 FROM old_logs;
+  INSERT INTO paths(path, log, size, changed) SELECT path, id, size, changed FROM old_logs WHERE path IS NOT NULL;
+  INSERT INTO games(id, log, version, data) SELECT id, log, 1, data FROM old_games;
+  DROP TABLE old_games;
+  DROP TABLE old_logs;
+)";
+
+std::int64_t Signed(std::uint64_t number) { return static_cast<std::int64_t>(number); }
+
+std::uint64_t Unsigned(const SQLite::Column& column) {
+  return static_cast<std::uint64_t>(column.getInt64());
+}
+
+std::string_view Bytes(const SQLite::Column& column) {
+  const void* data = column.getBlob();
+  return {static_cast<const char*>(data), data == nullptr ? 0U : column.size()};
+}
+
+void BindOne(SQLite::Statement& statement, int index, std::int64_t value) {
+  statement.bind(index, value);
+}
+
+void BindOne(SQLite::Statement& statement, int index, const std::string& bytes) {
+  statement.bind(index, static_cast<const void*>(bytes.data()), static_cast<int>(bytes.size()));
+}
+
+/// Runs a statement with these values for its "?"; it may be run again with others.
+template <class... Values>
+void Run(SQLite::Statement& statement, const Values&... values) {
+  int index = 0;
+  (BindOne(statement, ++index, values), ...);
+  statement.exec();
+  statement.reset();
+}
+
+GameMark ReadMark(SQLite::Statement& row, int column) {
+  GameMark mark;
+  mark.digest = Unsigned(row.getColumn(column));
+  mark.beginning = Unsigned(row.getColumn(column + 1));
+  mark.opening = Unsigned(row.getColumn(column + 2));
+  mark.facts = Unsigned(row.getColumn(column + 3));
+  mark.weight = row.getColumn(column + 4).getUInt();
+  mark.kills = row.getColumn(column + 5).getUInt();
+  mark.open = row.getColumn(column + 6).getInt() != 0;
+  return mark;
 }
 
 }  // namespace
 
-/// One SQL statement; values are always bound, never part of its text.
-class Database::Statement {
- public:
-  Statement(sqlite3* handle, std::string_view sql) : handle_(handle) {
-    if (sqlite3_prepare_v2(handle, sql.data(), static_cast<int>(sql.size()), &statement_,
-                           nullptr) != SQLITE_OK) {
-      Throw(handle);
-    }
-  }
-  Statement(const Statement&) = delete;
-  Statement& operator=(const Statement&) = delete;
-  ~Statement() { sqlite3_finalize(statement_); }
-
-  /// Binds the values to the statement's "?", in their order.
-  template <class... Values>
-  Statement& Bind(const Values&... values) {
-    sqlite3_reset(statement_);
-    int index = 0;
-    (BindOne(++index, values), ...);
-    return *this;
-  }
-  /// Runs to the next row; false when there is none.
-  bool Step() {
-    const int result = sqlite3_step(statement_);
-    if (result != SQLITE_ROW && result != SQLITE_DONE) Throw(handle_);
-    return result == SQLITE_ROW;
-  }
-  std::int64_t Number(int column) { return sqlite3_column_int64(statement_, column); }
-  std::string_view Bytes(int column) {
-    const void* data = sqlite3_column_blob(statement_, column);
-    const int size = sqlite3_column_bytes(statement_, column);
-    return {static_cast<const char*>(data), data == nullptr ? 0U : static_cast<std::size_t>(size)};
-  }
-
- private:
-  void BindOne(int index, std::int64_t value) {
-    if (sqlite3_bind_int64(statement_, index, value) != SQLITE_OK) Throw(handle_);
-  }
-  void BindOne(int index, const std::string& bytes) {
-    if (sqlite3_bind_blob64(statement_, index, bytes.data(), bytes.size(), SQLITE_TRANSIENT) !=
-        SQLITE_OK) {
-      Throw(handle_);
-    }
-  }
-
-  sqlite3* handle_;
-  sqlite3_stmt* statement_ = nullptr;
-};
+std::uint64_t StoredLog::Beginning(std::string_view bytes, std::int64_t size) {
+  const std::uint64_t digest =
+      Digest(bytes.substr(0, static_cast<std::size_t>(std::min(size, kBeginningBytes))));
+  return digest != 0 ? digest : 1;
+}
 
 Database::Database(const std::string& directory) {
   std::error_code error;
   std::filesystem::create_directories(directory, error);
   if (error) throw DatabaseError(directory + ": " + error.message());
   const std::string path = (std::filesystem::path(directory) / kFileName).string();
-  if (sqlite3_open(path.c_str(), &handle_) == SQLITE_OK) {
-    try {
-      Prepare();
-      return;
-    } catch (const DatabaseError& failure) {
-      sqlite3_close(std::exchange(handle_, nullptr));
-      throw DatabaseError(path + ": " + failure.what());
-    }
+  try {
+    database_ = std::make_unique<SQLite::Database>(
+        path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, kBusyMilliseconds);
+    Prepare();
+  } catch (const DatabaseError& failure) {
+    throw DatabaseError(path + ": " + failure.what());
   }
-  const std::string why = handle_ != nullptr ? sqlite3_errmsg(handle_) : "out of memory";
-  sqlite3_close(handle_);
-  throw DatabaseError(path + ": " + why);
 }
 
-Database::~Database() { sqlite3_close(handle_); }
+// The transaction ends with the connection.
+Database::~Database() = default;
 
 void Database::Prepare() {
-  sqlite3_busy_timeout(handle_, kBusyMilliseconds);
-  Execute("BEGIN IMMEDIATE");
-  std::int64_t version = 0;
-  std::int64_t tables = 0;
-  {
-    Statement pragma(handle_, "PRAGMA user_version");
-    if (pragma.Step()) version = pragma.Number(0);
-    Statement schema(handle_, "SELECT count(*) FROM sqlite_schema");
-    if (schema.Step()) tables = schema.Number(0);
+  database_->exec("BEGIN IMMEDIATE");
+  const int version = database_->execAndGet("PRAGMA user_version").getInt();
+  const int tables = database_->execAndGet("SELECT count(*) FROM sqlite_schema").getInt();
+  if (version > kRecordVersion) {
+    throw DatabaseError(
+        "it was made by a newer version of this program and is left as it is; run that version, or "
+        "name another folder in db_path");
   }
-  if (version == 0 && tables == 0) {
-    Execute(kSchema);
-  } else if (version != kVersion) {
-    throw DatabaseError("not a database of this version of the engine");
+  if (version == 0 && tables > 0) throw DatabaseError("it is not a database of this program");
+  if (version == 0) {
+    database_->exec(std::string(kSchema) + kNames);
+  } else {
+    ReadNames(kWeaponNames, words_.weapons);
+    ReadNames(kItemNames, words_.items);
   }
-  Execute("CREATE TEMP TABLE listed(position INTEGER PRIMARY KEY, path BLOB)");
-  ReadNames(kWeaponNames, words_.weapons);
-  ReadNames(kItemNames, words_.items);
+  if (version == 1) Upgrade();
+  if (version != kRecordVersion) {
+    database_->exec("PRAGMA user_version = " + std::to_string(kRecordVersion));
+  }
 }
 
-void Database::Execute(const char* sql) {
-  if (sqlite3_exec(handle_, sql, nullptr, nullptr, nullptr) != SQLITE_OK) Throw(handle_);
+void Database::Upgrade() {
+  database_->exec(
+      "DROP INDEX log_paths; DROP INDEX games_of_logs;"
+      "ALTER TABLE logs RENAME TO old_logs; ALTER TABLE games RENAME TO old_games;");
+  database_->exec(kSchema);
+  database_->exec(kFromVersion1);
+  MarkOldGames();
+}
+
+/// Gives the games of the first version the marks that can be had without their lines.
+void Database::MarkOldGames() {
+  SQLite::Statement read(*database_,
+                         "SELECT games.id, data, version, open_at_end AND games.id = "
+                         "(SELECT max(id) FROM games AS others WHERE others.log = games.log) "
+                         "FROM games JOIN logs ON logs.id = games.log");
+  std::vector<std::pair<std::int64_t, GameMark>> marks;
+  while (read.executeStep()) {
+    const Game game = Unpack(Bytes(read.getColumn(1)), read.getColumn(2).getInt());
+    marks.emplace_back(read.getColumn(0).getInt64(),
+                       MarkGame(game, read.getColumn(3).getInt() != 0, words_));
+  }
+  SQLite::Statement write(
+      *database_, "UPDATE games SET facts = ?, weight = ?, kills = ?, open = ? WHERE id = ?");
+  for (const auto& [id, mark] : marks) {
+    Run(write, Signed(mark.facts), std::int64_t{mark.weight}, std::int64_t{mark.kills},
+        std::int64_t{mark.open}, id);
+  }
 }
 
 void Database::ReadNames(int kind, Names& names) {
-  Statement statement(handle_, "SELECT number, name FROM names WHERE kind = ? ORDER BY number");
-  statement.Bind(std::int64_t{kind});
-  while (statement.Step()) {
-    if (names.Number(statement.Bytes(1)) != statement.Number(0)) {
+  SQLite::Statement statement(*database_,
+                              "SELECT number, name FROM names WHERE kind = ? ORDER BY number");
+  statement.bind(1, kind);
+  while (statement.executeStep()) {
+    if (names.Number(Bytes(statement.getColumn(1))) != statement.getColumn(0).getInt64()) {
       throw DatabaseError("its names are damaged");
     }
   }
 }
 
 void Database::WriteNames(int kind, const Names& names) {
-  Statement statement(handle_, "INSERT OR IGNORE INTO names VALUES(?, ?, ?)");
+  SQLite::Statement statement(*database_, "INSERT OR IGNORE INTO names VALUES(?, ?, ?)");
   for (std::size_t i = 0; i < names.size(); ++i) {
-    statement.Bind(std::int64_t{kind}, static_cast<std::int64_t>(i), names.All()[i]).Step();
+    Run(statement, std::int64_t{kind}, static_cast<std::int64_t>(i), names.All()[i]);
   }
 }
 
-std::optional<StoredLog> Database::FindLog(const std::string& path) {
-  Statement statement(handle_,
-                      "SELECT id, size, changed, digest, resume_at, resume_line, open_at_end "
-                      "FROM logs WHERE path = ?");
-  if (!statement.Bind(path).Step()) return std::nullopt;
-  StoredLog log;
-  log.id = statement.Number(0);
-  log.size = statement.Number(1);
-  log.changed = statement.Number(2);
-  log.digest = static_cast<std::uint64_t>(statement.Number(3));
-  log.resumeAt = statement.Number(4);
-  log.resumeLine = statement.Number(5);
-  log.openAtEnd = statement.Number(6) != 0;
-  return log;
+std::map<std::string, StoredPath> Database::Paths() {
+  SQLite::Statement row(*database_, "SELECT path, log, size, changed, whole FROM paths");
+  std::map<std::string, StoredPath> paths;
+  while (row.executeStep()) {
+    paths[std::string(Bytes(row.getColumn(0)))] = {
+        row.getColumn(1).getInt64(), row.getColumn(2).getInt64(), row.getColumn(3).getInt64(),
+        row.getColumn(4).getInt() != 0};
+  }
+  return paths;
 }
 
-std::int64_t Database::AddLog(const std::string& path) {
-  Statement(handle_, "INSERT INTO logs(path) VALUES(?)").Bind(path).Step();
-  return sqlite3_last_insert_rowid(handle_);
+void Database::SetPath(const std::string& path, const StoredPath& state) {
+  SQLite::Statement statement(*database_, "INSERT OR REPLACE INTO paths VALUES(?, ?, ?, ?, ?)");
+  Run(statement, path, state.log, state.size, state.changed, std::int64_t{state.whole});
+}
+
+std::vector<StoredLog> Database::Logs() {
+  SQLite::Statement row(*database_,
+                        "SELECT id, size, digest, beginning, resume_at, resume_line, open_at_end, "
+                        "head, goes_on_with, goes_on_rest, in_place_of, marked "
+                        "FROM logs ORDER BY id");
+  std::vector<StoredLog> logs;
+  while (row.executeStep()) {
+    StoredLog& log = logs.emplace_back();
+    log.id = row.getColumn(0).getInt64();
+    log.size = row.getColumn(1).getInt64();
+    log.digest = Unsigned(row.getColumn(2));
+    log.beginning = Unsigned(row.getColumn(3));
+    log.resumeAt = row.getColumn(4).getInt64();
+    log.resumeLine = row.getColumn(5).getInt64();
+    log.openAtEnd = row.getColumn(6).getInt() != 0;
+    log.head = row.getColumn(7).getInt64();
+    log.goesOnWith = row.getColumn(8).getInt64();
+    log.goesOnRest = Unsigned(row.getColumn(9));
+    log.inPlaceOf = row.getColumn(10).getInt64();
+    log.marked = row.getColumn(11).getInt() != 0;
+  }
+  return logs;
+}
+
+std::int64_t Database::AddLog() {
+  database_->exec("INSERT INTO logs DEFAULT VALUES");
+  return database_->getLastInsertRowid();
 }
 
 void Database::UpdateLog(const StoredLog& log) {
-  Statement(handle_,
-            "UPDATE logs SET size = ?, changed = ?, digest = ?, resume_at = ?, resume_line = ?, "
-            "open_at_end = ? WHERE id = ?")
-      .Bind(log.size, log.changed, static_cast<std::int64_t>(log.digest), log.resumeAt,
-            log.resumeLine, std::int64_t{log.openAtEnd ? 1 : 0}, log.id)
-      .Step();
+  SQLite::Statement statement(
+      *database_,
+      "UPDATE logs SET size = ?, digest = ?, beginning = ?, resume_at = ?, resume_line = ?, "
+      "open_at_end = ?, head = ?, goes_on_with = ?, goes_on_rest = ?, in_place_of = ?, "
+      "marked = ? WHERE id = ?");
+  Run(statement, log.size, Signed(log.digest), Signed(log.beginning), log.resumeAt, log.resumeLine,
+      std::int64_t{log.openAtEnd}, log.head, log.goesOnWith, Signed(log.goesOnRest), log.inPlaceOf,
+      std::int64_t{log.marked}, log.id);
 }
 
-void Database::RetireLog(std::int64_t log) {
-  Statement(handle_, "UPDATE logs SET path = NULL WHERE id = ?").Bind(log).Step();
+Unfinished Database::UnfinishedOf(std::int64_t log) {
+  SQLite::Statement row(*database_, "SELECT carried, rest FROM logs WHERE id = ?");
+  row.bind(1, log);
+  if (!row.executeStep()) return {};
+  return {std::string(Bytes(row.getColumn(0))), std::string(Bytes(row.getColumn(1)))};
 }
 
-std::vector<StoredGame> Database::ReadStored(Statement& statement) {
-  std::vector<StoredGame> games;
-  while (statement.Step()) {
-    games.push_back({statement.Number(0), static_cast<std::uint64_t>(statement.Number(1))});
+void Database::SetUnfinished(std::int64_t log, const Unfinished& unfinished) {
+  SQLite::Statement statement(*database_, "UPDATE logs SET carried = ?, rest = ? WHERE id = ?");
+  Run(statement, unfinished.carried, unfinished.rest, log);
+}
+
+StoredGames Database::GamesOf(std::int64_t log) {
+  SQLite::Statement row(*database_,
+                        "SELECT id, digest, beginning, opening, facts, weight, kills, open "
+                        "FROM games WHERE log = ? ORDER BY id");
+  row.bind(1, log);
+  StoredGames games;
+  while (row.executeStep()) {
+    games.ids.push_back(row.getColumn(0).getInt64());
+    games.marks.push_back(ReadMark(row, 1));
   }
   return games;
 }
 
-std::vector<StoredGame> Database::GamesOf(std::int64_t log) {
-  Statement statement(handle_, "SELECT id, digest FROM games WHERE log = ? ORDER BY id");
-  return ReadStored(statement.Bind(log));
-}
-
 Game Database::ReadGame(std::int64_t game) {
-  Statement statement(handle_, "SELECT data FROM games WHERE id = ?");
-  if (!statement.Bind(game).Step()) throw DatabaseError("a game is missing");
-  return Unpack(statement.Bytes(0));
+  SQLite::Statement row(*database_, "SELECT data, version FROM games WHERE id = ?");
+  row.bind(1, game);
+  if (!row.executeStep()) throw DatabaseError("a game is missing");
+  return Unpack(Bytes(row.getColumn(0)), row.getColumn(1).getInt());
 }
 
-Game Database::Unpack(std::string_view bytes) const {
-  Game game;
-  if (!UnpackGame(bytes, words_.weapons.size(), words_.items.size(), game)) {
-    throw DatabaseError("a game in it is damaged");
-  }
-  return game;
-}
-
-void Database::AddGames(std::int64_t log, const std::vector<Game>& games) {
-  WriteNames(kWeaponNames, words_.weapons);
-  WriteNames(kItemNames, words_.items);
-  Statement statement(handle_, "INSERT INTO games(log, digest, data) VALUES(?, ?, ?)");
-  for (const Game& game : games) {
-    const std::uint64_t digest = game.kills > 0 ? GameDigest(game) : 0;
-    statement.Bind(log, static_cast<std::int64_t>(digest), PackGame(game)).Step();
-  }
-}
-
-void Database::DeleteGame(std::int64_t game) {
-  Statement(handle_, "DELETE FROM games WHERE id = ?").Bind(game).Step();
-}
-
-void Database::DeleteGamesOf(std::int64_t log) {
-  Statement(handle_, "DELETE FROM games WHERE log = ?").Bind(log).Step();
-}
-
-void Database::MarkListed(const std::vector<std::string>& paths) {
-  Execute("DELETE FROM listed");
-  Statement statement(handle_, "INSERT INTO listed(path) VALUES(?)");
-  for (const std::string& path : paths) statement.Bind(path).Step();
-}
-
-std::vector<StoredGame> Database::GamesBut(const std::vector<std::string>& paths) {
-  MarkListed(paths);
-  Statement statement(handle_,
-                      "SELECT games.id, games.digest FROM games JOIN logs ON logs.id = games.log "
-                      "WHERE games.digest <> 0 AND (logs.path IS NULL OR logs.path NOT IN "
-                      "(SELECT path FROM listed)) ORDER BY games.id");
-  return ReadStored(statement);
-}
-
-std::vector<StoredGame> Database::OpenGamesBut(const std::vector<std::string>& paths) {
-  MarkListed(paths);
-  Statement statement(handle_,
-                      "SELECT max(games.id), 0 FROM games JOIN logs ON logs.id = games.log "
-                      "WHERE logs.open_at_end <> 0 AND (logs.path IS NULL OR logs.path NOT IN "
-                      "(SELECT path FROM listed)) GROUP BY games.log");
-  return ReadStored(statement);
-}
-
-std::vector<Game> Database::ReadAll(const std::vector<std::string>& paths, bool keepEvents) {
-  MarkListed(paths);
-  Statement statement(handle_,
-                      "SELECT games.data FROM games JOIN logs ON logs.id = games.log "
-                      "LEFT JOIN listed ON listed.path = logs.path "
-                      "ORDER BY ifnull(listed.position, 0), games.log, games.id");
+std::vector<Game> Database::ReadGames(std::int64_t log, bool keepEvents) {
+  SQLite::Statement row(*database_, "SELECT data, version FROM games WHERE log = ? ORDER BY id");
+  row.bind(1, log);
   std::vector<Game> games;
-  while (statement.Step()) {
-    games.push_back(Unpack(statement.Bytes(0)));
+  while (row.executeStep()) {
+    games.push_back(Unpack(Bytes(row.getColumn(0)), row.getColumn(1).getInt()));
     if (!keepEvents) games.back().events = {};
   }
   return games;
 }
 
-void Database::Commit() { Execute("COMMIT"); }
+Game Database::Unpack(std::string_view bytes, int version) const {
+  Game game;
+  if (!UnpackGame(bytes, version, words_.weapons.size(), words_.items.size(), game)) {
+    throw DatabaseError("a game in it is damaged");
+  }
+  return game;
+}
+
+void Database::AddGames(std::int64_t log, const std::vector<Game>& games,
+                        const std::vector<GameMark>& marks) {
+  WriteNames(kWeaponNames, words_.weapons);
+  WriteNames(kItemNames, words_.items);
+  SQLite::Statement statement(
+      *database_,
+      "INSERT INTO games(log, version, digest, beginning, opening, facts, weight, kills, open, "
+      "data) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+  for (std::size_t i = 0; i < games.size(); ++i) {
+    const GameMark& mark = marks[i];
+    Run(statement, log, std::int64_t{kRecordVersion}, Signed(mark.digest), Signed(mark.beginning),
+        Signed(mark.opening), Signed(mark.facts), std::int64_t{mark.weight},
+        std::int64_t{mark.kills}, std::int64_t{mark.open}, PackGame(games[i]));
+  }
+}
+
+void Database::DeleteGame(std::int64_t game) {
+  SQLite::Statement statement(*database_, "DELETE FROM games WHERE id = ?");
+  Run(statement, game);
+}
+
+void Database::Commit() { database_->exec("COMMIT"); }
 
 }  // namespace morvane

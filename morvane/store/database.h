@@ -1,79 +1,98 @@
 #pragma once
 
+#include <SQLiteCpp/Exception.h>
 #include <cstdint>
+#include <map>
 #include <memory>
-#include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "morvane/statistics/game.h"
 #include "morvane/statistics/vocabulary.h"
+#include "morvane/store/game_mark.h"
 
-struct sqlite3;
+namespace SQLite {
+class Database;
+class Statement;
+}  // namespace SQLite
 
 namespace morvane {
 
 /// The database is damaged, locked, full, or of another version; `what` says which.
-class DatabaseError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
+using DatabaseError = SQLite::Exception;
 
-/// What a database knows of a log that was read.
+/// What a database knows of a log that was read. It is known by its bytes, whatever its name.
 struct StoredLog {
   std::int64_t id = 0;
-  std::int64_t size = 0;      ///< bytes
-  std::int64_t changed = 0;   ///< nanoseconds since 1970
-  std::uint64_t digest = 0;   ///< of all its bytes
-  std::int64_t resumeAt = 0;  ///< where to read on, in bytes, see ParsedLog
+  std::int64_t size = 0;        ///< bytes
+  std::uint64_t digest = 0;     ///< of all its bytes
+  std::uint64_t beginning = 0;  ///< of its first bytes, see Beginning
+  std::int64_t resumeAt = 0;    ///< where to read on, in bytes, see ParsedLog
   std::int64_t resumeLine = 0;
-  bool openAtEnd = false;  ///< its last game was not over
+  bool openAtEnd = false;        ///< its last game was not over
+  std::int64_t head = 0;         ///< bytes before its first game; -1: they belong to a known one
+  std::int64_t goesOnWith = 0;   ///< the log whose open game it goes on with; 0: none
+  std::uint64_t goesOnRest = 0;  ///< the digest of what was unfinished there
+  std::int64_t inPlaceOf = 0;    ///< the log that stood at its path before; 0: none
+  bool marked = true;            ///< its games have full marks, see GameMark
+
+  /// The digest of the first bytes of a log of at least this size: for finding it quickly.
+  static std::uint64_t Beginning(std::string_view bytes, std::int64_t size);
 };
 
-/// Games of a log in a database.
-struct StoredGame {
-  std::int64_t id = 0;
-  std::uint64_t digest = 0;  ///< see GameDigest; 0 for a game without a kill, which may have a twin
+/// What is unfinished in a log.
+struct Unfinished {
+  std::string carried;  ///< from the log before it, where its first game began and is still open
+  std::string rest;     ///< `carried` and what stands from StoredLog::resumeAt on; may be left out
 };
 
-/// The games of all logs ever read, in the SQLite file morvane.db. A log is known by its path; one
-/// whose path now belongs to another log, or that is gone, is retired and keeps its games.
+/// What a path held when it was last looked at.
+struct StoredPath {
+  std::int64_t log = 0;
+  std::int64_t size = 0;     ///< of the file, in bytes; -1: the log has moved away since
+  std::int64_t changed = 0;  ///< of the file, in nanoseconds since 1970
+  bool whole = true;         ///< it held all of the log, not only its beginning
+};
+
+/// The games of a log in a database, in their order.
+struct StoredGames {
+  std::vector<std::int64_t> ids;
+  std::vector<GameMark> marks;
+};
+
+/// The games of all logs ever read, in the SQLite file morvane.db.
 /// Everything from construction on is one transaction: without `Commit` nothing is changed.
 /// Every member throws DatabaseError.
 class Database {
  public:
   static constexpr std::string_view kFileName = "morvane.db";
 
-  /// Opens the database in `directory`, and makes directory and database where they are missing.
+  /// Opens the database in `directory`, and makes directory and database where they are missing. A
+  /// database of an older version is brought to this one.
   explicit Database(const std::string& directory);
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
   ~Database();
 
-  std::optional<StoredLog> FindLog(const std::string& path);
-  /// Adds a log; its new id.
-  std::int64_t AddLog(const std::string& path);
+  std::map<std::string, StoredPath> Paths();
+  void SetPath(const std::string& path, const StoredPath& state);
+
+  /// All logs, the oldest first.
+  std::vector<StoredLog> Logs();
+  /// Adds a log; its new id, higher than all others.
+  std::int64_t AddLog();
   void UpdateLog(const StoredLog& log);
-  /// Keeps a log's games, but frees its path.
-  void RetireLog(std::int64_t log);
+  Unfinished UnfinishedOf(std::int64_t log);
+  void SetUnfinished(std::int64_t log, const Unfinished& unfinished);
 
-  /// The games of a log in their order, and a game with its events.
-  std::vector<StoredGame> GamesOf(std::int64_t log);
+  StoredGames GamesOf(std::int64_t log);
   Game ReadGame(std::int64_t game);
-  void AddGames(std::int64_t log, const std::vector<Game>& games);
+  /// The games of a log. `keepEvents`: fill Game::events.
+  std::vector<Game> ReadGames(std::int64_t log, bool keepEvents);
+  void AddGames(std::int64_t log, const std::vector<Game>& games,
+                const std::vector<GameMark>& marks);
   void DeleteGame(std::int64_t game);
-  void DeleteGamesOf(std::int64_t log);
-
-  /// The last games, not over when they were read, of the logs but those of `paths`; and all games
-  /// with a kill of these logs.
-  std::vector<StoredGame> OpenGamesBut(const std::vector<std::string>& paths);
-  std::vector<StoredGame> GamesBut(const std::vector<std::string>& paths);
-
-  /// All games: first those of logs that are not among `paths`, the oldest log first, then those of
-  /// `paths` in this order. `keepEvents`: fill Game::events.
-  std::vector<Game> ReadAll(const std::vector<std::string>& paths, bool keepEvents);
 
   /// The names by which games are numbered. A new one is kept by the next AddGames.
   Vocabulary& Words() { return words_; }
@@ -81,17 +100,14 @@ class Database {
   void Commit();
 
  private:
-  class Statement;
-
-  void Execute(const char* sql);
   void Prepare();
+  void Upgrade();
+  void MarkOldGames();
   void ReadNames(int kind, Names& names);
   void WriteNames(int kind, const Names& names);
-  void MarkListed(const std::vector<std::string>& paths);
-  std::vector<StoredGame> ReadStored(Statement& statement);
-  Game Unpack(std::string_view bytes) const;
+  Game Unpack(std::string_view bytes, int version) const;
 
-  sqlite3* handle_ = nullptr;
+  std::unique_ptr<SQLite::Database> database_;
   Vocabulary words_;
 };
 

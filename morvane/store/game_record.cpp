@@ -1,7 +1,6 @@
 #include "morvane/store/game_record.h"
 
 #include <algorithm>
-#include <cstring>
 #include <type_traits>
 #include <utility>
 
@@ -113,14 +112,14 @@ void WalkFigures(Stream& stream, Figures& f) {
 }
 
 template <class Stream, class Game>
-void WalkGame(Stream& stream, Game& game) {
+void WalkGame(Stream& stream, Game& game, int version) {
   Each(stream, game.map, game.type, game.start, game.length, game.timed, game.warmup, game.complete,
-       game.exitReason, game.hasTeamScores, game.redScore, game.blueScore, game.kills, game.frags,
-       game.dated, game.teams, game.winningTeam);
+       game.exitReason, game.hasTeamScores, game.redScore, game.blueScore, game.kills, game.frags);
+  if (version >= 3) Each(stream, game.dated, game.teams, game.winningTeam);
   stream.Count(game.entrants);
   for (auto& entrant : game.entrants) {
-    Each(stream, entrant.name, entrant.team, entrant.place, entrant.stayed, entrant.winner,
-         entrant.bot);
+    Each(stream, entrant.name, entrant.team, entrant.place, entrant.stayed, entrant.winner);
+    if (version >= 3) Each(stream, entrant.bot);
     WalkFigures(stream, entrant.figures);
   }
   stream.Count(game.pairs);
@@ -161,40 +160,46 @@ bool HasValidIndices(const Game& game, std::size_t weapons, std::size_t items) {
          });
 }
 
+/// Sets what versions 1 and 2, which have one form, did not tell; and takes back what they told
+/// without knowing: the lead and the winner by frags where flags decide, a win over nobody.
+void Complete(Game& game) {
+  // Every start was reckoned back, over gaps that nobody knows.
+  game.dated = game.start == 0 ? Dated::kUnknown : Dated::kNotAfter;
+  const auto plays = [&](Team team) {
+    return std::ranges::any_of(game.entrants, [&](const Entrant& e) { return e.team == team; });
+  };
+  const bool wereTeams = game.type >= 3;
+  game.teams = IsTeamType(game.type) ||
+               (wereTeams && (game.hasTeamScores || plays(Team::kRed) || plays(Team::kBlue)));
+  const bool isKnown = game.hasTeamScores || ScoresAreFrags(game.type);
+  if (game.teams != wereTeams || !ScoresAreFrags(game.type)) game.lead.clear();
+  if (!isKnown) game.redScore = game.blueScore = 0;
+  if (game.teams && game.redScore != game.blueScore && plays(Team::kRed) && plays(Team::kBlue)) {
+    game.winningTeam = game.redScore > game.blueScore ? Team::kRed : Team::kBlue;
+  }
+  for (Entrant& entrant : game.entrants) {
+    entrant.winner = game.teams ? entrant.stayed && game.winningTeam != Team::kFree &&
+                                      entrant.team == game.winningTeam
+                                : entrant.place == 1 && game.entrants.size() > 1;
+  }
+}
+
 }  // namespace
 
 std::string PackGame(const Game& game) {
   Writer writer;
-  WalkGame(writer, game);
+  WalkGame(writer, game, kRecordVersion);
   return writer.Take();
 }
 
-bool UnpackGame(std::string_view bytes, std::size_t weapons, std::size_t items, Game& game) {
+bool UnpackGame(std::string_view bytes, int version, std::size_t weapons, std::size_t items,
+                Game& game) {
+  if (version < 1 || version > kRecordVersion) return false;
   Reader reader(bytes);
   game = {};
-  WalkGame(reader, game);
+  WalkGame(reader, game, version);
+  if (version < 3) Complete(game);
   return reader.IsWhole() && HasValidIndices(game, weapons, items);
-}
-
-std::uint64_t GameDigest(const Game& game) {
-  Game timeless = game;
-  timeless.start = 0;
-  timeless.dated = Dated::kUnknown;
-  return Digest(PackGame(timeless));
-}
-
-std::uint64_t Digest(std::string_view bytes) {
-  constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15U;
-  std::uint64_t digest = bytes.size() * kMix;
-  while (!bytes.empty()) {
-    std::uint64_t word = 0;
-    const std::size_t count = std::min(bytes.size(), sizeof word);
-    std::memcpy(&word, bytes.data(), count);
-    digest = (digest ^ word) * kMix;
-    digest ^= digest >> 29;
-    bytes.remove_prefix(count);
-  }
-  return digest;
 }
 
 }  // namespace morvane

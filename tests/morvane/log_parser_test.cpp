@@ -453,11 +453,15 @@ TEST(SetStarts, KnowsWhatTheLogTellsAndReckonsTheRest) {
 /// A log as text, so that two can be compared.
 std::string TextOf(const ParsedLog& log) {
   std::string text = std::to_string(log.lines) + " " + std::to_string(log.skipped) + " " +
-                     std::to_string(log.resumeAt) + " " + std::to_string(log.clock) + "\n";
+                     std::to_string(log.strayLines) + " " + std::to_string(log.resumeAt) + " " +
+                     std::to_string(log.clock) + "\n";
   for (const Game& game : log.games) text += PackGame(game) + "\n";
   for (const GameTime& time : log.times) {
     text += std::to_string(time.clock) + " " + std::to_string(time.run) + " " +
             std::to_string(time.date) + "\n";
+  }
+  for (const GameText& at : log.texts) {
+    text += std::to_string(at.begin) + "-" + std::to_string(at.end) + "\n";
   }
   for (const Note& note : log.notes) text += std::to_string(note.line) + note.text;
   return text;
@@ -476,7 +480,7 @@ TEST(CutLogs, StretchesJoinedAreTheWholeLog) {
       end = stretch.end;
       ParsedLog part =
           ParseLog(std::string_view(log).substr(stretch.begin, stretch.end - stretch.begin), true);
-      part.resumeAt += stretch.begin;
+      MoveTo(part, stretch.begin);
       Append(joined, std::move(part));
     }
     EXPECT_EQ(end, log.size());
@@ -526,7 +530,7 @@ TEST(ParseLog, BearsAnyBytes) {
     damaged.erase(hole, next() % 5000);
     for (const Game& game : ParseLog(damaged, true).games) {
       Game again;
-      EXPECT_TRUE(UnpackGame(PackGame(game), Names::kMost, Names::kMost, again));
+      EXPECT_TRUE(UnpackGame(PackGame(game), kRecordVersion, Names::kMost, Names::kMost, again));
       EXPECT_EQ(PackGame(again), PackGame(game));
     }
   }

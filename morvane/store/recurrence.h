@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "morvane/store/game_mark.h"
+
+namespace morvane {
+
+/// Two games that are one, by their positions in two lists.
+struct SamePair {
+  std::size_t left = 0;
+  std::size_t right = 0;
+};
+
+/// The games of a stored log that recur, in the same order, in what its file holds now: pairs of
+/// stored and read games. Empty where nothing proves that it is the same log; it is another one
+/// then, in the old one's place, and all stored games stay. Else the stored games before the first
+/// pair stay, for the log may have been shortened from the front, and the file tells what comes
+/// from there on.
+std::vector<SamePair> FindRecurring(const std::vector<GameMark>& stored,
+                                    const std::vector<GameMark>& read);
+
+/// The games of a log, for counting.
+struct MarkedLog {
+  std::vector<GameMark> games;
+  /// The position, in the list of logs, of the one whose open last game this log goes on with: the
+  /// first of `games` holds that one too.
+  std::optional<std::size_t> goesOnWith;
+};
+
+/// Which games count, when each that stands in several logs counts once: false for those that do
+/// not. Of games that are the same the one that is over counts, else the one with most kills, else
+/// that of the first log. Within one log every game counts.
+std::vector<std::vector<bool>> CountOnce(const std::vector<MarkedLog>& logs);
+
+}  // namespace morvane

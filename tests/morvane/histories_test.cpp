@@ -1,0 +1,553 @@
+// Random histories of logs, held against a model of all games ever written.
+//
+// The model. Servers write; each has a stream of all it ever wrote, which lies in pieces: the files
+// that its log was rotated into. What has been seen is what a run with the database has read, and
+// what stands in the files listed now. Expected are the games that one run over the whole of it,
+// in one file, would give. Several kinds of history cannot be known from the bytes, and the model
+// leaves them out:
+// - Bytes that are gone before a run with the database has read them are lost.
+// - A log that is shortened from the front or edited is known again by a game before the edit that
+//   has three kills with stamps, or thirty without. What an edit changes after such a game follows
+//   the file. An edited game before it would stay beside its new form.
+// - A file that is shortened, edited, copied or swapped is not also rotated before the next run.
+// - A day that is left out before it was ever read was cut off between two games.
+// - Whether the first line of a log is the end of a torn one shows when it is whole.
+// - An edited file stands under the name that the last run found it by, and no copy keeps its old
+//   form.
+// - Where a log goes on in mid-game with one of another name, that one stands before it in the list
+//   when a run first reads it.
+// - A copy that falls behind its log begins with a game, and holds one that can be known again.
+// - Without the database there is no more than the files that are listed.
+//
+// MORVANE_HISTORIES=first,count plays other histories than the usual ones.
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "morvane/log/log_parser.h"
+#include "morvane/store/collect.h"
+#include "morvane/store/game_record.h"
+#include "tests/morvane/test_support.h"
+
+namespace morvane {
+namespace {
+
+namespace fs = std::filesystem;
+using Random = std::mt19937;
+
+/// Keeps what is said, for the story of a history that fails.
+class Listener : public Report {
+ public:
+  void Write(const Message& message) override {
+    said += "    " + message.file + ": " + message.text + "\n";
+    severe |= message.severe && message.log == Log::kMain;
+  }
+  void Progress(std::string_view, std::size_t, std::size_t) override {}
+
+  std::string said;
+  bool severe = false;
+};
+
+std::size_t Pick(Random& random, std::size_t below) { return below == 0 ? 0 : random() % below; }
+
+bool Chance(Random& random, unsigned percent) { return random() % 100 < percent; }
+
+/// Plays one server's games, one line after the other.
+class Play {
+ public:
+  Play(Random& random, std::string name) : random_(random), name_(std::move(name)) {
+    timed_ = !Chance(random, 20);
+  }
+
+  std::string Game() {
+    seconds_ = 0;
+    const int type = Chance(random_, 15) ? 3 : 0;
+    std::string text = Line(std::string(60, '-'));
+    text += Line("InitGame: \\g_gametype\\" + std::to_string(type) + "\\mapname\\q3dm" +
+                 std::to_string(Pick(random_, 3)));
+    const std::size_t players = Pick(random_, 3) + 1;
+    for (std::size_t slot = 0; slot < players; ++slot) text += Enter(slot);
+    for (std::size_t kills = Kills(); kills > 0; --kills) text += Event(players);
+    if (Chance(random_, 50)) {
+      text += Line("Exit: Fraglimit hit.");
+      if (players > 1) text += Line("score: 7  ping: 1  client: 1 x");
+    }
+    if (Chance(random_, 80)) {
+      text += Line("ShutdownGame:");
+      text += Line(std::string(60, '-'));
+    }
+    return text;
+  }
+
+ private:
+  std::size_t Kills() {
+    if (Chance(random_, 35)) return Pick(random_, 3);
+    return timed_ ? 3 + Pick(random_, 6) : 40 + Pick(random_, 10);
+  }
+  std::string Line(const std::string& text) {
+    if (!timed_) return text + "\n";
+    seconds_ += Pick(random_, 20);
+    const std::string number = std::to_string(seconds_ / 60);
+    const std::string rest = std::to_string(seconds_ % 60);
+    return std::string(3 - number.size(), ' ') + number + ":" + (rest.size() < 2 ? "0" : "") +
+           rest + " " + text + "\n";
+  }
+  std::string Enter(std::size_t slot) {
+    const std::string number = std::to_string(slot);
+    const std::string team = std::to_string(slot % 2 + 1);
+    std::string text = Line("ClientConnect: " + number);
+    text += Line("ClientUserinfoChanged: " + number + " n\\" + name_ +
+                 std::to_string(Pick(random_, 4)) + "\\t\\" + team);
+    return text + Line("ClientBegin: " + number);
+  }
+  std::string Event(std::size_t players) {
+    static const char* const kMeans[] = {"RAILGUN", "ROCKET", "PLASMA", "BFG"};
+    const std::string victim = std::to_string(Pick(random_, players));
+    if (Chance(random_, 20)) return Line("Item: " + victim + " item_quad");
+    return Line("Kill: " + std::to_string(Pick(random_, players)) + " " + victim +
+                " 1: x killed y by MOD_" + kMeans[Pick(random_, 4)]);
+  }
+
+  Random& random_;
+  std::string name_;
+  bool timed_;
+  std::size_t seconds_ = 0;
+};
+
+/// A file of a log, as it was rotated.
+struct Piece {
+  std::string written;    // all that was ever written to it
+  std::size_t front = 0;  // so much of it has been cut off the file
+  std::size_t read = 0;   // so much has been seen by a run with the database
+  bool exists = true;
+  bool listed = true;
+  bool known = false;  // by its name, since the last run
+  std::int64_t changed = 0;
+
+  std::string File() const { return written.substr(front); }
+};
+
+enum class Rotation { kByDate, kByRename, kByCopy };
+
+struct Server {
+  std::string base;
+  Rotation rotation = Rotation::kByDate;
+  std::vector<Piece> pieces{1};
+  std::string pending;   // will be written next
+  bool rotated = false;  // since the last run
+
+  Piece& Last() { return pieces.back(); }
+  std::string NameOf(std::size_t piece) const {
+    if (rotation == Rotation::kByDate) return base + "-" + std::to_string(100 + piece) + ".log";
+    const std::size_t age = pieces.size() - 1 - piece;
+    return base + ".log" + (age == 0 ? "" : "." + std::to_string(age));
+  }
+};
+
+/// A file that was copied, and does not change any more; or a second name.
+struct Other {
+  std::string name;
+  std::string bytes;
+  std::string target;  // of a symbolic link; empty: a copy
+  std::int64_t changed = 0;
+};
+
+/// The end of the first game in a text that is known again wherever it stands; 0: none.
+std::size_t EndOfKnownGame(const std::string& text) {
+  const ParsedLog log = ParseLog(text, false);
+  for (std::size_t i = 0; i + (log.openAtEnd ? 1 : 0) < log.games.size(); ++i) {
+    if (log.games[i].kills >= (log.games[i].timed ? 3U : 40U)) {
+      std::size_t varied = 0;
+      std::string last;
+      for (std::size_t at = log.texts[i].begin; at < log.texts[i].end;) {
+        const std::size_t end = text.find('\n', at);
+        const std::string line = text.substr(at, end - at);
+        if (line.find("Kill:") != line.npos && line != last) ++varied, last = line;
+        at = end == text.npos ? text.size() : end + 1;
+      }
+      if (log.games[i].timed || varied >= 30) return log.texts[i].end;
+    }
+  }
+  return 0;
+}
+
+/// Games as texts, without their order and the times that are only reckoned.
+std::vector<std::string> Texts(std::vector<Game> games, const Vocabulary& words,
+                               Vocabulary& common) {
+  Renumber(games, words, common);
+  std::vector<std::string> texts;
+  for (Game& game : games) {
+    game.start = 0;
+    game.dated = Dated::kUnknown;
+    game.events.clear();
+    texts.push_back(PackGame(game));
+  }
+  std::ranges::sort(texts);
+  return texts;
+}
+
+/// The games of one list that the other has not.
+std::string Difference(const std::vector<std::string>& list,
+                       const std::vector<std::string>& other) {
+  std::vector<std::string> only;
+  std::ranges::set_difference(list, other, std::back_inserter(only));
+  std::string text;
+  for (const std::string& record : only) {
+    Game game;
+    UnpackGame(record, kRecordVersion, Names::kMost, Names::kMost, game);
+    text += "\n    " + game.map + ", " + std::to_string(game.length) + " s, " +
+            std::to_string(game.kills) + " kills, " + std::to_string(game.entrants.size()) +
+            " players" + (game.timed ? "" : ", no stamps") + (game.complete ? ", complete" : "");
+  }
+  return text;
+}
+
+class History {
+ public:
+  explicit History(unsigned seed) : random_(seed) {
+    const std::size_t count = 1 + Pick(random_, 2);
+    for (std::size_t i = 0; i < count; ++i) {
+      Server& server = servers_.emplace_back();
+      server.base = i == 0 ? "a" : "b";
+      server.rotation = static_cast<Rotation>(Pick(random_, 3));
+      plays_.emplace_back(random_, server.base);
+    }
+    betweenGames_ = Chance(random_, 40);
+    currentOnly_ = Chance(random_, 30);
+  }
+
+  /// Plays it; false, with the story told, where games are lost or doubled.
+  bool Go() {
+    const std::size_t steps = 6 + Pick(random_, 14);
+    for (std::size_t i = 0; i < steps; ++i) {
+      Step();
+      if (Chance(random_, 55) && !Run(true)) return false;
+      if (Chance(random_, 10) && !Run(false)) return false;
+    }
+    return Run(true) && Run(true);
+  }
+
+ private:
+  void Note(const std::string& step) { story_ += "  " + step + "\n"; }
+
+  Server& AnyServer() { return servers_[Pick(random_, servers_.size())]; }
+
+  void Step() {
+    Server& server = AnyServer();
+    switch (Pick(random_, 12)) {
+      case 0:
+      case 1:
+        return Rotate(server);
+      case 2:
+        return Shorten(server);
+      case 3:
+        return Edit(server);
+      case 4:
+        return CopyFile(server);
+      case 5:
+        return Swap();
+      case 6:
+        return LeaveOut(server);
+      case 7:
+        return Touch(server);
+      default:
+        return Grow(server);
+    }
+  }
+
+  void Grow(Server& server) {
+    while (server.pending.size() < 600 || Chance(random_, 40)) {
+      server.pending += plays_[static_cast<std::size_t>(&server - servers_.data())].Game();
+    }
+    std::size_t bytes = 1 + Pick(random_, server.pending.size());
+    if (Chance(random_, 15)) bytes = std::min<std::size_t>(bytes, 1 + Pick(random_, 70));
+    if (server.Last().written.find('\n') == std::string::npos && server.pieces.size() > 1) {
+      bytes = std::max(bytes, server.pending.find('\n') + 1);
+    }
+    server.Last().written += server.pending.substr(0, bytes);
+    server.pending.erase(0, bytes);
+    Write(server, server.pieces.size() - 1);
+    Note("grow " + server.base + " by " + std::to_string(bytes));
+  }
+
+  void Rotate(Server& server) {
+    if (needsRun_ || server.Last().written.empty()) return;
+    if (server.rotation != Rotation::kByDate && server.rotated) return;
+    if (betweenGames_) {  // up to the next game's dashes
+      std::size_t end = server.pending.find(kDashes_ + "\n");
+      while (end != server.pending.npos) {
+        const std::size_t next = server.pending.find('\n', end) + 1;
+        if (server.pending.substr(next, 30).find("InitGame:") != std::string::npos) break;
+        end = server.pending.find(kDashes_ + "\n", next);
+      }
+      if (end == server.pending.npos) return;
+      end = server.pending.rfind('\n', end) + 1;
+      server.Last().written += server.pending.substr(0, end);
+      server.pending.erase(0, end);
+      Write(server, server.pieces.size() - 1);
+    }
+    const std::size_t last = server.pieces.size() - 1;
+    if (last > 0 && !server.pieces[last - 1].listed && !IsLinked(server, last - 1)) return;
+    const bool leavesList = currentOnly_ && (betweenGames_ || server.rotation != Rotation::kByDate);
+    if (leavesList && !IsRead(server.Last()) && !Run(true)) return;
+    if (leavesList) server.Last().listed = false;
+    server.rotated = true;
+    const std::vector<Piece> before = server.pieces;
+    if (server.rotation != Rotation::kByDate) {
+      for (std::size_t i = 0; i < server.pieces.size(); ++i) fs::remove(PathOf(server.NameOf(i)));
+    }
+    server.pieces.emplace_back();
+    for (std::size_t i = 0; i < server.pieces.size(); ++i) {
+      const bool fresh = i + 1 == server.pieces.size() ||
+                         (i + 2 == server.pieces.size() && server.rotation == Rotation::kByCopy);
+      if (server.rotation != Rotation::kByDate) server.pieces[i].known = false;
+      Put(server, i, fresh ? ++clock_ : server.pieces[i].changed);
+    }
+    Note("rotate " + server.base);
+  }
+
+  void Shorten(Server& server) {
+    Piece& piece = server.pieces[Pick(random_, server.pieces.size())];
+    if (needsRun_ || !piece.exists || !piece.listed || !IsRead(piece)) return;
+    const std::string file = piece.File();
+    if (file.empty()) return;
+    const std::size_t cut = 1 + Pick(random_, file.size());
+    if (EndOfKnownGame(file.substr(file.find('\n', cut - 1) + 1)) == 0) return;
+    piece.front += cut;
+    Write(server, static_cast<std::size_t>(&piece - server.pieces.data()));
+    shortened_ = needsRun_ = true;
+    Note("shorten " + server.base + " by " + std::to_string(cut));
+  }
+
+  void Edit(Server& server) {
+    Piece& piece = server.pieces[Pick(random_, server.pieces.size())];
+    if (needsRun_ || !piece.exists || !piece.listed || !IsRead(piece)) return;
+    if (!piece.known || !others_.empty()) return;
+    const std::size_t known = EndOfKnownGame(piece.File());
+    if (known == 0) return;
+    // A line of a kill that goes, somewhere behind.
+    std::vector<std::size_t> kills;
+    for (std::size_t at = piece.written.find("Kill:", piece.front + known); at != std::string::npos;
+         at = piece.written.find("Kill:", at + 1)) {
+      if (piece.written.find('\n', at) != std::string::npos) kills.push_back(at);
+    }
+    if (kills.empty()) return;
+    const std::size_t at = kills[Pick(random_, kills.size())];
+    const std::size_t begin = piece.written.rfind('\n', at) + 1;
+    piece.written.erase(begin, piece.written.find('\n', at) + 1 - begin);
+    piece.read = piece.written.size();
+    Write(server, static_cast<std::size_t>(&piece - server.pieces.data()));
+    needsRun_ = true;
+    Note("edit " + server.base + " at " + std::to_string(begin));
+  }
+
+  void CopyFile(Server& server) {
+    const std::size_t index = Pick(random_, server.pieces.size());
+    const Piece& piece = server.pieces[index];
+    if (needsRun_ || !piece.exists || !piece.listed) return;
+    const bool begins = piece.front == 0 && (index == 0 || betweenGames_);
+    if (!begins || EndOfKnownGame(piece.File()) == 0) return;
+    Other& other = others_.emplace_back();
+    other.name = "copy" + std::to_string(others_.size()) + ".log";
+    if (Chance(random_, 40)) {
+      other.target = server.NameOf(index);
+      fs::create_symlink(PathOf(other.target), PathOf(other.name));
+      others_.back().bytes.clear();
+    } else {
+      other.bytes = piece.File();
+      test::WriteFile(PathOf(other.name), other.bytes);
+      SetChanged(PathOf(other.name), ++clock_);
+    }
+    needsRun_ = true;
+    Note("copy " + server.NameOf(index) + (other.target.empty() ? "" : " by a link"));
+  }
+
+  void Swap() {
+    if (servers_.size() < 2 || needsRun_) return;
+    if (servers_[0].rotated || servers_[1].rotated) return;
+    if (servers_[0].rotation != servers_[1].rotation) return;
+    for (Server& server : servers_) {
+      for (std::size_t i = 0; i < server.pieces.size(); ++i) fs::remove(PathOf(server.NameOf(i)));
+    }
+    std::swap(servers_[0].base, servers_[1].base);
+    for (Server& server : servers_) {
+      for (std::size_t i = 0; i < server.pieces.size(); ++i) {
+        Put(server, i, server.pieces[i].changed);
+      }
+    }
+    needsRun_ = true;
+    Note("swap");
+  }
+
+  void LeaveOut(Server& server) {
+    Piece& piece = server.pieces[Pick(random_, server.pieces.size())];
+    if (!piece.listed) {
+      if (currentOnly_ && Chance(random_, 50)) return;
+      piece.listed = true;
+      return Note("list again in " + server.base);
+    }
+    if (needsRun_ || &piece == &server.Last()) return;
+    if (!IsRead(piece) && !(betweenGames_ && piece.read == 0)) return;
+    if (!IsLinked(server, static_cast<std::size_t>(&piece - server.pieces.data()))) return;
+    piece.listed = false;
+    if (IsRead(piece) && Chance(random_, 40)) {
+      piece.exists = false;
+      fs::remove(PathOf(server.NameOf(static_cast<std::size_t>(&piece - server.pieces.data()))));
+    }
+    Note("leave out of " + server.base + (piece.exists ? "" : ", gone"));
+  }
+
+  void Touch(Server& server) {
+    const std::size_t index = Pick(random_, server.pieces.size());
+    if (server.pieces[index].exists) Write(server, index);
+    Note("touch " + server.NameOf(index));
+  }
+
+  /// Whether nothing hangs on a file any more: what follows it has been read.
+  bool IsLinked(const Server& server, std::size_t piece) const {
+    const Piece& next = server.pieces[piece + 1];
+    return betweenGames_ || next.written.substr(0, next.read).find('\n') != std::string::npos;
+  }
+  bool IsRead(const Piece& piece) const { return piece.read == piece.written.size(); }
+  fs::path PathOf(const std::string& name) const { return folder_.Path() / name; }
+
+  void SetChanged(const fs::path& path, std::int64_t changed) const {
+    fs::last_write_time(path, start_ + std::chrono::seconds(changed));
+  }
+  void Put(Server& server, std::size_t index, std::int64_t changed) {
+    Piece& piece = server.pieces[index];
+    piece.changed = changed;
+    if (!piece.exists) return;
+    const fs::path path = PathOf(server.NameOf(index));
+    test::WriteFile(path, piece.File());
+    SetChanged(path, changed);
+  }
+  void Write(Server& server, std::size_t index) { Put(server, index, ++clock_); }
+
+  /// A run of the engine; false when it does not give what is expected.
+  bool Run(bool withDatabase) {
+    Sources sources;
+    sources.useDatabase = withDatabase;
+    sources.databasePath = PathOf("db");
+    bool complete = true;  // without a database: all that is to be known stands in the files
+    Vocabulary common;
+    std::vector<std::string> expected;
+    for (Server& server : servers_) {
+      std::string stream;
+      for (std::size_t i = 0; i < server.pieces.size(); ++i) {
+        Piece& piece = server.pieces[i];
+        const bool seen = piece.exists && piece.listed;
+        if (seen) {
+          sources.logs.push_back({server.NameOf(i), PathOf(server.NameOf(i))});
+          if (withDatabase) piece.read = piece.written.size();
+          if (withDatabase) piece.known = true;
+        } else if (!withDatabase) {
+          complete &= betweenGames_ || i + 1 == server.pieces.size();
+        }
+        stream +=
+            piece.written.substr(0, seen ? piece.written.size() : (withDatabase ? piece.read : 0));
+        complete &= piece.front == 0;
+      }
+      if (withDatabase) server.rotated = false;
+      ParsedLog log = ParseLog(stream, true);
+      for (std::string& text : Texts(std::move(log.games), log.vocabulary, common)) {
+        expected.push_back(std::move(text));
+      }
+    }
+    for (const Other& other : others_) sources.logs.push_back({other.name, PathOf(other.name)});
+    Listener listener;
+    Collected collected = CollectGames(sources, true, listener);
+    if (withDatabase) needsRun_ = false;
+    Note(std::string(withDatabase ? "run" : "run without database") + "\n" + listener.said);
+    if (listener.severe) return Fail("the database failed");
+    if (!withDatabase && (!complete || !others_.empty())) return true;
+    std::ranges::sort(expected);
+    const std::size_t found = collected.games.size();
+    if (withDatabase && !KeepsStarts(collected)) return Fail("a date changed");
+    const std::vector<std::string> games =
+        Texts(std::move(collected.games), collected.vocabulary, common);
+    if (games != expected) {
+      return Fail(std::to_string(found) + " games, expected " + std::to_string(expected.size()) +
+                  "; missing:" + Difference(expected, games) +
+                  "\n  too many:" + Difference(games, expected));
+    }
+    return true;
+  }
+
+  /// Whether games have the dates that they had.
+  bool KeepsStarts(const Collected& collected) {
+    Vocabulary names;
+    std::vector<Game> games = collected.games;
+    Renumber(games, collected.vocabulary, names_);
+    std::map<std::string, std::int64_t> now;
+    std::map<std::string, int> often;
+    for (Game& game : games) {
+      const std::int64_t start = std::exchange(game.start, 0);
+      game.dated = Dated::kUnknown;
+      const std::string text = PackGame(game);
+      if (++often[text] == 1 && game.timed) now[text] = start;
+    }
+    bool kept = true;
+    for (const auto& [text, start] : now) {
+      if (often[text] > 1) continue;
+      const auto before = starts_.find(text);
+      if (before != starts_.end() && before->second != start) kept = false;
+    }
+    starts_.clear();
+    for (const auto& [text, start] : now) {
+      if (often[text] == 1) starts_[text] = start;
+    }
+    return kept;
+  }
+
+  bool Fail(const std::string& why) {
+    ADD_FAILURE() << why << "\n" << story_;
+    if (std::getenv("MORVANE_KEEP") != nullptr) {
+      fs::copy(folder_.Path(), "/tmp/morvane_failed",
+               fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+    }
+    return false;
+  }
+
+  const std::string kDashes_ = std::string(60, '-');
+  Random random_;
+  test::TempFolder folder_;
+  std::vector<Server> servers_;
+  std::vector<Play> plays_;
+  std::vector<Other> others_;
+  std::map<std::string, std::int64_t> starts_;
+  Vocabulary names_;
+  std::string story_;
+  const fs::file_time_type start_ = fs::file_time_type::clock::now() - std::chrono::hours(10000);
+  std::int64_t clock_ = 0;
+  bool betweenGames_ = false;
+  bool currentOnly_ = false;
+  bool needsRun_ = false;
+  bool shortened_ = false;
+};
+
+TEST(Histories, EveryGameCountsOnce) {
+  unsigned first = 1;
+  unsigned count = 1000;
+  if (const char* wanted = std::getenv("MORVANE_HISTORIES")) {
+    char* end = nullptr;
+    first = static_cast<unsigned>(std::strtoul(wanted, &end, 10));
+    if (*end == ',') count = static_cast<unsigned>(std::strtoul(end + 1, nullptr, 10));
+  }
+  int failed = 0;
+  for (unsigned seed = first; seed < first + count && failed < 5; ++seed) {
+    SCOPED_TRACE("history " + std::to_string(seed));
+    if (!History(seed).Go()) ++failed;
+  }
+}
+
+}  // namespace
+}  // namespace morvane
