@@ -149,14 +149,19 @@ Collected Collector::Collect() {
 
 /// Notes which log each file holds, and from which names logs have gone.
 void Collector::KeepPaths() {
-  for (const auto& [path, state] : paths_) {
-    if (found_.contains(state.log)) database_->SetPath(path, {state.log, -1, 0, false});
+  std::map<std::string, StoredPath> paths = paths_;
+  for (auto& [path, state] : paths) {
+    if (found_.contains(state.log)) state = {state.log, -1, 0, false};
   }
   for (OpenLog& log : logs_) {
     if (log.kind == Kind::kTwin && log.stored.id == 0) log.stored.id = TwinOf(log)->stored.id;
     const auto size = static_cast<std::int64_t>(log.Bytes().size());
-    database_->SetPath(log.file.path, {log.stored.id, size, log.mapped.LastChange(),
-                                       size == stored_[log.stored.id].size});
+    paths[log.file.path] = {log.stored.id, size, log.mapped.LastChange(),
+                            size == stored_[log.stored.id].size};
+  }
+  for (const auto& [path, state] : paths) {
+    const auto before = paths_.find(path);
+    if (before == paths_.end() || before->second != state) database_->SetPath(path, state);
   }
 }
 

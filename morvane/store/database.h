@@ -53,6 +53,8 @@ struct StoredPath {
   std::int64_t size = 0;     ///< of the file, in bytes; -1: the log has moved away since
   std::int64_t changed = 0;  ///< of the file, in nanoseconds since 1970
   bool whole = true;         ///< it held all of the log, not only its beginning
+
+  bool operator==(const StoredPath&) const = default;
 };
 
 /// The games of a log in a database, in their order.

@@ -374,6 +374,10 @@ class History {
     if (servers_.size() < 2 || needsRun_) return;
     if (servers_[0].rotated || servers_[1].rotated) return;
     if (servers_[0].rotation != servers_[1].rotation) return;
+    for (const Server& server : servers_) {  // an empty file would lose its name unnoticed
+      const std::size_t last = server.pieces.size() - 1;
+      if (last > 0 && !IsLinked(server, last - 1)) return;
+    }
     for (Server& server : servers_) {
       for (std::size_t i = 0; i < server.pieces.size(); ++i) fs::remove(PathOf(server.NameOf(i)));
     }
@@ -536,7 +540,13 @@ class History {
 
 TEST(Histories, EveryGameCountsOnce) {
   unsigned first = 1;
+#ifdef NDEBUG
   unsigned count = 1000;
+#else
+  unsigned count = 100;
+#endif
+  // A disk that keeps every transaction would cost minutes.
+  if (fs::exists("/dev/shm")) setenv("TMPDIR", "/dev/shm", 0);
   if (const char* wanted = std::getenv("MORVANE_HISTORIES")) {
     char* end = nullptr;
     first = static_cast<unsigned>(std::strtoul(wanted, &end, 10));
