@@ -74,8 +74,6 @@ void SortItems(std::vector<ItemCount>& items) {
 void SettleFigures(Figures& figures) {
   SortWeapons(figures.weapons);
   SortItems(figures.itemCounts);
-  const bool hasFavourite = !figures.weapons.empty() && figures.weapons.front().kills > 0;
-  figures.favouriteWeapon = hasFavourite ? figures.weapons.front().weapon : kNoWeapon;
 }
 
 void SortPairs(std::vector<Pair>& pairs) {

@@ -51,7 +51,7 @@ std::vector<WeaponUse> JoinSplash(const std::vector<WeaponUse>& weapons,
 void SortWeapons(std::vector<WeaponUse>& weapons);
 void SortItems(std::vector<ItemCount>& items);
 
-/// Puts weapons and items in their order and names the favourite weapon.
+/// Puts weapons and items in their order.
 void SettleFigures(Figures& figures);
 
 /// Sorts pairs by killer, then victim, and makes those of the same two one.

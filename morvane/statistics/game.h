@@ -9,8 +9,6 @@ namespace morvane {
 
 /// No player, no entrant.
 inline constexpr std::uint32_t kNobody = 0xFFFFFFFF;
-/// No weapon.
-inline constexpr std::uint16_t kNoWeapon = 0xFFFF;
 
 enum class Team : std::uint8_t { kFree, kRed, kBlue, kSpectator };
 
@@ -52,7 +50,6 @@ struct Figures {
   std::uint32_t killStreak = 0;   ///< longest row of frags without a death, within one game
   std::uint32_t deathStreak = 0;  ///< longest row of deaths without a frag, within one game
   std::uint32_t items = 0;        ///< items taken
-  std::uint16_t favouriteWeapon = kNoWeapon;  ///< the one with most kills
   Rival nemesis;                              ///< who killed this one most often
   Rival favouriteVictim;                      ///< whom this one killed most often
   std::vector<WeaponUse> weapons;             ///< most kills first, then most deaths

@@ -100,9 +100,11 @@ void WalkRival(Stream& stream, Rival& rival) {
 }
 
 template <class Stream, class Figures>
-void WalkFigures(Stream& stream, Figures& f) {
+void WalkFigures(Stream& stream, Figures& f, int version) {
   Each(stream, f.kills, f.deaths, f.suicides, f.teamKills, f.worldDeaths, f.score, f.seconds,
-       f.killStreak, f.deathStreak, f.items, f.favouriteWeapon);
+       f.killStreak, f.deathStreak, f.items);
+  std::uint16_t favouriteWeapon = 0;  // told by the weapons themselves
+  if (version < 3) Each(stream, favouriteWeapon);
   WalkRival(stream, f.nemesis);
   WalkRival(stream, f.favouriteVictim);
   stream.Count(f.weapons);
@@ -120,7 +122,7 @@ void WalkGame(Stream& stream, Game& game, int version) {
   for (auto& entrant : game.entrants) {
     Each(stream, entrant.name, entrant.team, entrant.place, entrant.stayed, entrant.winner);
     if (version >= 3) Each(stream, entrant.bot);
-    WalkFigures(stream, entrant.figures);
+    WalkFigures(stream, entrant.figures, version);
   }
   stream.Count(game.pairs);
   for (auto& pair : game.pairs) Each(stream, pair.killer, pair.victim, pair.kills, pair.teamKills);
@@ -145,7 +147,6 @@ bool HasValidIndices(const Game& game, std::size_t weapons, std::size_t items) {
     const Figures& f = entrant.figures;
     return entrant.place >= 1 && entrant.place <= count && entrant.team <= Team::kSpectator &&
            isRival(f.nemesis) && isRival(f.favouriteVictim) &&
-           (f.favouriteWeapon == kNoWeapon || f.favouriteWeapon < weapons) &&
            std::ranges::all_of(f.weapons, [&](const auto& use) { return use.weapon < weapons; }) &&
            std::ranges::all_of(f.itemCounts, [&](const auto& i) { return i.item < items; });
   };
