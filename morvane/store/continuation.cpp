@@ -48,10 +48,12 @@ bool IsLineBroken(std::string_view rest, std::string_view log) {
   const std::string_view broken = BrokenLine(rest);
   if (broken.empty() || log.find('\n') == log.npos) return false;
   const LogLine own = CutLine(FirstLine(log));
-  if (own.text.starts_with('-')) return false;  // with these a game begins, or nothing is lost
   const std::string line = std::string(broken) + std::string(FirstLine(log));
   const LogLine joined = CutLine(line);
-  if (!IsKnownText(joined.text) || joined.text.starts_with('-')) return false;
+  if (EndsInSeparator(joined.text)) return !EndsInSeparator(own.text);
+  if (!IsKnownText(joined.text) || joined.text.starts_with('-') || own.text.starts_with('-')) {
+    return false;
+  }
   // No more than a piece of a stamp: what it makes of the line decides.
   if (broken.find_first_not_of(" 0123456789:.") == broken.npos) return true;
   return joined.stamped ? !own.stamped : !IsKnownText(own.text);

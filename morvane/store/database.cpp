@@ -36,7 +36,7 @@ constexpr const char* kSchema = R"(
   CREATE TABLE games(id INTEGER PRIMARY KEY, log INTEGER NOT NULL, version INTEGER NOT NULL,
     digest INTEGER NOT NULL DEFAULT 0, beginning INTEGER NOT NULL DEFAULT 0,
     opening INTEGER NOT NULL DEFAULT 0, facts INTEGER NOT NULL DEFAULT 0,
-    weight INTEGER NOT NULL DEFAULT 0, kills INTEGER NOT NULL DEFAULT 0,
+    weight INTEGER NOT NULL DEFAULT 0, kills INTEGER NOT NULL DEFAULT 0, size INTEGER NOT NULL DEFAULT 0,
     open INTEGER NOT NULL DEFAULT 0, data BLOB NOT NULL);
   CREATE INDEX games_of_logs ON games(log);
 )";
@@ -87,7 +87,8 @@ GameMark ReadMark(SQLite::Statement& row, int column) {
   mark.facts = Unsigned(row.getColumn(column + 3));
   mark.weight = row.getColumn(column + 4).getUInt();
   mark.kills = row.getColumn(column + 5).getUInt();
-  mark.open = row.getColumn(column + 6).getInt() != 0;
+  mark.size = row.getColumn(column + 6).getUInt();
+  mark.open = row.getColumn(column + 7).getInt() != 0;
   return mark;
 }
 
@@ -255,7 +256,7 @@ void Database::SetUnfinished(std::int64_t log, const Unfinished& unfinished) {
 
 StoredGames Database::GamesOf(std::int64_t log) {
   SQLite::Statement row(*database_,
-                        "SELECT id, digest, beginning, opening, facts, weight, kills, open "
+                        "SELECT id, digest, beginning, opening, facts, weight, kills, size, open "
                         "FROM games WHERE log = ? ORDER BY id");
   row.bind(1, log);
   StoredGames games;
@@ -298,13 +299,14 @@ void Database::AddGames(std::int64_t log, const std::vector<Game>& games,
   WriteNames(kItemNames, words_.items);
   SQLite::Statement statement(
       *database_,
-      "INSERT INTO games(log, version, digest, beginning, opening, facts, weight, kills, open, "
-      "data) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+      "INSERT INTO games(log, version, digest, beginning, opening, facts, weight, kills, size, "
+      "open, data) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
   for (std::size_t i = 0; i < games.size(); ++i) {
     const GameMark& mark = marks[i];
     Run(statement, log, std::int64_t{kRecordVersion}, Signed(mark.digest), Signed(mark.beginning),
         Signed(mark.opening), Signed(mark.facts), std::int64_t{mark.weight},
-        std::int64_t{mark.kills}, std::int64_t{mark.open}, PackGame(games[i]));
+        std::int64_t{mark.kills}, std::int64_t{mark.size}, std::int64_t{mark.open},
+        PackGame(games[i]));
   }
 }
 

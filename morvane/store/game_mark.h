@@ -18,7 +18,8 @@ struct GameMark {
   std::uint64_t facts = 0;      ///< of its map, type and kills, to find games without `digest`
   std::uint32_t weight = 0;     ///< how much it proves to meet it again, see kEvidence
   std::uint32_t kills = 0;
-  bool open = false;  ///< it was not over where its log ended
+  std::uint32_t size = 0;  ///< of its lines, in bytes
+  bool open = false;       ///< it was not over where its log ended
 };
 
 /// Games in a row that are the same prove that two logs share them when their weights sum up to

@@ -141,8 +141,10 @@ std::vector<Run> LongestChain(std::vector<Run> runs) {
 
 /// Whether of two games that are one the later log's counts.
 bool IsBetter(const GameMark& later, const GameMark& earlier) {
-  return std::tuple(!later.open, later.open ? later.kills : 0) >
-         std::tuple(!earlier.open, earlier.open ? earlier.kills : 0);
+  const auto worth = [](const GameMark& mark) {
+    return mark.open ? std::tuple(false, mark.kills, mark.size) : std::tuple(true, 0U, 0U);
+  };
+  return worth(later) > worth(earlier);
 }
 
 /// Finds the games that do not count.

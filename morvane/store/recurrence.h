@@ -31,7 +31,7 @@ struct MarkedLog {
 };
 
 /// Which games count, when each that stands in several logs counts once: false for those that do
-/// not. Of games that are the same the one that is over counts, else the one with most kills, else
+/// not. Of games that are the same the one that is over counts, else the longest, else
 /// that of the first log. Within one log every game counts.
 std::vector<std::vector<bool>> CountOnce(const std::vector<MarkedLog>& logs);
 

@@ -9,7 +9,9 @@
 // - A log that is shortened from the front or edited is known again by a game before the edit that
 //   has three kills with stamps, or thirty without. What an edit changes after such a game follows
 //   the file. An edited game before it would stay beside its new form.
-// - A file that is shortened, edited, copied or swapped is not also rotated before the next run.
+// - A file that is shortened, edited or copied is not also rotated before the next run; one that is
+//   swapped has been read before, and does not grow before the next run: a few lines that moved and
+//   grew at once might be those of any log.
 // - A day that is left out before it was ever read was cut off between two games.
 // - Whether the first line of a log is the end of a torn one shows when it is whole.
 // - An edited file stands under the name that the last run found it by, and no copy keeps its old
@@ -229,6 +231,7 @@ class History {
     const std::size_t steps = 6 + Pick(random_, 14);
     for (std::size_t i = 0; i < steps; ++i) {
       Step();
+      if (failed_) return false;
       if (Chance(random_, 55) && !Run(true)) return false;
       if (Chance(random_, 10) && !Run(false)) return false;
     }
@@ -297,7 +300,10 @@ class History {
     const std::size_t last = server.pieces.size() - 1;
     if (last > 0 && !server.pieces[last - 1].listed && !IsLinked(server, last - 1)) return;
     const bool leavesList = currentOnly_ && (betweenGames_ || server.rotation != Rotation::kByDate);
-    if (leavesList && !IsRead(server.Last()) && !Run(true)) return;
+    if (leavesList && !IsRead(server.Last()) && !Run(true)) {
+      failed_ = true;
+      return;
+    }
     if (leavesList) server.Last().listed = false;
     server.rotated = true;
     const std::vector<Piece> before = server.pieces;
@@ -323,7 +329,7 @@ class History {
     if (EndOfKnownGame(file.substr(file.find('\n', cut - 1) + 1)) == 0) return;
     piece.front += cut;
     Write(server, static_cast<std::size_t>(&piece - server.pieces.data()));
-    shortened_ = needsRun_ = true;
+    needsRun_ = true;
     Note("shorten " + server.base + " by " + std::to_string(cut));
   }
 
@@ -377,6 +383,7 @@ class History {
     for (const Server& server : servers_) {  // an empty file would lose its name unnoticed
       const std::size_t last = server.pieces.size() - 1;
       if (last > 0 && !IsLinked(server, last - 1)) return;
+      if (!IsRead(server.Last())) return;
     }
     for (Server& server : servers_) {
       for (std::size_t i = 0; i < server.pieces.size(); ++i) fs::remove(PathOf(server.NameOf(i)));
@@ -389,6 +396,7 @@ class History {
     }
     needsRun_ = true;
     Note("swap");
+    failed_ |= !Run(true);
   }
 
   void LeaveOut(Server& server) {
@@ -486,7 +494,7 @@ class History {
     return true;
   }
 
-  /// Whether games have the dates that they had.
+  /// Whether games have the dates that they had; those without kills are too much alike.
   bool KeepsStarts(const Collected& collected) {
     Vocabulary names;
     std::vector<Game> games = collected.games;
@@ -497,7 +505,7 @@ class History {
       const std::int64_t start = std::exchange(game.start, 0);
       game.dated = Dated::kUnknown;
       const std::string text = PackGame(game);
-      if (++often[text] == 1 && game.timed) now[text] = start;
+      if (game.kills >= 3 && ++often[text] == 1 && game.timed) now[text] = start;
     }
     bool kept = true;
     for (const auto& [text, start] : now) {
@@ -535,7 +543,7 @@ class History {
   bool betweenGames_ = false;
   bool currentOnly_ = false;
   bool needsRun_ = false;
-  bool shortened_ = false;
+  bool failed_ = false;
 };
 
 TEST(Histories, EveryGameCountsOnce) {

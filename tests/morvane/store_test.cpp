@@ -37,8 +37,8 @@ std::vector<GameMark> Marks(const std::string& letters) {
       marks.back().kills = 4;
     } else {
       const bool proves = letter < 'a';
-      marks.push_back(
-          {number, proves ? number + 2000 : 0, number + 3000, 0, proves ? kEvidence : 0, 9, false});
+      marks.push_back({number, proves ? number + 2000 : 0, number + 3000, 0, proves ? kEvidence : 0,
+                       9, 99, false});
     }
   }
   return marks;

@@ -1,0 +1,179 @@
+#include "morvane/store/collector.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "morvane/store/recurrence.h"
+
+namespace morvane {
+
+Collector::Collector(const Sources& sources, bool keepEvents, Report& report, Database* database)
+    : sources_(sources), report_(report), database_(database), keepEvents_(keepEvents) {
+  logs_ = OpenLogs(sources.logs, report);
+  wanted_.events = keepEvents || database != nullptr;
+  wanted_.marks = database != nullptr || logs_.size() > 1;
+  if (database_ == nullptr) return;
+  paths_ = database_->Paths();
+  for (const StoredLog& log : database_->Logs()) stored_[log.id] = log;
+}
+
+Collected Collector::Collect() {
+  Recognize();
+  std::vector<OpenLog*> unread;
+  std::size_t unchanged = 0;
+  for (OpenLog& log : logs_) {
+    if (log.kind == Kind::kNew || log.kind == Kind::kGrown) unread.push_back(&log);
+    if (log.kind == Kind::kUnchanged) ++unchanged;
+  }
+  TellTwins();
+  if (unchanged > 0) {
+    report_.Normal(Log::kParser, Count(unchanged, "log") +
+                                     " unchanged since the last run, taken from the database");
+  }
+  ReadLogs(unread, wanted_, report_);
+  for (OpenLog& log : logs_) {
+    if (log.kind == Kind::kGrown) SettleGrown(log);
+  }
+  for (std::size_t i = 0; i < logs_.size(); ++i) {
+    if (logs_[i].kind == Kind::kNew) SettleNew(i);
+    if (logs_[i].kind == Kind::kUnchanged || logs_[i].kind == Kind::kGrown) Refollow(i);
+  }
+  for (const OpenLog* log : unread) {
+    Tell(*log, report_);
+    TellStray(*log);
+  }
+  if (database_ != nullptr) KeepPaths();
+  Collected collected = Result();
+  if (database_ != nullptr) database_->Commit();
+  return collected;
+}
+
+/// Notes which log each file holds, and from which names logs have gone.
+void Collector::KeepPaths() {
+  std::map<std::string, StoredPath> paths = paths_;
+  for (auto& [path, state] : paths) {
+    if (found_.contains(state.log)) state = {state.log, -1, 0, false};
+  }
+  for (OpenLog& log : logs_) {
+    if (log.kind == Kind::kTwin && log.stored.id == 0) log.stored.id = TwinOf(log)->stored.id;
+    const auto size = static_cast<std::int64_t>(log.Bytes().size());
+    paths[log.file.path] = {log.stored.id, size, log.mapped.LastChange(),
+                            size == stored_[log.stored.id].size};
+  }
+  for (const auto& [path, state] : paths) {
+    const auto before = paths_.find(path);
+    if (before == paths_.end() || before->second != state) database_->SetPath(path, state);
+  }
+}
+
+/// First the logs that the user does not name any more, the oldest first, then those of the list.
+std::vector<std::int64_t> Collector::ReadingOrder() const {
+  std::vector<std::int64_t> listed;
+  for (const LogFile& file : sources_.logs) {
+    const auto open =
+        std::ranges::find_if(logs_, [&](const OpenLog& log) { return log.file.path == file.path; });
+    const auto path = paths_.find(file.path);
+    std::int64_t id = open != logs_.end() ? open->stored.id : 0;
+    if (open == logs_.end() && path != paths_.end()) id = path->second.log;
+    if (id != 0 && std::ranges::find(listed, id) == listed.end()) listed.push_back(id);
+  }
+  std::vector<std::int64_t> order;
+  for (const auto& [id, log] : stored_) {
+    if (std::ranges::find(listed, id) == listed.end()) order.push_back(id);
+  }
+  order.insert(order.end(), listed.begin(), listed.end());
+  return order;
+}
+
+/// Which games count, by log. The oldest log is the first: what was stored first stays.
+std::map<std::int64_t, std::vector<bool>> Collector::Counting() {
+  std::vector<MarkedLog> marked;
+  std::map<std::int64_t, std::size_t> positions;
+  for (const auto& [id, log] : stored_) {
+    positions[id] = marked.size();
+    marked.emplace_back();
+    if (database_ != nullptr) marked.back().games = database_->GamesOf(id).marks;
+  }
+  for (const auto& [id, log] : stored_) {
+    const auto before = positions.find(log.goesOnWith);
+    if (before != positions.end()) marked[positions[id]].goesOnWith = before->second;
+  }
+  if (database_ == nullptr) {
+    for (const OpenLog& log : logs_) {
+      if (log.kind != Kind::kTwin) marked[positions[log.stored.id]].games = log.marks;
+    }
+  }
+  const std::vector<std::vector<bool>> counts = CountOnce(marked);
+  std::map<std::int64_t, std::vector<bool>> result;
+  for (const auto& [id, position] : positions) result[id] = counts[position];
+  return result;
+}
+
+void Collector::TellTwins() {
+  for (const OpenLog& log : logs_) {
+    if (log.kind != Kind::kTwin) continue;
+    const auto twin = std::ranges::find_if(logs_, [&](const OpenLog& other) {
+      return other.kind != Kind::kTwin &&
+             (log.stored.id != 0 ? other.stored.id == log.stored.id : other.digest == log.digest);
+    });
+    if (twin == logs_.end()) continue;
+    report_.Normal(Log::kParser,
+                   "holds nothing but what " + twin->file.name + " holds; counted once",
+                   log.file.name);
+  }
+}
+
+void Collector::TellStray(const OpenLog& log) {
+  const bool fromStart = static_cast<std::int64_t>(log.begin) <= log.stored.head;
+  if (log.parsed.strayLines == 0 || !fromStart || log.stored.goesOnWith != 0) return;
+  report_.Normal(Log::kParser,
+                 Count(log.parsed.strayLines, "line") +
+                     " of a game before the first \"InitGame:\" left out: no log before it is "
+                     "known that ends in that game",
+                 log.file.name);
+}
+
+void Collector::TellTwice(const std::map<std::int64_t, std::vector<bool>>& counts) {
+  for (const OpenLog& log : logs_) {
+    if (log.kind == Kind::kTwin) continue;
+    const std::vector<bool>& games = counts.at(log.stored.id);
+    auto twice = static_cast<std::size_t>(std::ranges::count(games, false));
+    const bool followed = std::ranges::any_of(
+        stored_, [&](const auto& other) { return other.second.goesOnWith == log.stored.id; });
+    if (twice > 0 && followed && log.stored.openAtEnd && !games.back()) --twice;
+    if (twice > 0) {
+      report_.Normal(Log::kParser,
+                     Count(twice, "game") +
+                         " of it stand in another log too, and "
+                         "count once",
+                     log.file.name);
+    }
+  }
+}
+
+Collected Collector::Result() {
+  const std::map<std::int64_t, std::vector<bool>> counts = Counting();
+  TellTwice(counts);
+  Collected collected;
+  for (const std::int64_t id : ReadingOrder()) {
+    std::vector<Game> games;
+    if (database_ != nullptr) {
+      games = database_->ReadGames(id, keepEvents_);
+    } else {
+      OpenLog& log = *std::ranges::find_if(logs_, [&](const OpenLog& open) {
+        return open.kind != Kind::kTwin && open.stored.id == id;
+      });
+      games = std::move(log.parsed.games);
+      Renumber(games, log.parsed.vocabulary, collected.vocabulary);
+    }
+    const std::vector<bool>& counting = counts.at(id);
+    for (std::size_t i = 0; i < games.size(); ++i) {
+      if (i >= counting.size() || counting[i]) collected.games.push_back(std::move(games[i]));
+    }
+  }
+  if (database_ != nullptr) collected.vocabulary = database_->Words();
+  collected.usable = !logs_.empty() || !collected.games.empty();
+  return collected;
+}
+
+}  // namespace morvane

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "morvane/store/collect.h"
+#include "morvane/store/database.h"
+#include "morvane/store/game_start.h"
+#include "morvane/store/open_log.h"
+
+namespace morvane {
+
+/// One run over the logs, with a database or without.
+class Collector {
+ public:
+  Collector(const Sources& sources, bool keepEvents, Report& report, Database* database);
+
+  Collected Collect();
+
+ private:
+  using Kind = OpenLog::Kind;
+
+  // Which log is which: recognition.cpp.
+  void Recognize();
+  bool IsInPlace(OpenLog& log, const StoredPath& path);
+  void FindElsewhere(std::size_t index, bool whole);
+  bool HasGrown(std::int64_t id) const;
+  bool BeginsWith(const OpenLog& log, const StoredLog& stored) const;
+  bool IsDisplaced(const StoredLog& stored) const;
+  bool MayHaveMoved(const StoredLog& stored);
+  void TakeAs(OpenLog& log, const StoredLog& stored);
+  OpenLog* TwinOf(const OpenLog& log);
+
+  // What of them is new: renewal.cpp.
+  void SettleGrown(OpenLog& log);
+  void SettleNew(std::size_t index);
+  bool ReplaceOld(std::size_t index, const StoredLog& old);
+  void MoveFollowers(std::int64_t from, std::int64_t to);
+  void Refollow(std::size_t index);
+  void ReadAgain(OpenLog& log);
+  void KeepStarts(OpenLog& log, const StoredGames& known);
+
+  // What they go on with: following.cpp.
+  void Follow(std::size_t index);
+  std::vector<std::int64_t> LogsBefore(std::size_t index) const;
+  std::optional<std::int64_t> LogBeforeInList(std::size_t index) const;
+  bool IsFollowed(std::int64_t log, std::size_t index) const;
+  std::optional<FrontGames> FrontOf(const OpenLog& log, std::int64_t before);
+  void GoOnWith(OpenLog& log, std::int64_t before, FrontGames front);
+
+  void Keep(OpenLog& log);
+  void KeepPaths();
+  std::string RestOf(std::int64_t log);
+  std::int64_t NewId() { return database_ != nullptr ? database_->AddLog() : ++lastId_; }
+
+  // What counts.
+  std::vector<std::int64_t> ReadingOrder() const;
+  std::map<std::int64_t, std::vector<bool>> Counting();
+  void TellTwins();
+  void TellStray(const OpenLog& log);
+  void TellTwice(const std::map<std::int64_t, std::vector<bool>>& counts);
+  Collected Result();
+
+  const Sources& sources_;
+  Report& report_;
+  Database* database_;
+  Wanted wanted_;
+  bool keepEvents_;
+  std::vector<OpenLog> logs_;
+  std::map<std::string, StoredPath> paths_;   // as they were when the run began
+  std::map<std::int64_t, StoredLog> stored_;  // all logs by id
+  std::set<std::int64_t> found_;              // those that a file of this run holds
+  std::map<std::int64_t, std::string> rests_;
+  std::map<std::int64_t, GameStart> openStarts_;  // of open last games that were read
+  std::int64_t lastId_ = 0;
+};
+
+}  // namespace morvane

@@ -1,0 +1,142 @@
+#include <algorithm>
+
+#include "morvane/store/collector.h"
+#include "morvane/store/digest.h"
+
+namespace morvane {
+
+/// A log is known by its bytes: first those that are where they were, then those that moved.
+void Collector::Recognize() {
+  std::vector<std::size_t> rest;
+  for (std::size_t i = 0; i < logs_.size(); ++i) {
+    const auto path = paths_.find(logs_[i].file.path);
+    if (path == paths_.end() || !IsInPlace(logs_[i], path->second)) rest.push_back(i);
+  }
+  for (const std::size_t i : rest) FindElsewhere(i, true);
+  for (const std::size_t i : rest) {
+    if (logs_[i].kind == Kind::kNew) FindElsewhere(i, false);
+  }
+}
+
+bool Collector::IsInPlace(OpenLog& log, const StoredPath& path) {
+  if (path.size < 0) return false;
+  const StoredLog& stored = stored_[path.log];
+  const bool untouched = path.size == static_cast<std::int64_t>(log.Bytes().size()) &&
+                         path.changed == log.mapped.LastChange();
+  if (untouched && !path.whole) {  // the log goes on elsewhere
+    log.kind = Kind::kTwin;
+    log.stored.id = path.log;
+    return true;
+  }
+  if (untouched && stored.marked) {
+    const bool isTwin = found_.contains(stored.id);
+    TakeAs(log, stored);
+    log.kind = isTwin ? Kind::kTwin : Kind::kUnchanged;
+    return true;
+  }
+  log.digest = Digest(log.Bytes());
+  if (const OpenLog* twin = TwinOf(log); twin != nullptr && twin->stored.id == path.log) {
+    log.kind = Kind::kTwin;
+    log.stored.id = path.log;
+    return true;
+  }
+  if (HasGrown(path.log) || !BeginsWith(log, stored)) return false;
+  const bool isAnother = std::ranges::any_of(stored_, [&](const auto& entry) {
+    const StoredLog& other = entry.second;
+    return other.id != stored.id && other.size == static_cast<std::int64_t>(log.Bytes().size()) &&
+           other.digest == log.digest && IsDisplaced(other);
+  });
+  if (isAnother) return false;  // names were swapped
+  TakeAs(log, stored);
+  return true;
+}
+
+bool Collector::BeginsWith(const OpenLog& log, const StoredLog& stored) const {
+  const std::string_view bytes = log.Bytes();
+  if (stored.size == 0 || stored.size > static_cast<std::int64_t>(bytes.size())) return false;
+  if (stored.beginning != 0 && stored.beginning != StoredLog::Beginning(bytes, stored.size)) {
+    return false;
+  }
+  return Digest(bytes.substr(0, static_cast<std::size_t>(stored.size))) == stored.digest;
+}
+
+/// Whether a file of this run holds more than all of a stored log.
+bool Collector::HasGrown(std::int64_t id) const {
+  return std::ranges::any_of(
+      logs_, [&](const OpenLog& log) { return log.kind == Kind::kGrown && log.stored.id == id; });
+}
+
+/// A log holds all of a stored one, and perhaps more.
+void Collector::TakeAs(OpenLog& log, const StoredLog& stored) {
+  const bool all = stored.size == static_cast<std::int64_t>(log.Bytes().size());
+  log.kind = all && stored.marked ? Kind::kUnchanged : Kind::kGrown;
+  log.stored = stored;
+  if (!found_.insert(stored.id).second) {
+    if (all) {
+      log.kind = Kind::kTwin;
+    } else {  // one that did not grow with it is a beginning of it now
+      for (OpenLog& other : logs_) {
+        if (&other != &log && other.stored.id == stored.id) other.kind = Kind::kTwin;
+      }
+    }
+  }
+  if (log.kind != Kind::kGrown || !stored.marked) return;
+  log.begin = static_cast<std::size_t>(stored.resumeAt);
+  log.linesBefore = static_cast<std::size_t>(stored.resumeLine);
+}
+
+/// The log before in the list, or one further on that is known, with the same bytes.
+OpenLog* Collector::TwinOf(const OpenLog& log) {
+  for (OpenLog& other : logs_) {
+    if (&other == &log) break;
+    if (other.kind == Kind::kTwin || other.Bytes().empty() ||
+        other.Bytes().size() != log.Bytes().size()) {
+      continue;
+    }
+    if (other.digest == 0) other.digest = Digest(other.Bytes());
+    if (log.digest != 0 && other.digest == log.digest) return &other;
+  }
+  return nullptr;
+}
+
+void Collector::FindElsewhere(std::size_t index, bool whole) {
+  OpenLog& log = logs_[index];
+  const bool twinPossible = std::ranges::any_of(logs_, [&](const OpenLog& other) {
+    return &other != &log && other.Bytes().size() == log.Bytes().size();
+  });
+  if (log.digest == 0 && (database_ != nullptr || twinPossible)) log.digest = Digest(log.Bytes());
+  if (const OpenLog* twin = TwinOf(log)) {
+    log.kind = Kind::kTwin;
+    log.stored.id = twin->stored.id;
+    return;
+  }
+  const StoredLog* best = nullptr;
+  for (const auto& [id, stored] : stored_) {
+    if (best != nullptr && stored.size <= best->size) continue;
+    const bool isAll = stored.size == static_cast<std::int64_t>(log.Bytes().size());
+    if (isAll != whole || !BeginsWith(log, stored)) continue;
+    if (isAll || (!HasGrown(id) && MayHaveMoved(stored))) best = &stored;
+  }
+  if (best != nullptr) TakeAs(log, *best);
+}
+
+/// Whether a log that begins with all of a stored one can be that log under another name, grown:
+/// what it begins with must prove it, or the stored one's own place be taken by another log. The
+/// same few lines of an empty server may begin many logs.
+bool Collector::MayHaveMoved(const StoredLog& stored) {
+  const std::vector<GameMark> marks = database_->GamesOf(stored.id).marks;
+  std::uint32_t weight = 0;
+  for (const GameMark& mark : marks) weight += mark.weight;
+  return weight >= kEvidence || (!found_.contains(stored.id) && IsDisplaced(stored));
+}
+
+/// Whether another log stands in a stored one's place.
+bool Collector::IsDisplaced(const StoredLog& stored) const {
+  return std::ranges::any_of(logs_, [&](const OpenLog& other) {
+    const auto path = paths_.find(other.file.path);
+    return path != paths_.end() && path->second.log == stored.id && path->second.whole &&
+           !BeginsWith(other, stored);
+  });
+}
+
+}  // namespace morvane

@@ -1,0 +1,184 @@
+#include <algorithm>
+#include <utility>
+
+#include "morvane/store/collector.h"
+#include "morvane/store/continuation.h"
+#include "morvane/store/digest.h"
+#include "morvane/store/recurrence.h"
+
+namespace morvane {
+
+void Collector::SettleGrown(OpenLog& log) {
+  const StoredGames known = database_->GamesOf(log.stored.id);
+  std::vector<Game>& games = log.parsed.games;
+  if (log.begin == 0 || static_cast<std::int64_t>(log.begin) <= log.stored.head) {
+    log.stored.head = static_cast<std::int64_t>(log.FirstGame());
+  }
+  if (!log.stored.marked) {  // read again from its first byte, for the marks
+    for (std::size_t i = 0; i < std::min(known.ids.size(), games.size()); ++i) {
+      KeepStart(games[i], StartOf(database_->ReadGame(known.ids[i])));
+    }
+    for (const std::int64_t id : known.ids) database_->DeleteGame(id);
+  } else {
+    const std::string carried = database_->UnfinishedOf(log.stored.id).carried;
+    if (!carried.empty()) PutInFront(log, ReadFront(log, carried, wanted_));
+    if (log.stored.openAtEnd && !known.ids.empty()) {
+      if (!games.empty()) KeepStart(games[0], StartOf(database_->ReadGame(known.ids.back())));
+      database_->DeleteGame(known.ids.back());
+    }
+  }
+  Keep(log);
+}
+
+void Collector::SettleNew(std::size_t index) {
+  OpenLog& log = logs_[index];
+  log.stored.head = static_cast<std::int64_t>(log.FirstGame());
+  const auto path = paths_.find(log.file.path);
+  if (path != paths_.end() && !found_.contains(path->second.log) &&
+      ReplaceOld(index, stored_[path->second.log])) {
+    return;
+  }
+  if (path != paths_.end() && stored_[path->second.log].size > 0) {
+    report_.Normal(Log::kParser, "is a new log; the games of the old one stay", log.file.name);
+  }
+  if (path != paths_.end() && !found_.contains(path->second.log) &&
+      stored_[path->second.log].size == 0) {
+    log.stored = stored_[path->second.log];  // was empty when it was last read
+    log.stored.head = static_cast<std::int64_t>(log.FirstGame());
+    found_.insert(log.stored.id);
+  } else {
+    log.stored.id = NewId();
+    if (path != paths_.end()) log.stored.inPlaceOf = path->second.log;
+    if (path != paths_.end() &&
+        !FindRecurring(database_->GamesOf(path->second.log).marks, log.marks).empty()) {
+      log.stored.head = -1;  // the same log, shortened, of which a copy is left
+    }
+  }
+  Follow(index);
+  Keep(log);
+}
+
+/// The log at a known path is another than it was. Where its games tell that it is still the same,
+/// shortened or edited, they take the place of those that are not in it any more.
+bool Collector::ReplaceOld(std::size_t index, const StoredLog& old) {
+  OpenLog& log = logs_[index];
+  StoredGames known = database_->GamesOf(old.id);
+  std::optional<FrontGames> front;
+  if (old.goesOnWith != 0) front = FrontOf(log, old.goesOnWith);
+  std::vector<GameMark> marks = log.marks;
+  if (front) {
+    marks.erase(marks.begin(), marks.begin() + static_cast<std::ptrdiff_t>(front->replaced));
+    marks.insert(marks.begin(), front->marks.begin(), front->marks.end());
+  }
+  if (const std::string rest = RestOf(old.id); !known.marks.empty() && !rest.empty()) {
+    const bool recurs = std::ranges::any_of(log.parsed.texts, [&](const GameText& text) {
+      return log.Bytes().substr(text.begin).starts_with(rest);
+    });
+    if (!recurs) known.marks.back().beginning = 0;  // begins alike, and goes on in another way
+  }
+  const std::vector<SamePair> pairs = FindRecurring(known.marks, marks);
+  if (pairs.empty()) return false;
+  report_.Normal(Log::kParser, "has changed since the last run; its games are read anew",
+                 log.file.name);
+  const std::size_t first = pairs.front().left;
+  if (first == 0) {
+    log.stored.id = old.id;
+    log.stored.inPlaceOf = old.inPlaceOf;
+    if (front) {
+      GoOnWith(log, old.goesOnWith, std::move(*front));
+    } else {
+      log.stored.head = -1;
+    }
+  } else {
+    // What lies before its first game is the end of a game that stays.
+    log.stored.id = NewId();
+    log.stored.head = -1;
+    database_->SetUnfinished(old.id, {});
+    MoveFollowers(old.id, log.stored.id);
+  }
+  KeepStarts(log, known);
+  for (std::size_t i = first; i < known.ids.size(); ++i) database_->DeleteGame(known.ids[i]);
+  found_.insert(log.stored.id);
+  Keep(log);
+  return true;
+}
+
+/// What went on with one log goes on with another one.
+void Collector::MoveFollowers(std::int64_t from, std::int64_t to) {
+  const auto move = [&](StoredLog& log) {
+    const bool follows = log.goesOnWith == from || log.inPlaceOf == from;
+    if (log.goesOnWith == from) log.goesOnWith = to;
+    if (log.inPlaceOf == from) log.inPlaceOf = to;
+    return follows;
+  };
+  for (OpenLog& log : logs_) move(log.stored);
+  for (auto& [id, log] : stored_) {
+    if (move(log)) database_->UpdateLog(log);
+  }
+}
+
+/// A log that was read before goes on with the one before it: that may be another one now, or have
+/// grown, or only now be known to fit.
+void Collector::Refollow(std::size_t index) {
+  OpenLog& log = logs_[index];
+  if (log.stored.head < 0) return;
+  std::int64_t before = 0;
+  std::string rest;
+  for (const std::int64_t candidate : LogsBefore(index)) {
+    rest = RestOf(candidate);
+    if (!GoesOn(rest, log.Bytes(), static_cast<std::size_t>(log.stored.head))) continue;
+    before = candidate;
+    break;
+  }
+  if (before == 0) return;
+  if (before == log.stored.goesOnWith && Digest(rest) == log.stored.goesOnRest) return;
+  ReadAgain(log);
+  GoOnWith(log, before, ReadFront(log, rest, wanted_));
+  const StoredGames known = database_->GamesOf(log.stored.id);
+  KeepStarts(log, known);
+  for (const std::int64_t id : known.ids) database_->DeleteGame(id);
+  Keep(log);
+}
+
+/// Gives the games that a log had before, and has again in the same order, the starts they had. So
+/// it does those that stand between two of them in the place of as many others.
+void Collector::KeepStarts(OpenLog& log, const StoredGames& known) {
+  std::size_t next = 0;  // both: what is not settled
+  std::size_t unsettled = 0;
+  const auto settle = [&](std::size_t stored, std::size_t read) {
+    if (stored - next == read - unsettled) {
+      for (; unsettled < read; ++unsettled, ++next) {
+        KeepStart(log.parsed.games[unsettled], StartOf(database_->ReadGame(known.ids[next])));
+      }
+    }
+    next = stored;
+    unsettled = read;
+  };
+  for (std::size_t i = 0; i < log.marks.size(); ++i) {
+    std::size_t same = next;
+    while (same < known.marks.size() && !IsSameGame(known.marks[same], log.marks[i])) ++same;
+    if (same == known.marks.size()) continue;
+    settle(same, i);
+    settle(same + 1, i + 1);
+  }
+  // An open last game has grown.
+  std::size_t last = unsettled;
+  const bool open = next < known.marks.size() && known.marks.back().open;
+  while (open && last < log.marks.size() && !MayBeSameGame(known.marks.back(), log.marks[last])) {
+    ++last;
+  }
+  if (open && last < log.marks.size()) {
+    settle(known.marks.size() - 1, last);
+    settle(known.marks.size(), last + 1);
+  }
+}
+
+void Collector::ReadAgain(OpenLog& log) {
+  if (log.digest == 0) log.digest = Digest(log.Bytes());
+  log.begin = 0;
+  log.linesBefore = 0;
+  log.unfinished = {};
+  ReadLogs({&log}, wanted_, report_);
+}
+
+}  // namespace morvane
