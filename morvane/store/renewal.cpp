@@ -69,6 +69,8 @@ bool Collector::ReplaceOld(std::size_t index, const StoredLog& old) {
   if (front) {
     marks.erase(marks.begin(), marks.begin() + static_cast<std::ptrdiff_t>(front->replaced));
     marks.insert(marks.begin(), front->marks.begin(), front->marks.end());
+    // The log before it tells how they begin: that proves nothing of this one.
+    for (std::size_t i = 0; i < front->marks.size(); ++i) marks[i].beginning = 0;
   }
   if (const std::string rest = RestOf(old.id); !known.marks.empty() && !rest.empty()) {
     const bool recurs = std::ranges::any_of(log.parsed.texts, [&](const GameText& text) {

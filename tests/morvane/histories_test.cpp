@@ -13,7 +13,9 @@
 //   swapped has been read before, and does not grow before the next run: a few lines that moved and
 //   grew at once might be those of any log.
 // - A day that is left out before it was ever read was cut off between two games.
-// - Whether the first line of a log is the end of a torn one shows when it is whole.
+// - Whether the first line of a log is the end of a torn one shows when it is whole, and the stamp
+// of
+//   a torn "InitGame:" belongs to no game: a log after another one begins with three whole lines.
 // - An edited file stands under the name that the last run found it by, and no copy keeps its old
 //   form.
 // - Where a log goes on in mid-game with one of another name, that one stands before it in the list
@@ -272,8 +274,10 @@ class History {
     }
     std::size_t bytes = 1 + Pick(random_, server.pending.size());
     if (Chance(random_, 15)) bytes = std::min<std::size_t>(bytes, 1 + Pick(random_, 70));
-    if (server.Last().written.find('\n') == std::string::npos && server.pieces.size() > 1) {
-      bytes = std::max(bytes, server.pending.find('\n') + 1);
+    if (server.Last().written.size() < 10 && server.pieces.size() > 1) {
+      std::size_t begun = server.pending.find('\n') + 1;
+      for (int line = 0; line < 2; ++line) begun = server.pending.find('\n', begun) + 1;
+      bytes = std::max(bytes, begun);
     }
     server.Last().written += server.pending.substr(0, bytes);
     server.pending.erase(0, bytes);
@@ -322,7 +326,7 @@ class History {
 
   void Shorten(Server& server) {
     Piece& piece = server.pieces[Pick(random_, server.pieces.size())];
-    if (needsRun_ || !piece.exists || !piece.listed || !IsRead(piece)) return;
+    if (needsRun_ || server.rotated || !piece.exists || !piece.listed || !IsRead(piece)) return;
     const std::string file = piece.File();
     if (file.empty()) return;
     const std::size_t cut = 1 + Pick(random_, file.size());
@@ -335,7 +339,7 @@ class History {
 
   void Edit(Server& server) {
     Piece& piece = server.pieces[Pick(random_, server.pieces.size())];
-    if (needsRun_ || !piece.exists || !piece.listed || !IsRead(piece)) return;
+    if (needsRun_ || server.rotated || !piece.exists || !piece.listed || !IsRead(piece)) return;
     if (!piece.known || !others_.empty()) return;
     const std::size_t known = EndOfKnownGame(piece.File());
     if (known == 0) return;
@@ -380,7 +384,7 @@ class History {
     if (servers_.size() < 2 || needsRun_) return;
     if (servers_[0].rotated || servers_[1].rotated) return;
     if (servers_[0].rotation != servers_[1].rotation) return;
-    for (const Server& server : servers_) {  // an empty file would lose its name unnoticed
+    for (Server& server : servers_) {  // an empty file would lose its name unnoticed
       const std::size_t last = server.pieces.size() - 1;
       if (last > 0 && !IsLinked(server, last - 1)) return;
       if (!IsRead(server.Last())) return;
