@@ -9,6 +9,7 @@
 #include "morvane/messages.h"
 #include "morvane/settings.h"
 #include "morvane/site/site.h"
+#include "morvane/statistics/player_names.h"
 #include "morvane/statistics/ranking.h"
 #include "morvane/statistics/statistics.h"
 #include "morvane/store/collect.h"
@@ -32,11 +33,12 @@ std::string Seconds(std::chrono::steady_clock::time_point since) {
   return text;
 }
 
-Statistics CountGames(const Settings& settings, Collected collected, Messages& messages) {
+Statistics CountGames(const Settings& settings, const PlayerNames& names, Collected collected,
+                      Messages& messages) {
   std::unique_ptr<Ranking> ranking;
   if (settings.ranking.use) ranking = ReadRanking(settings.ranking, messages);
   Statistics statistics = MakeStatistics(settings.limits, std::move(collected.games),
-                                         std::move(collected.vocabulary), ranking.get());
+                                         std::move(collected.vocabulary), names, ranking.get());
   messages.Normal(Log::kMain, std::to_string(statistics.games.size()) + " of " +
                                   std::to_string(statistics.gamesFound) + " games counted, " +
                                   std::to_string(statistics.ranked) + " of " +
@@ -59,7 +61,8 @@ int Run(const std::string& directory) {
     messages.Severe(Log::kMain, "no log could be read; no pages are written");
     return kNothingWritten;
   }
-  const Statistics statistics = CountGames(settings, std::move(collected), messages);
+  const Statistics statistics =
+      CountGames(settings, ReadPlayerNames(directory, messages), std::move(collected), messages);
   const SiteResult site = WritePages(settings.site, statistics, messages);
   const std::string counts = std::to_string(site.written) + " files written, " +
                              std::to_string(site.unchanged) + " unchanged";

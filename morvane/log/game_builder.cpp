@@ -56,7 +56,7 @@ void MoveIndices(Game& game, const std::vector<std::uint32_t>& newIndex) {
       event.killer = static_cast<std::uint16_t>(newIndex[event.killer]);
     }
   }
-  if (IsTeamGame(game.type)) return;
+  if (game.teams) return;
   for (LeadChange& change : game.lead) {
     if (change.leader != kNobody) change.leader = newIndex[change.leader];
   }
@@ -73,6 +73,7 @@ void GameBuilder::Open(std::string_view map, int type, bool timed, std::int64_t 
   game_ = Game{};
   game_.map = map;
   game_.type = type;
+  game_.teams = IsTeamType(type);
   game_.timed = timed;
   slots_.fill({});
   live_.clear();
@@ -91,15 +92,18 @@ void GameBuilder::SetClock(std::int64_t tenths) {
   lastStamp_ = tenths;
 }
 
-void GameBuilder::Userinfo(std::size_t slot, std::string_view name, Team team) {
+void GameBuilder::Userinfo(std::size_t slot, std::string_view name, Team team, bool bot) {
   Slot& client = slots_[slot];
   // Someone new: the slot was bound by an event that came after its last client had gone.
   if (!client.begun) Leave(client);
   client.name = name;
   client.team = team;
+  client.bot = bot;
+  if (team == Team::kRed || team == Team::kBlue) PlayInTeams();
   if (client.entrant != kNobody) {
     Entrant& entrant = game_.entrants[client.entrant];
     if (entrant.name != name) entrant.name = name;
+    entrant.bot = bot;
   }
   if (!client.begun) return;
   if (team == Team::kSpectator) {
@@ -112,13 +116,9 @@ void GameBuilder::Userinfo(std::size_t slot, std::string_view name, Team team) {
 
 void GameBuilder::Connect(std::size_t slot) { Leave(slots_[slot]); }
 
-void GameBuilder::Disconnect(std::size_t slot) {
-  Leave(slots_[slot]);
-  if (!game_.complete && !IsTeamGame(game_.type)) FindLead();
-}
+void GameBuilder::Disconnect(std::size_t slot) { Leave(slots_[slot]); }
 
 void GameBuilder::Begin(std::size_t slot) {
-  if (frozen_) return;
   Slot& client = slots_[slot];
   client.begun = true;
   if (client.team == Team::kSpectator) {
@@ -126,10 +126,18 @@ void GameBuilder::Begin(std::size_t slot) {
     client.begun = true;
     return;
   }
-  if (game_.complete) return;
+  if (frozen_ || game_.complete) return;
   StartPlaying(slot);
   FiguresOf(client.entrant).score = 0;
-  if (!IsTeamGame(game_.type)) FindLead();
+  FindLead();
+}
+
+void GameBuilder::PlayInTeams() {
+  if (game_.teams || game_.type < 8) return;
+  game_.teams = true;
+  // Who led alone until now led nothing that counts.
+  game_.lead.clear();
+  leader_ = kNobody;
 }
 
 void GameBuilder::StartPlaying(std::size_t slot) {
@@ -149,8 +157,10 @@ void GameBuilder::StopPlaying(Slot& slot) {
 void GameBuilder::Leave(Slot& slot) {
   StopPlaying(slot);
   if (slot.entrant != kNobody) left_[PlayerKey(slot.name)].push_back(slot.entrant);
+  const bool led = slot.entrant != kNobody;
   slot.entrant = kNobody;
   slot.begun = false;
+  if (led) FindLead();
 }
 
 std::uint32_t GameBuilder::EntrantIn(std::size_t slot) {
@@ -158,6 +168,7 @@ std::uint32_t GameBuilder::EntrantIn(std::size_t slot) {
   if (client.entrant == kNobody) {
     client.entrant = EntrantNamed(client.name);
     game_.entrants[client.entrant].team = client.team;
+    game_.entrants[client.entrant].bot = client.bot;
   }
   return client.entrant;
 }
@@ -193,7 +204,7 @@ void GameBuilder::Kill(std::size_t killerSlot, std::size_t victimSlot, std::uint
     if (killerSlot == victimSlot) {
       ++FiguresOf(victim).suicides;
       AddScore(victim, -1, victimTeam);
-    } else if (IsTeamGame(game_.type) && killerTeam == victimTeam &&
+    } else if (game_.teams && killerTeam == victimTeam &&
                (killerTeam == Team::kRed || killerTeam == Team::kBlue)) {
       event.teamKill = true;
       ++FiguresOf(killer).teamKills;
@@ -241,13 +252,13 @@ void GameBuilder::AddScore(std::uint32_t entrant, std::int32_t points, Team team
   std::int32_t& score = FiguresOf(entrant).score;
   score += points;
   if (game_.complete) return;
-  if (IsTeamGame(game_.type)) {
-    teamScores_[static_cast<std::size_t>(team)] += points;
+  teamScores_[static_cast<std::size_t>(team)] += points;
+  if (game_.teams) {
     UpdateTeamLead();
-  } else if (points > 0) {
+  } else if (points > 0 && game_.frags > 1) {
     if (score > leadScore_) SetLead(entrant, score);
     if (score == leadScore_ && leader_ != entrant) SetLead(kNobody, score);
-  } else if (leader_ == entrant || (leader_ == kNobody && score + 1 == leadScore_)) {
+  } else if (points > 0 || leader_ == entrant || (leader_ == kNobody && score + 1 == leadScore_)) {
     FindLead();
   }
 }
@@ -256,10 +267,13 @@ void GameBuilder::UpdateTeamLead() {
   const std::int32_t red = teamScores_[static_cast<std::size_t>(Team::kRed)];
   const std::int32_t blue = teamScores_[static_cast<std::size_t>(Team::kBlue)];
   const Team team = red > blue ? Team::kRed : Team::kBlue;
+  // Before the first frag nobody leads; and frags tell nothing where flags decide.
+  if (game_.frags == 0 || !ScoresAreFrags(game_.type)) return;
   SetLead(red == blue ? kNobody : static_cast<std::uint32_t>(team), std::max(red, blue));
 }
 
 void GameBuilder::FindLead() {
+  if (game_.teams || game_.complete) return;
   std::uint32_t leader = kNobody;
   std::int32_t best = std::numeric_limits<std::int32_t>::min();
   for (const Slot& slot : slots_) {
@@ -268,8 +282,8 @@ void GameBuilder::FindLead() {
     if (score >= best) leader = score == best ? kNobody : slot.entrant;
     best = std::max(best, score);
   }
-  // Before anyone has scored nobody leads.
-  const bool started = game_.kills > 0 && best != std::numeric_limits<std::int32_t>::min();
+  // Before the first frag nobody leads.
+  const bool started = game_.frags > 0 && best != std::numeric_limits<std::int32_t>::min();
   SetLead(started ? leader : kNobody, started ? best : 0);
 }
 
@@ -291,8 +305,24 @@ void GameBuilder::Warmup() {
   frozen_ = true;
 }
 
+bool GameBuilder::Round() {
+  if (!frozen_ || game_.complete) return false;
+  frozen_ = false;
+  const bool begins = game_.warmup;
+  game_.warmup = false;
+  if (begins) {
+    firstStamp_ = lastStamp_;
+    clock_ = 0;
+  }
+  for (std::size_t slot = 0; slot < kSlots; ++slot) {
+    if (slots_[slot].begun && slots_[slot].team != Team::kSpectator) StartPlaying(slot);
+  }
+  return begins;
+}
+
 void GameBuilder::Exit(std::string_view reason) {
   if (game_.complete) return;
+  game_.length = SecondsSinceStart();
   for (Slot& slot : slots_) StopPlaying(slot);
   MarkStayed();
   game_.complete = true;
@@ -306,7 +336,9 @@ void GameBuilder::MarkStayed() {
 }
 
 void GameBuilder::TeamScores(std::int32_t red, std::int32_t blue) {
-  if (!game_.complete || !IsTeamGame(game_.type)) return;
+  if (!game_.complete) return;
+  PlayInTeams();
+  if (!game_.teams) return;
   game_.hasTeamScores = true;
   game_.redScore = red;
   game_.blueScore = blue;
@@ -320,20 +352,38 @@ void GameBuilder::Score(std::size_t slot, std::int32_t score) {
   live_[entrant].scoreGiven = true;
 }
 
+/// A win needs an opponent: a team of which nobody was there is none.
+Team GameBuilder::WinningTeam() const {
+  if (!game_.hasTeamScores && !ScoresAreFrags(game_.type)) return Team::kFree;
+  if (game_.redScore == game_.blueScore) return Team::kFree;
+  const auto isThere = [&](Team team) {
+    return std::any_of(game_.entrants.begin(), game_.entrants.end(),
+                       [team](const Entrant& entrant) { return entrant.team == team; });
+  };
+  if (!isThere(Team::kRed) || !isThere(Team::kBlue)) return Team::kFree;
+  return game_.redScore > game_.blueScore ? Team::kRed : Team::kBlue;
+}
+
 void GameBuilder::SettleWinners() {
-  if (!IsTeamGame(game_.type)) {
-    for (Entrant& entrant : game_.entrants) entrant.winner = entrant.place == 1;
+  if (!game_.teams) {
+    const bool opposed = game_.entrants.size() > 1;
+    for (Entrant& entrant : game_.entrants) entrant.winner = opposed && entrant.place == 1;
     return;
   }
-  if (!game_.hasTeamScores) {
+  if (!game_.hasTeamScores && ScoresAreFrags(game_.type)) {
     game_.redScore = teamScores_[static_cast<std::size_t>(Team::kRed)];
     game_.blueScore = teamScores_[static_cast<std::size_t>(Team::kBlue)];
   }
-  if (game_.redScore == game_.blueScore) return;
-  const Team winner = game_.redScore > game_.blueScore ? Team::kRed : Team::kBlue;
+  game_.winningTeam = WinningTeam();
+  if (game_.winningTeam == Team::kFree) return;
   for (Entrant& entrant : game_.entrants) {
-    entrant.winner = entrant.stayed && entrant.team == winner;
+    entrant.winner = entrant.stayed && entrant.team == game_.winningTeam;
   }
+}
+
+std::uint32_t GameBuilder::SecondsSinceStart() const {
+  const bool straight = lastStamp_ >= firstStamp_;
+  return WholeSeconds(straight ? lastStamp_ - firstStamp_ : clock_);
 }
 
 Game GameBuilder::Close() {
@@ -342,8 +392,7 @@ Game GameBuilder::Close() {
   if (!game_.complete) {
     for (Entrant& entrant : game_.entrants) entrant.stayed = true;
   }
-  const bool straight = lastStamp_ >= firstStamp_;
-  game_.length = WholeSeconds(straight ? lastStamp_ - firstStamp_ : clock_);
+  if (!game_.complete) game_.length = SecondsSinceStart();
   game_.pairs = pairs_.Take();
   MoveIndices(game_, SortEntrants(game_.entrants));
   SortPairs(game_.pairs);

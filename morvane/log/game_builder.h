@@ -31,7 +31,7 @@ class GameBuilder {
   void SetClock(std::int64_t tenths);
 
   /// A client has this name and team now. The name must live until the game is closed.
-  void Userinfo(std::size_t slot, std::string_view name, Team team);
+  void Userinfo(std::size_t slot, std::string_view name, Team team, bool bot);
   void Connect(std::size_t slot);
   void Begin(std::size_t slot);
   void Disconnect(std::size_t slot);
@@ -39,6 +39,8 @@ class GameBuilder {
   void TakeItem(std::size_t slot, std::uint16_t item);
   /// From here on nothing counts; a game without a kill until then is a warm-up as a whole.
   void Warmup();
+  /// Ends a warm-up. True: the game begins only now, and not at its opening.
+  bool Round();
   void Exit(std::string_view reason);
   void TeamScores(std::int32_t red, std::int32_t blue);
   /// The game's own score of a client, given after Exit.
@@ -54,6 +56,7 @@ class GameBuilder {
   struct Slot {
     std::string_view name;
     Team team = Team::kFree;
+    bool bot = false;
     bool begun = false;
     std::uint32_t entrant = kNobody;
     std::int64_t playingSince = -1;  // on clock_; -1: not playing
@@ -71,6 +74,7 @@ class GameBuilder {
   void StartPlaying(std::size_t slot);
   void StopPlaying(Slot& slot);
   void MarkStayed();
+  void PlayInTeams();
   void Frag(std::uint32_t killer, std::uint32_t victim, std::uint16_t weapon, Team team);
   void Die(std::uint32_t victim, std::uint16_t weapon);
   void AddScore(std::uint32_t entrant, std::int32_t points, Team team);
@@ -78,7 +82,8 @@ class GameBuilder {
   void FindLead();
   void SetLead(std::uint32_t leader, std::int32_t score);
   Figures& FiguresOf(std::uint32_t entrant) { return game_.entrants[entrant].figures; }
-  std::uint32_t SecondsPlayed() const;
+  std::uint32_t SecondsSinceStart() const;
+  Team WinningTeam() const;
   void SettleWinners();
 
   bool keepEvents_;

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cstring>
+#include <ctime>
 #include <optional>
 #include <thread>
 #include <utility>
@@ -109,6 +111,36 @@ bool IsKey(std::string_view key, std::string_view name) {
   return key.size() == name.size() && text::SameName(key, name);
 }
 
+/// "20190304173140", local time as the server's, as seconds since 1970; 0 where it is none.
+std::int64_t DateFrom(std::string_view text) {
+  constexpr std::array<std::size_t, 6> kDigits = {4, 2, 2, 2, 2, 2};
+  std::array<int, 6> parts{};
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    const std::string_view digits = text.substr(0, kDigits[i]);
+    if (digits.size() < kDigits[i] || digits.find_first_not_of("0123456789") != digits.npos) {
+      return 0;
+    }
+    for (const char digit : digits) parts[i] = parts[i] * 10 + (digit - '0');
+    text.remove_prefix(kDigits[i]);
+  }
+  const auto [year, month, day, hour, minute, second] = parts;
+  const auto date = std::chrono::year(year) / month / day;
+  if (!date.ok() || hour > 23 || minute > 59 || second > 60) return 0;
+  std::tm time = {};
+  time.tm_year = year - 1900;
+  time.tm_mon = month - 1;
+  time.tm_mday = day;
+  time.tm_hour = hour;
+  time.tm_min = minute;
+  time.tm_sec = second;
+  time.tm_isdst = -1;
+  return std::max<std::int64_t>(0, std::mktime(&time));
+}
+
+// Stamps: 0:00, and one that lies before another by more than the odd tenth that a mod is off.
+bool IsZero(std::int64_t tenths) { return tenths < 10; }
+bool IsLower(std::int64_t tenths, std::int64_t before) { return tenths + 10 < before; }
+
 Team TeamFrom(std::string_view value) {
   const bool known = value.size() == 1 && value[0] >= '0' && value[0] <= '3';
   return known ? static_cast<Team>(value[0] - '0') : Team::kFree;
@@ -132,6 +164,7 @@ class Parser {
   bool TakeClient(std::string_view text);
   bool TakeEnd(std::string_view text);
   bool OpenGame(std::string_view text, const LogLine& line);
+  void ServerTime(std::string_view text);
   void CloseGame(std::size_t end);
   void Kill(std::string_view text);
   /// The number of "MOD_NAME ..."; Names::kUnknown where it begins with no name.
@@ -147,7 +180,8 @@ class Parser {
   GameBuilder game_;
   ParsedLog log_;
   std::size_t size_;
-  std::int64_t openedAt_ = 0;  // on the log's clock
+  GameTime time_;             // of the open game; its date is that of `datedAt_`
+  std::int64_t datedAt_ = 0;  // on the log's clock
   std::size_t openStart_ = 0;
   std::size_t openLine_ = 0;
 };
@@ -183,12 +217,18 @@ void Parser::TakeLine(std::string_view line) {
 }
 
 void Parser::SetClock(const LogLine& line) {
-  if (!log_.stamped) log_.firstStamp = log_.lastStamp = line.tenths;
+  const bool opens = line.text.starts_with("InitGame:");
+  if (!log_.stamped) {
+    log_.firstStamp = log_.lastStamp = line.tenths;
+    log_.beginsAnew = opens && IsZero(line.tenths);
+  } else if (IsLower(line.tenths, log_.lastStamp) || (opens && IsZero(line.tenths))) {
+    ++log_.runs;
+  }
   log_.stamped = true;
   if (line.tenths > log_.lastStamp) log_.clock += line.tenths - log_.lastStamp;
   log_.lastStamp = line.tenths;
   // The next game's first stamp is no part of the one before it.
-  if (game_.IsOpen() && !line.text.starts_with("InitGame:")) game_.SetClock(line.tenths);
+  if (game_.IsOpen() && !opens) game_.SetClock(line.tenths);
 }
 
 bool Parser::TakeText(const LogLine& line) {
@@ -235,6 +275,10 @@ bool Parser::TakeEnd(std::string_view text) {
     TeamScores(text);
   } else if (text.starts_with("Warmup:")) {
     game_.Warmup();
+  } else if (text.starts_with("InitRound:")) {
+    if (game_.Round()) time_.clock = log_.clock;
+  } else if (Take(text, "ServerTime:")) {
+    ServerTime(text);
   }
   return true;  // what is left is talk
 }
@@ -254,16 +298,26 @@ bool Parser::OpenGame(std::string_view text, const LogLine& line) {
     }
   }
   game_.Open(map, type, line.stamped, line.tenths);
-  openedAt_ = log_.clock;
+  time_ = {log_.clock, 0, log_.runs};
   openStart_ = reader_.LineStart();
   openLine_ = reader_.LineNumber() - 1;
   return true;
 }
 
+void Parser::ServerTime(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+  const std::int64_t date = DateFrom(text);
+  if (date == 0) return Damaged("server time");
+  if (time_.date != 0) return;
+  time_.date = date;
+  datedAt_ = log_.clock;
+}
+
 void Parser::CloseGame(std::size_t end) {
   log_.texts.push_back({openStart_, end});
   log_.games.push_back(game_.Close());
-  log_.games.back().start = openedAt_;
+  if (time_.date != 0) time_.date -= (datedAt_ - time_.clock) / 10;
+  log_.times.push_back(time_);
 }
 
 void Parser::Kill(std::string_view text) {
@@ -305,14 +359,16 @@ void Parser::Userinfo(std::string_view text) {
   Take(text, " ");
   std::optional<std::string_view> name;
   std::optional<Team> team;
+  bool bot = false;
   std::string_view key;
   std::string_view value;
-  while ((!name || !team) && TakePair(text, key, value)) {
+  while (TakePair(text, key, value)) {
     if (key == "n" && !name) name = value.substr(0, kLongestName);
     if (key == "t" && !team) team = TeamFrom(value);
+    if (key == "skill") bot = true;
   }
   if (!name) return Damaged("client");
-  game_.Userinfo(slot, *name, team.value_or(game_.TeamOf(slot)));
+  game_.Userinfo(slot, *name, team.value_or(game_.TeamOf(slot)), bot);
 }
 
 void Parser::Score(std::string_view text) {
@@ -421,10 +477,16 @@ void MoveTo(ParsedLog& stretch, std::size_t begin) {
 void Append(ParsedLog& log, ParsedLog&& next) {
   if (log.stamped && next.stamped) {
     log.clock += std::max<std::int64_t>(0, next.firstStamp - log.lastStamp);
+    if (next.beginsAnew || IsLower(next.firstStamp, log.lastStamp)) ++log.runs;
   }
+  for (GameTime time : next.times) {
+    time.clock += log.clock;
+    time.run += log.runs;
+    log.times.push_back(time);
+  }
+  log.runs += next.runs;
   if (log.games.empty()) log.strayLines += next.strayLines;
   log.texts.insert(log.texts.end(), next.texts.begin(), next.texts.end());
-  for (Game& game : next.games) game.start += log.clock;
   Renumber(next.games, next.vocabulary, log.vocabulary);
   log.games.insert(log.games.end(), std::make_move_iterator(next.games.begin()),
                    std::make_move_iterator(next.games.end()));
@@ -441,15 +503,39 @@ void Append(ParsedLog& log, ParsedLog&& next) {
   log.damaged += next.damaged;
   log.clock += next.clock;
   if (next.stamped) {
-    if (!log.stamped) log.firstStamp = next.firstStamp;
+    if (!log.stamped) {
+      log.firstStamp = next.firstStamp;
+      log.beginsAnew = next.beginsAnew;
+    }
     log.lastStamp = next.lastStamp;
     log.stamped = true;
   }
 }
 
 void SetStarts(ParsedLog& log, std::int64_t lastChange) {
-  for (Game& game : log.games) {
-    game.start = game.timed ? lastChange - (log.clock - game.start) / 10 : 0;
+  struct {
+    GameTime at;
+    Dated dated;
+  } anchor = {{log.clock, lastChange, log.runs}, Dated::kReckoned};
+  const auto start = [&](const GameTime& time) {
+    return anchor.at.date - (anchor.at.clock - time.clock) / 10;
+  };
+  for (std::size_t i = log.games.size(); i-- > 0;) {
+    Game& game = log.games[i];
+    const GameTime& time = log.times[i];
+    if (time.date != 0) anchor = {time, Dated::kKnown};
+    if (time.date == 0 && !game.timed) continue;
+    game.start = start(time);
+    game.dated = time.run == anchor.at.run ? anchor.dated : Dated::kNotAfter;
+  }
+  anchor.dated = Dated::kUnknown;
+  for (std::size_t i = 0; i < log.games.size(); ++i) {
+    Game& game = log.games[i];
+    const GameTime& time = log.times[i];
+    if (time.date != 0) anchor = {time, Dated::kKnown};
+    if (!game.timed || anchor.dated != Dated::kKnown || time.run != anchor.at.run) continue;
+    game.start = start(time);
+    game.dated = Dated::kKnown;
   }
 }
 

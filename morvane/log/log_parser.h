@@ -18,6 +18,13 @@ struct Note {
   std::string text;
 };
 
+/// When a game of a log was, as far as its stamps tell.
+struct GameTime {
+  std::int64_t clock = 0;  ///< of its start, in tenths of a second on ParsedLog::clock
+  std::int64_t date = 0;   ///< of its start, in seconds since 1970, where the log tells it; else 0
+  std::uint32_t run = 0;   ///< how often the stamps had begun anew by then
+};
+
 /// Where a game stands in a log, in bytes: from its "InitGame:" to its "ShutdownGame:" or, without
 /// that, to the next game or the end.
 struct GameText {
@@ -29,7 +36,8 @@ struct GameText {
 struct ParsedLog {
   static constexpr std::size_t kMostNotes = 20;
 
-  std::vector<Game> games;      ///< Game::start: tenths of a second on `clock`, until SetStarts
+  std::vector<Game> games;      ///< Game::start is not there until SetStarts
+  std::vector<GameTime> times;  ///< of `games`
   std::vector<GameText> texts;  ///< of `games`
   Vocabulary vocabulary;
   std::size_t lines = 0;
@@ -48,6 +56,8 @@ struct ParsedLog {
   std::int64_t firstStamp = 0;
   std::int64_t lastStamp = 0;
   bool stamped = false;
+  std::uint32_t runs = 0;   ///< how often the stamps began anew: lower, or at 0:00 for a game
+  bool beginsAnew = false;  ///< the first stamp is such a 0:00; not among `runs`
 };
 
 /// Reads a stretch of a log that begins at a line's start. Never fails: what is no line of the
@@ -61,8 +71,11 @@ void MoveTo(ParsedLog& stretch, std::size_t begin);
 /// Joins a log and the stretch that follows it directly.
 void Append(ParsedLog& log, ParsedLog&& next);
 
-/// Turns the starts of the games into seconds since 1970: the log was last changed at
-/// `lastChange`, and its stamps tell how long before that a game began.
+/// Sets the starts of the games. Where the log tells a date ("ServerTime:"), that holds, also for
+/// the games around it for as long as the stamps run on. Else the stamps tell how long before
+/// `lastChange`, when the log was last changed, a game began; but only since they last began anew:
+/// how much time lies before that nobody knows, so that games there were then or earlier. Games
+/// without stamps and date have no start.
 void SetStarts(ParsedLog& log, std::int64_t lastChange);
 
 /// Gives games, whose weapons and items have the numbers of `from`, the numbers of `to`. What that

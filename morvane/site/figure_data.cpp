@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "morvane/statistics/figures.h"
 #include "morvane/statistics/names.h"
 
 namespace morvane {
@@ -13,6 +14,10 @@ constexpr double kSecondsPerMinute = 60;
 
 double Per(double count, double units) { return units > 0 ? count / units : 0; }
 
+double KillsPerHour(const Player& player) {
+  return Per(player.timed.kills, player.timed.seconds / kSecondsPerHour);
+}
+
 void SetRival(Data& object, const char* name, const Rival& rival, const RivalLabel& label) {
   const std::string prefix = name;
   const bool known = rival.index != kNobody && rival.count > 0;
@@ -21,10 +26,12 @@ void SetRival(Data& object, const char* name, const Rival& rival, const RivalLab
   Set(object, (prefix + "_kills").c_str(), known ? rival.count : 0U);
 }
 
-/// One figure by a unit: kills_per_game, kills_per_hour and so on.
+/// One figure by a unit: kills_per_game, kills_per_hour and so on; not there for 0 units.
+template <class Figures>
 void SetRates(Data& object, const char* unit, const Figures& figures, double units) {
   const auto set = [&](const char* what, double count) {
-    SetDecimal(object, (std::string(what) + "_per_" + unit).c_str(), Per(count, units));
+    const std::string name = std::string(what) + "_per_" + unit;
+    SetOptional(object, name.c_str(), units > 0 ? Fixed(count / units, 2) : std::string());
   };
   set("kills", figures.kills);
   set("deaths", figures.deaths);
@@ -60,40 +67,83 @@ void SetBars(Data& object, const Player& player, const Highest& highest) {
   SetPercent(object, "games_percent", player.games, highest.games);
   SetPercent(object, "kills_per_game_percent", Per(figures.kills, player.games),
              highest.killsPerGame);
-  SetPercent(object, "kills_per_hour_percent",
-             Per(figures.kills, figures.seconds / kSecondsPerHour), highest.killsPerHour);
+  SetPercent(object, "kills_per_hour_percent", KillsPerHour(player), highest.killsPerHour);
 }
 
-void SetSeen(Data& object, const SiteFacts& facts, std::int64_t first, std::int64_t last) {
-  SetOptional(object, "first_seen", facts.time.Text(first));
-  SetOptional(object, "last_seen", facts.time.Text(last));
-  Set(object, "first_seen_seconds", first);
-  Set(object, "last_seen_seconds", last);
+void SetSeen(Data& object, const SiteFacts& facts, const Seen& seen) {
+  SetTime(object, facts, "first_seen", seen.first, seen.firstDated);
+  SetTime(object, facts, "last_seen", seen.last, seen.lastDated);
 }
 
 std::string WeaponName(const SiteFacts& facts, std::uint16_t weapon) {
   return PageText(WeaponTitle(facts.statistics.vocabulary.weapons[weapon]));
 }
 
-Data WeaponRow(const SiteFacts& facts, const WeaponUse& use, double mostKills, double mostDeaths,
-               double allKills) {
-  Data row;
-  Set(row, "name", WeaponName(facts, use.weapon));
-  Set(row, "kills", use.kills);
-  Set(row, "deaths", use.deaths);
-  SetPercent(row, "kills_percent", use.kills, mostKills);
-  SetPercent(row, "deaths_percent", use.deaths, mostDeaths);
-  SetPercent(row, "share", use.kills, allKills);
-  return row;
+/// Of a weapon and its splash as one.
+std::string JoinedName(const SiteFacts& facts, std::uint16_t weapon) {
+  return PageText(WeaponTitle(WithoutSplash(facts.statistics.vocabulary.weapons[weapon])));
+}
+
+/// What the rows of a list of weapons are measured against.
+struct WeaponSums {
+  double allKills = 0;
+  double mostKills = 0;
+  double mostDeaths = 0;
+};
+
+WeaponSums SumsOf(const std::vector<WeaponUse>& weapons) {
+  WeaponSums sums;
+  for (const WeaponUse& use : weapons) {
+    sums.allKills += use.kills;
+    sums.mostKills = std::max<double>(sums.mostKills, use.kills);
+    sums.mostDeaths = std::max<double>(sums.mostDeaths, use.deaths);
+  }
+  return sums;
+}
+
+Data WeaponRows(const SiteFacts& facts, const std::vector<WeaponUse>& weapons,
+                std::string (*name)(const SiteFacts&, std::uint16_t)) {
+  const WeaponSums sums = SumsOf(weapons);
+  Data rows = List(weapons.size());
+  for (const WeaponUse& use : weapons) {
+    Data row;
+    Set(row, "name", name(facts, use.weapon));
+    Set(row, "kills", use.kills);
+    Set(row, "deaths", use.deaths);
+    SetPercent(row, "kills_percent", use.kills, sums.mostKills);
+    SetPercent(row, "deaths_percent", use.deaths, sums.mostDeaths);
+    SetPercent(row, "share", use.kills, sums.allKills);
+    Append(rows, std::move(row));
+  }
+  return rows;
 }
 
 }  // namespace
+
+void SetDuration(Data& object, std::int64_t seconds, bool isKnown) {
+  SetOptional(object, "time", isKnown ? Duration(seconds) : std::string());
+  Set(object, "seconds", seconds);
+}
+
+void SetTime(Data& object, const SiteFacts& facts, const std::string& name, std::int64_t seconds,
+             Dated dated) {
+  SetOptional(object, name.c_str(), facts.time.Text(seconds));
+  Set(object, (name + "_seconds").c_str(), seconds);
+  SetFlag(object, (name + "_reckoned").c_str(), dated == Dated::kReckoned);
+  SetFlag(object, (name + "_not_after").c_str(), dated == Dated::kNotAfter);
+}
+
+std::string FavouriteWeapon(const SiteFacts& facts, const std::vector<WeaponUse>& weapons) {
+  const std::vector<WeaponUse> joined = JoinSplash(weapons, facts.splashOf);
+  const bool any = !joined.empty() && joined.front().kills > 0;
+  return any ? JoinedName(facts, joined.front().weapon) : std::string();
+}
 
 double Ratio(const Figures& figures) {
   return static_cast<double>(figures.kills) / std::max(figures.deaths, 1U);
 }
 
-void SetFigures(Data& object, const SiteFacts& facts, const Figures& figures,
+void SetFigures(Data& object, const SiteFacts& facts, const Figures& figures, bool isTimed,
                 const RivalLabel& rival) {
   Set(object, "kills", figures.kills);
   Set(object, "deaths", figures.deaths);
@@ -104,31 +154,18 @@ void SetFigures(Data& object, const SiteFacts& facts, const Figures& figures,
   Set(object, "net", std::int64_t{figures.kills} - figures.deaths);
   SetDecimal(object, "ratio", Ratio(figures));
   SetPercent(object, "efficiency", figures.kills, double{1.0} * figures.kills + figures.deaths);
-  Set(object, "time", Duration(figures.seconds));
-  Set(object, "seconds", figures.seconds);
+  SetDuration(object, figures.seconds, isTimed);
   Set(object, "items_taken", figures.items);
   Set(object, "kill_streak", figures.killStreak);
   Set(object, "death_streak", figures.deathStreak);
-  SetOptional(object, "weapon",
-              figures.favouriteWeapon == kNoWeapon ? std::string()
-                                                   : WeaponName(facts, figures.favouriteWeapon));
+  SetOptional(object, "weapon", FavouriteWeapon(facts, figures.weapons));
   SetRival(object, "nemesis", figures.nemesis, rival);
   SetRival(object, "victim", figures.favouriteVictim, rival);
 }
 
 void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>& weapons,
              const std::vector<ItemCount>& items) {
-  double kills = 0;
-  WeaponUse most;
-  for (const WeaponUse& use : weapons) {
-    kills += use.kills;
-    most.kills = std::max(most.kills, use.kills);
-    most.deaths = std::max(most.deaths, use.deaths);
-  }
-  Data weaponRows = List(weapons.size());
-  for (const WeaponUse& use : weapons) {
-    Append(weaponRows, WeaponRow(facts, use, most.kills, most.deaths, kills));
-  }
+  const std::vector<WeaponUse> joined = JoinSplash(weapons, facts.splashOf);
   Data itemRows = List(items.size());
   for (const ItemCount& item : items) {
     Data row;
@@ -139,7 +176,9 @@ void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>&
   }
   SetFlag(object, "has_weapons", !weapons.empty());
   SetFlag(object, "has_items", !items.empty());
-  SetData(object, "weapons", std::move(weaponRows));
+  SetFlag(object, "has_splash", joined.size() < weapons.size());
+  SetData(object, "weapons", WeaponRows(facts, weapons, WeaponName));
+  SetData(object, "joined_weapons", WeaponRows(facts, joined, JoinedName));
   SetData(object, "items", std::move(itemRows));
 }
 
@@ -153,8 +192,7 @@ Highest HighestOf(const std::vector<Player>& players) {
     highest.seconds = std::max<double>(highest.seconds, figures.seconds);
     highest.games = std::max<double>(highest.games, player.games);
     highest.killsPerGame = std::max(highest.killsPerGame, Per(figures.kills, player.games));
-    highest.killsPerHour =
-        std::max(highest.killsPerHour, Per(figures.kills, figures.seconds / kSecondsPerHour));
+    highest.killsPerHour = std::max(highest.killsPerHour, KillsPerHour(player));
   }
   return highest;
 }
@@ -166,14 +204,14 @@ Data PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<P
   SetFlag(row, "ranked", player.ranked);
   SetOptional(row, "rank", player.ranked ? std::to_string(player.rank) : std::string());
   Set(row, "rating", Rating(facts, player));
-  SetFigures(row, facts, player.figures, [&](std::uint32_t index) -> const Label& {
-    return facts.PlayerLabel(rivals[index].player);
-  });
+  SetFigures(
+      row, facts, player.figures, player.timed.games > 0,
+      [&](std::uint32_t index) -> const Label& { return facts.PlayerLabel(rivals[index].player); });
   SetRates(row, "game", player.figures, player.games);
-  SetRates(row, "hour", player.figures, player.figures.seconds / kSecondsPerHour);
-  SetRates(row, "minute", player.figures, player.figures.seconds / kSecondsPerMinute);
+  SetRates(row, "hour", player.timed, player.timed.seconds / kSecondsPerHour);
+  SetRates(row, "minute", player.timed, player.timed.seconds / kSecondsPerMinute);
   SetGames(row, player);
-  SetSeen(row, facts, player.firstSeen, player.lastSeen);
+  SetSeen(row, facts, player.seen);
   SetBars(row, player, highest);
   return row;
 }
@@ -190,14 +228,14 @@ Data PlayerList(const SiteFacts& facts, const std::vector<Player>& players) {
 Data SummaryData(const SiteFacts& facts, const Summary& summary) {
   Data object;
   Set(object, "games", Grouped(summary.games));
-  Set(object, "time", Duration(summary.seconds));
+  SetOptional(object, "time", summary.timedGames > 0 ? Duration(summary.seconds) : std::string());
   Set(object, "kills", Grouped(summary.kills));
   Set(object, "deaths", Grouped(summary.deaths));
   Set(object, "suicides", Grouped(summary.suicides));
   Set(object, "team_kills", Grouped(summary.teamKills));
   Set(object, "world_deaths", Grouped(summary.worldDeaths));
   Set(object, "items", Grouped(summary.items));
-  SetSeen(object, facts, summary.firstSeen, summary.lastSeen);
+  SetSeen(object, facts, summary.seen);
   return object;
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "morvane/site/site_facts.h"
@@ -10,12 +12,24 @@ namespace morvane {
 /// The label of an opponent, by the index that a Rival holds.
 using RivalLabel = std::function<const Label&(std::uint32_t)>;
 
-/// Sets the variables of kills, deaths, time, streaks, favourites and so on.
-void SetFigures(Data& object, const SiteFacts& facts, const Figures& figures,
+/// Sets the variables of kills, deaths, time, streaks, favourites and so on. `isTimed`: the time
+/// played is known.
+void SetFigures(Data& object, const SiteFacts& facts, const Figures& figures, bool isTimed,
                 const RivalLabel& rival);
 
-/// Sets the lists `weapons` and `items` of one who has figures, or of a summary, and whether they
-/// hold anything.
+/// Sets `time` and `seconds`; a time that is not known is not there.
+void SetDuration(Data& object, std::int64_t seconds, bool isKnown);
+
+/// Sets a point of time: the variable NAME, which is not there when it is not known,
+/// NAME_seconds, and the flags that tell how well it is known.
+void SetTime(Data& object, const SiteFacts& facts, const std::string& name, std::int64_t seconds,
+             Dated dated);
+
+/// The weapon with most kills, splash included; empty without kills.
+std::string FavouriteWeapon(const SiteFacts& facts, const std::vector<WeaponUse>& weapons);
+
+/// Sets the lists `weapons`, `joined_weapons` and `items` of one who has figures, or of a summary,
+/// and whether they hold anything.
 void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>& weapons,
              const std::vector<ItemCount>& items);
 

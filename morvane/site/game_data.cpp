@@ -29,23 +29,24 @@ std::string_view TeamName(Team team) {
 
 /// Who won, as HTML; empty for a draw or a game without players.
 std::string WinnerHtml(const SiteFacts& facts, const Game& game) {
-  if (IsTeamGame(game.type)) {
-    if (!game.hasTeamScores || game.redScore == game.blueScore) return {};
-    return game.redScore > game.blueScore ? "Red" : "Blue";
+  if (game.teams) {
+    if (game.winningTeam == Team::kFree) return {};
+    return game.winningTeam == Team::kRed ? "Red" : "Blue";
   }
   const auto winners = std::count_if(game.entrants.begin(), game.entrants.end(),
-                                     [](const Entrant& entrant) { return entrant.winner; });
+                                     [](const Entrant& entrant) { return entrant.playerWon; });
   if (winners != 1) return {};
   const auto winner = std::find_if(game.entrants.begin(), game.entrants.end(),
-                                   [](const Entrant& entrant) { return entrant.winner; });
+                                   [](const Entrant& entrant) { return entrant.playerWon; });
   return facts.EntrantLabel(*winner).link;
 }
 
 void SetTeams(Data& row, const Game& game) {
-  SetFlag(row, "team_game", IsTeamGame(game.type));
+  SetFlag(row, "team_game", game.teams);
   SetFlag(row, "has_team_scores", game.hasTeamScores);
-  Set(row, "red_score", game.redScore);
-  Set(row, "blue_score", game.blueScore);
+  const bool isKnown = game.hasTeamScores || (game.teams && ScoresAreFrags(game.type));
+  SetOptional(row, "red_score", isKnown ? std::to_string(game.redScore) : std::string());
+  SetOptional(row, "blue_score", isKnown ? std::to_string(game.blueScore) : std::string());
 }
 
 /// Steps of the lead's timeline get their colours in the order in which they first lead.
@@ -68,10 +69,10 @@ class Tones {
 using Labels = std::vector<Label>;
 
 Label LeaderLabel(const Labels& labels, const Game& game, std::uint32_t leader) {
-  if (leader == kNobody) return {"Tie", "Tie", {}, "Tie"};
-  if (!IsTeamGame(game.type)) return labels[leader];
+  if (leader == kNobody) return {"Tie", "Tie", {}, "Tie", false};
+  if (!game.teams) return labels[leader];
   const std::string name = static_cast<Team>(leader) == Team::kRed ? "Red" : "Blue";
-  return {name, name, {}, name};
+  return {name, name, {}, name, false};
 }
 
 /// What a leader held the lead for in all.
@@ -105,12 +106,12 @@ Data LeadStep(const Labels& labels, const Game& game, const LeadChange& change, 
 void SetLead(Data& object, const Labels& labels, const Game& game) {
   Data steps = List(game.lead.size());
   std::vector<Reign> reigns;
-  Tones tones(IsTeamGame(game.type));
+  Tones tones(game.teams);
   for (std::size_t i = 0; i < game.lead.size() && game.timed; ++i) {
     const LeadChange& change = game.lead[i];
     const std::uint32_t next = i + 1 < game.lead.size() ? game.lead[i + 1].second : game.length;
     const std::uint32_t end = std::clamp(next, change.second, std::max(game.length, change.second));
-    if (end == change.second) continue;
+    if (end == change.second || change.leader == kLeftOut) continue;
     Data step = LeadStep(labels, game, change, end);
     Set(step, "tone", tones.Of(change.leader));
     Append(steps, std::move(step));
@@ -139,7 +140,7 @@ Data EntrantRow(const SiteFacts& facts, const Game& game, const Labels& labels, 
   Data row;
   SetLabel(row, labels[index]);
   SetPlace(row, entrant);
-  SetFigures(row, facts, entrant.figures,
+  SetFigures(row, facts, entrant.figures, game.timed,
              [&](std::uint32_t rival) -> const Label& { return labels[rival]; });
   SetUses(row, facts, entrant.figures.weapons, entrant.figures.itemCounts);
   SetPercent(row, "kills_percent", entrant.figures.kills, most.kills);
@@ -223,8 +224,7 @@ Data GameRow(const SiteFacts& facts, std::uint32_t index) {
   Set(row, "map_link", map.link);
   Set(row, "type", PageText(GameTypeName(game.type)));
   Set(row, "type_number", game.type);
-  SetOptional(row, "start", facts.time.Text(game.start));
-  Set(row, "start_seconds", game.start);
+  SetTime(row, facts, "start", game.start, game.dated);
   SetOptional(row, "length", game.timed ? Duration(game.length) : std::string());
   Set(row, "seconds", game.length);
   SetFlag(row, "complete", game.complete);
@@ -241,6 +241,8 @@ Data GameData(const SiteFacts& facts, std::uint32_t index) {
   const Game& game = facts.statistics.games[index];
   const Labels labels = LabelsOf(facts, game);
   Data object = GameRow(facts, index);
+  SetFlag(object, "has_reckoned", game.dated == Dated::kReckoned);
+  SetFlag(object, "has_not_after", game.dated == Dated::kNotAfter);
   SetFlag(object, "has_players", !game.entrants.empty());
   SetData(object, "players", Entrants(facts, game, labels));
   SetData(object, "kill_table", GameTable(facts, game, labels));

@@ -27,20 +27,12 @@ Most MostOf(const std::vector<Map>& maps) {
   return most;
 }
 
-/// The weapon with most kills; empty where nobody killed.
-std::string FavouriteWeapon(const SiteFacts& facts, const Map& map) {
-  const std::vector<WeaponUse>& weapons = map.summary.weapons;
-  if (weapons.empty() || weapons.front().kills == 0) return {};
-  return PageText(WeaponTitle(facts.statistics.vocabulary.weapons[weapons.front().weapon]));
-}
-
 Data MapRow(const SiteFacts& facts, std::uint32_t index, const Most& most) {
   const Map& map = facts.statistics.maps[index];
   Data row;
   SetLabel(row, facts.MapLabel(index));
   Set(row, "games_played", map.summary.games);
-  Set(row, "time", Duration(map.summary.seconds));
-  Set(row, "seconds", map.summary.seconds);
+  SetDuration(row, map.summary.seconds, map.summary.timedGames > 0);
   Set(row, "kills", map.summary.kills);
   Set(row, "deaths", map.summary.deaths);
   Set(row, "suicides", map.summary.suicides);
@@ -48,12 +40,11 @@ Data MapRow(const SiteFacts& facts, std::uint32_t index, const Most& most) {
   Set(row, "player_count", map.players.size());
   SetPercent(row, "games_percent", map.summary.games, most.games);
   SetPercent(row, "kills_percent", map.summary.kills, most.kills);
-  SetOptional(row, "weapon", FavouriteWeapon(facts, map));
+  SetOptional(row, "weapon", FavouriteWeapon(facts, map.summary.weapons));
   SetOptional(
       row, "best_link",
       map.players.empty() ? std::string() : facts.PlayerLabel(map.players.front().player).link);
-  SetOptional(row, "last_seen", facts.time.Text(map.summary.lastSeen));
-  Set(row, "last_seen_seconds", map.summary.lastSeen);
+  SetTime(row, facts, "last_seen", map.summary.seen.last, map.summary.seen.lastDated);
   return row;
 }
 

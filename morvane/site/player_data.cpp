@@ -78,8 +78,7 @@ Data MapsPlayed(const SiteFacts& facts, std::uint32_t player) {
     Set(row, "suicides", there.figures.suicides);
     Set(row, "score", there.figures.score);
     SetDecimal(row, "ratio", Ratio(there.figures));
-    Set(row, "time", Duration(there.figures.seconds));
-    Set(row, "seconds", there.figures.seconds);
+    SetDuration(row, there.figures.seconds, there.timed.games > 0);
     Append(list, std::move(row));
   }
   return list;

@@ -123,10 +123,12 @@ std::vector<std::uint32_t> AllGames(const Statistics& statistics) {
   return games;
 }
 
-/// The players whom the overall kill tables show, as indices: the first of all.
+/// How many of the players, the first ones, the overall kill tables show. Where nobody is ranked
+/// nobody is left out.
 std::size_t TablePlayers(const SiteFacts& facts) {
   const Statistics& statistics = facts.statistics;
-  return statistics.limits.limitOverallKillTables ? statistics.ranked : statistics.players.size();
+  const bool limited = statistics.limits.limitOverallKillTables && statistics.ranked > 0;
+  return limited ? statistics.ranked : statistics.players.size();
 }
 
 Data KillTable(const SiteFacts& facts) {
@@ -150,7 +152,7 @@ Data WeaponTable(const SiteFacts& facts,
     if (count(use) == 0) continue;
     columnOf[use.weapon] = table.columns.size();
     const std::string name = PageText(WeaponTitle(statistics.vocabulary.weapons[use.weapon]));
-    table.columns.push_back({name, EscapeHtml(name), {}, EscapeHtml(name)});
+    table.columns.push_back({name, EscapeHtml(name), {}, EscapeHtml(name), false});
   }
   const std::size_t shown = std::min(TablePlayers(facts), kTopPlayers);
   table.more = TablePlayers(facts) - shown;
@@ -212,7 +214,7 @@ struct RecordKind {
 };
 
 double KillsPerMinute(const Player& player) {
-  return player.figures.seconds == 0 ? 0 : 60.0 * player.figures.kills / player.figures.seconds;
+  return player.timed.seconds == 0 ? 0 : 60.0 * player.timed.kills / player.timed.seconds;
 }
 
 constexpr std::array<RecordKind, 8> kRecords = {{
@@ -271,6 +273,14 @@ void DefineCounts(SharedData& shared, const SiteFacts& facts) {
   shared.Define("has_players", [=] { return Data(players > 0); });
   shared.Define("player_count", [=] { return CountText(players); });
   shared.Define("ranked_count", [&] { return CountText(statistics.ranked); });
+  shared.Define("nobody_ranked",
+                [=, ranked = statistics.ranked] { return Data(players > 0 && ranked == 0); });
+  const auto anyGame = [&statistics](Dated dated) {
+    return Data(std::ranges::any_of(statistics.games,
+                                    [=](const Game& game) { return game.dated == dated; }));
+  };
+  shared.Define("has_reckoned", [=] { return anyGame(Dated::kReckoned); });
+  shared.Define("has_not_after", [=] { return anyGame(Dated::kNotAfter); });
   shared.Define("map_count", [&] { return CountText(statistics.maps.size()); });
   shared.Define("game_count", [&] { return CountText(statistics.games.size()); });
   shared.Define("games_found", [&] { return CountText(statistics.gamesFound); });
@@ -302,6 +312,8 @@ void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
   shared.Define("has_items", [&] { return Data(!statistics.summary.itemCounts.empty()); });
   shared.Define("weapons", [&] { return Uses(facts, "weapons"); });
   shared.Define("items", [&] { return Uses(facts, "items"); });
+  shared.Define("has_splash", [&] { return Uses(facts, "has_splash"); });
+  shared.Define("joined_weapons", [&] { return Uses(facts, "joined_weapons"); });
   shared.Define("kill_table", [&] { return KillTable(facts); });
   shared.Define("weapon_table",
                 [&] { return WeaponTable(facts, [](const WeaponUse& use) { return use.kills; }); });

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "morvane/site/palette.h"
+#include "morvane/statistics/figures.h"
 #include "morvane/statistics/names.h"
 #include "text/text.h"
 
@@ -15,7 +16,7 @@ std::string LinkHtml(const Label& label) {
 }
 
 Label MakeLabel(std::string text, std::string html, std::string page) {
-  Label label{std::move(text), std::move(html), std::move(page), {}};
+  Label label{std::move(text), std::move(html), std::move(page), {}, false};
   label.link = LinkHtml(label);
   return label;
 }
@@ -28,6 +29,7 @@ SiteFacts::SiteFacts(const SiteSettings& theSettings, const Statistics& theStati
       statistics(theStatistics),
       time(theSettings.timeFormat),
       pages(theStatistics, theSettings.fileExtension),
+      splashOf(SplashOf(theStatistics.vocabulary.weapons)),
       games_(theStatistics.players.size()),
       playerMaps_(theStatistics.players.size()),
       deathPairs_(theStatistics.players.size()) {
@@ -60,6 +62,7 @@ void SiteFacts::LabelPlayers(const SiteTemplates& templates) {
     players_.push_back(MakeLabel(
         NameText(name), NameHtml(name, nameStyles_),
         templates.player ? pages.PlayerPage(templates.player->Name(), i) : std::string()));
+    players_.back().bot = statistics.players[i].bot;
   }
 }
 
@@ -99,8 +102,11 @@ Label SiteFacts::GameLabel(std::uint32_t game) const {
 }
 
 Label SiteFacts::EntrantLabel(const Entrant& entrant) const {
-  return MakeLabel(NameText(entrant.name), NameHtml(entrant.name, nameStyles_),
-                   entrant.player == kNobody ? std::string() : players_[entrant.player].page);
+  Label label =
+      MakeLabel(NameText(entrant.name), NameHtml(entrant.name, nameStyles_),
+                entrant.player == kNobody ? std::string() : players_[entrant.player].page);
+  label.bot = entrant.bot;
+  return label;
 }
 
 std::uint32_t SiteFacts::MapOf(const Game& game) const {
@@ -116,6 +122,7 @@ void SetLabel(Data& object, const Label& label) {
   Set(object, "name_html", label.html);
   Set(object, "link", label.link);
   SetOptional(object, "page", UrlText(label.page));
+  SetFlag(object, "bot", label.bot);
 }
 
 }  // namespace morvane

@@ -21,6 +21,7 @@ struct Label {
   std::string html;  ///< escaped, in its colours
   std::string page;  ///< the file of its page; empty where there is none
   std::string link;  ///< HTML: `html`, as a link where there is a page
+  bool bot = false;  ///< of no person
 };
 
 /// Everything that pages are made from, looked up and named once for all of them.
@@ -34,6 +35,7 @@ class SiteFacts {
   const Statistics& statistics;
   const TimeFormat time;
   const PageNames pages;
+  const std::vector<std::uint16_t> splashOf;  ///< see SplashOf
 
   const Label& PlayerLabel(std::uint32_t player) const { return players_[player]; }
   const Label& MapLabel(std::uint32_t map) const { return maps_[map]; }
@@ -75,7 +77,7 @@ class SiteFacts {
   std::vector<std::vector<std::uint32_t>> deathPairs_;
 };
 
-/// Sets `name`, `name_html`, `link` and `page`.
+/// Sets `name`, `name_html`, `link`, `page` and `bot`.
 void SetLabel(Data& object, const Label& label);
 
 }  // namespace morvane

@@ -32,6 +32,28 @@ void AddItems(std::vector<ItemCount>& sum, const std::vector<ItemCount>& items) 
   }
 }
 
+std::vector<std::uint16_t> SplashOf(const Names& weapons) {
+  std::vector<std::uint16_t> numbers;
+  for (const std::string& name : weapons.All()) {
+    const std::uint16_t weapon = weapons.Find(WithoutSplash(name));
+    numbers.push_back(weapon == Names::kUnknown ? static_cast<std::uint16_t>(numbers.size())
+                                                : weapon);
+  }
+  return numbers;
+}
+
+std::vector<WeaponUse> JoinSplash(const std::vector<WeaponUse>& weapons,
+                                  const std::vector<std::uint16_t>& splashOf) {
+  std::vector<WeaponUse> joined;
+  for (const WeaponUse& use : weapons) {
+    WeaponUse& sum = EntryOf(joined, &WeaponUse::weapon, splashOf[use.weapon]);
+    sum.kills += use.kills;
+    sum.deaths += use.deaths;
+  }
+  SortWeapons(joined);
+  return joined;
+}
+
 void SortWeapons(std::vector<WeaponUse>& weapons) {
   std::erase_if(weapons, [](const WeaponUse& use) { return use.kills + use.deaths == 0; });
   weapons.shrink_to_fit();
@@ -52,8 +74,6 @@ void SortItems(std::vector<ItemCount>& items) {
 void SettleFigures(Figures& figures) {
   SortWeapons(figures.weapons);
   SortItems(figures.itemCounts);
-  const bool hasFavourite = !figures.weapons.empty() && figures.weapons.front().kills > 0;
-  figures.favouriteWeapon = hasFavourite ? figures.weapons.front().weapon : kNoWeapon;
 }
 
 void SortPairs(std::vector<Pair>& pairs) {

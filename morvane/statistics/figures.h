@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "morvane/statistics/game.h"
+#include "morvane/statistics/vocabulary.h"
 
 namespace morvane {
 
@@ -38,11 +39,19 @@ void AddFigures(Figures& sum, const Figures& figures);
 void AddWeapons(std::vector<WeaponUse>& sum, const std::vector<WeaponUse>& weapons);
 void AddItems(std::vector<ItemCount>& sum, const std::vector<ItemCount>& items);
 
+/// For each means of death, by number, the weapon whose splash it is, else itself. Where that
+/// weapon has no number the splash has to stand for it.
+std::vector<std::uint16_t> SplashOf(const Names& weapons);
+
+/// A weapon and its splash as one, sorted; `splashOf`: see SplashOf.
+std::vector<WeaponUse> JoinSplash(const std::vector<WeaponUse>& weapons,
+                                  const std::vector<std::uint16_t>& splashOf);
+
 /// Most kills first, then most deaths; most items first. What was counted not once is left out.
 void SortWeapons(std::vector<WeaponUse>& weapons);
 void SortItems(std::vector<ItemCount>& items);
 
-/// Puts weapons and items in their order and names the favourite weapon.
+/// Puts weapons and items in their order.
 void SettleFigures(Figures& figures);
 
 /// Sorts pairs by killer, then victim, and makes those of the same two one.

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 #include <tuple>
+
+#include "config/text.h"
 
 namespace morvane {
 namespace {
@@ -50,6 +53,17 @@ std::string_view FindTitle(const Title (&titles)[N], std::string_view name) {
   return found == std::end(titles) ? std::string_view() : found->title;
 }
 
+/// The name without the first of the prefixes that it has, if anything is left of it then.
+std::string_view WithoutPrefix(std::string_view name,
+                               std::initializer_list<std::string_view> prefixes) {
+  for (const std::string_view prefix : prefixes) {
+    const bool has =
+        name.size() > prefix.size() && config::SameName(name.substr(0, prefix.size()), prefix);
+    if (has) return name.substr(prefix.size());
+  }
+  return name;
+}
+
 /// Blanks for underscores, the first letter large, the others small.
 std::string Sentence(std::string_view name) {
   std::string text(name);
@@ -86,11 +100,19 @@ std::string GameTypeName(int type) {
 }
 
 std::string WeaponTitle(std::string_view name) {
+  name = WithoutPrefix(name, {"UT_MOD_", "ut_"});
   const std::string_view title = FindTitle(kWeaponTitles, name);
   return title.empty() ? Sentence(name) : std::string(title);
 }
 
+std::string_view WithoutSplash(std::string_view name) {
+  constexpr std::string_view kSplash = "_SPLASH";
+  const bool isSplash = name.size() > kSplash.size() && name.ends_with(kSplash);
+  return isSplash ? name.substr(0, name.size() - kSplash.size()) : name;
+}
+
 std::string ItemTitle(std::string_view name) {
+  name = WithoutPrefix(name, {"ut_"});
   if (const auto title = FindTitle(kItemTitles, name); !title.empty()) return std::string(title);
   if (name.starts_with("ammo_")) return Sentence(name.substr(5)) + " ammo";
   for (const std::string_view prefix : {"weapon_", "item_", "holdable_", "team_"}) {

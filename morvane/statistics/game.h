@@ -9,10 +9,16 @@ namespace morvane {
 
 /// No player, no entrant.
 inline constexpr std::uint32_t kNobody = 0xFFFFFFFF;
-/// No weapon.
-inline constexpr std::uint16_t kNoWeapon = 0xFFFF;
 
 enum class Team : std::uint8_t { kFree, kRed, kBlue, kSpectator };
+
+/// How well a point of time is known.
+enum class Dated : std::uint8_t {
+  kUnknown,
+  kNotAfter,  ///< it was then or earlier
+  kReckoned,  ///< back from the time at which the log was last changed
+  kKnown      ///< the log tells it
+};
 
 /// Kills and deaths by one means of death.
 struct WeaponUse {
@@ -44,7 +50,6 @@ struct Figures {
   std::uint32_t killStreak = 0;   ///< longest row of frags without a death, within one game
   std::uint32_t deathStreak = 0;  ///< longest row of deaths without a frag, within one game
   std::uint32_t items = 0;        ///< items taken
-  std::uint16_t favouriteWeapon = kNoWeapon;  ///< the one with most kills
   Rival nemesis;                              ///< who killed this one most often
   Rival favouriteVictim;                      ///< whom this one killed most often
   std::vector<WeaponUse> weapons;             ///< most kills first, then most deaths
@@ -66,15 +71,24 @@ const Pair* FindPair(const std::vector<Pair>& pairs, std::uint32_t killer, std::
 struct Entrant {
   std::string name;                ///< bytes of the log, as last used in the game; see names.h
   std::uint32_t player = kNobody;  ///< index into Statistics::players
-  Team team = Team::kFree;         ///< the last one played in
+  bool joined = false;             ///< the player bears another name, by the user's will
+  // Of several entrants of one player in a game, the best placed one stands for all of them.
+  bool standsForPlayer = true;
+  bool playerWon = false;   ///< the player won the game; only where `standsForPlayer`
+  Team team = Team::kFree;  ///< the last one played in
   std::uint32_t place = 0;  ///< 1 is best, equal scores share it; who left comes after who stayed
   bool stayed = false;      ///< to the end of the game; true for all in one that is broken off
-  bool winner = false;      ///< place 1, or in team games of the winning team at the end
-  Figures figures;          ///< rivals are indices into the game's entrants
+  bool winner = false;  ///< place 1 among several, or in team games of Game::winningTeam at the end
+  bool bot = false;     ///< no person, when last seen in the game
+  Figures figures;      ///< rivals are indices into the game's entrants
 };
 
-/// From `second` on the lead is `leader`'s: an index into the game's entrants, in team games a
-/// Team. kNobody: more than one leads. `score` is what the leader stands at then, by the frags.
+/// Leads, but is left out of all pages.
+inline constexpr std::uint32_t kLeftOut = 0xFFFFFFFE;
+
+/// From `second` on the lead is `leader`'s: an index into the game's entrants or kLeftOut, in team
+/// games a Team. kNobody: more than one leads. `score` is what the leader stands at then, by the
+/// frags.
 struct LeadChange {
   std::uint32_t second = 0;  ///< since the start of the game
   std::uint32_t leader = kNobody;
@@ -92,17 +106,19 @@ struct KillEvent {
 
 /// One game of a log.
 struct Game {
-  std::string map;           ///< as the log writes it
-  int type = 0;              ///< g_gametype
-  std::int64_t start = 0;    ///< seconds since 1970, reckoned back from the log's time of change;
-                             ///< 0: not known
-  std::uint32_t length = 0;  ///< seconds
-  bool timed = false;        ///< the log has stamps; without them `length` says nothing
+  std::string map;                ///< as the log writes it
+  int type = 0;                   ///< g_gametype
+  std::int64_t start = 0;         ///< seconds since 1970; 0: not known
+  Dated dated = Dated::kUnknown;  ///< how well `start` is known
+  std::uint32_t length = 0;       ///< seconds, to the Exit where there is one
+  bool timed = false;             ///< the log has stamps; without them `length` says nothing
   bool warmup = false;
-  bool complete = false;   ///< has an Exit
-  std::string exitReason;  ///< "Timelimit", "Fraglimit", ...: the Exit's text without " hit."
-  bool hasTeamScores = false;
-  std::int32_t redScore = 0;
+  bool complete = false;       ///< has an Exit
+  std::string exitReason;      ///< "Timelimit", "Fraglimit", ...: the Exit's text without " hit."
+  bool teams = false;          ///< played in teams
+  bool hasTeamScores = false;  ///< the log tells the scores of the teams
+  Team winningTeam = Team::kFree;  ///< red or blue; kFree: neither, not known, or no teams
+  std::int32_t redScore = 0;       ///< without `hasTeamScores` the frags', where ScoresAreFrags
   std::int32_t blueScore = 0;
   std::uint32_t kills = 0;        ///< kills of every kind, own ones and the world's included
   std::uint32_t frags = 0;        ///< kills of opponents
@@ -112,14 +128,23 @@ struct Game {
   std::vector<KillEvent> events;  ///< kept only where a custom ranking or a database needs them
 };
 
-/// Whether a game of this g_gametype is played in teams.
-inline bool IsTeamGame(int type) { return type >= 3; }
+/// Whether every game of this g_gametype is played in teams. One of a mod's own types, from 8 on,
+/// may be.
+inline bool IsTeamType(int type) { return type >= 3 && type <= 7; }
+
+/// Whether frags decide a game of this type. In those about flags and the like they are not what
+/// the scores are made of, and the log tells nothing else while they are played.
+inline bool ScoresAreFrags(int type) { return type < 4 || type > 7; }
 
 /// "Free for all", "Tournament", ...; "Type 9" for one that a mod made.
 std::string GameTypeName(int type);
 
-/// A means of death for people: "Rocket splash" for "ROCKET_SPLASH".
+/// A means of death for people: "Rocket splash" for "ROCKET_SPLASH". What mods put before their
+/// names ("UT_MOD_", "ut_") is left out.
 std::string WeaponTitle(std::string_view name);
+
+/// The name of a weapon without the ending of its splash.
+std::string_view WithoutSplash(std::string_view name);
 
 /// An item for people: "Rocket launcher" for "weapon_rocketlauncher"; unknown ones with blanks for
 /// their underscores.

@@ -157,12 +157,12 @@ void Ranking::EndGame(const Game& game, int lastPlaced, std::vector<double>& ran
   for (std::size_t i = 0; i < game.entrants.size(); ++i) {
     const Entrant& entrant = game.entrants[i];
     const bool placed = static_cast<int>(entrant.place) <= lastPlaced;
-    if (!entrant.winner && !placed) continue;
+    if (!entrant.standsForPlayer || (!entrant.playerWon && !placed)) continue;
     double& rank = ranks[entrant.player];
     variables_ = inGame_[i];
     const auto others = static_cast<double>(before.size()) - 1;
     variables_.other = others > 0 ? (sum - before[i]) / others : rank;
-    rank = Apply(entrant.winner ? kWin : kPlaced, rank);
+    rank = Apply(entrant.playerWon ? kWin : kPlaced, rank);
   }
 }
 

@@ -9,6 +9,7 @@
 
 #include "morvane/statistics/figures.h"
 #include "morvane/statistics/names.h"
+#include "morvane/statistics/player_names.h"
 #include "morvane/statistics/ranking.h"
 #include "text/text.h"
 
@@ -18,37 +19,163 @@ namespace {
 /// Numbers for names that are the same player's.
 class PlayerNumbers {
  public:
-  /// The number of a name of a log; the next new one for a player not seen before.
-  std::uint32_t Number(const std::string& name) {
-    const auto [known, isNew] = byName_.try_emplace(name, 0);
-    if (isNew) {
-      const auto next = static_cast<std::uint32_t>(byKey_.size());
-      known->second = byKey_.try_emplace(PlayerKey(name), next).first->second;
+  explicit PlayerNumbers(const PlayerNames& names) : names_(names) {}
+
+  /// Sets the players of a game's entrants: for each not seen before the next new number.
+  void Number(Game& game) {
+    ++game_;
+    for (Entrant& entrant : game.entrants) {
+      const Known& known = Find(entrant.name);
+      entrant.player = known.player;
+      entrant.joined = known.joined;
+      const std::size_t index = static_cast<std::size_t>(&entrant - game.entrants.data());
+      Standing& standing = standings_[entrant.player];
+      entrant.standsForPlayer = standing.game != game_;
+      if (entrant.standsForPlayer) standing = {game_, index};
     }
-    return known->second;
+    const bool opposed = std::any_of(
+        game.entrants.begin(), game.entrants.end(),
+        [&](const Entrant& entrant) { return entrant.player != game.entrants.front().player; });
+    for (Entrant& entrant : game.entrants) {
+      entrant.winner = entrant.winner && opposed;
+      if (entrant.winner) game.entrants[standings_[entrant.player].entrant].playerWon = true;
+    }
   }
-  std::size_t Count() const { return byKey_.size(); }
+
+  /// The names that joined players bear, by number; empty for the others.
+  const std::vector<std::string>& Given() const { return given_; }
+  /// Whether a player is left out, by number.
+  const std::vector<bool>& LeftOut() const { return leftOut_; }
 
  private:
-  std::unordered_map<std::string, std::uint32_t> byName_;  // spares most keys
+  struct Known {
+    std::uint32_t player = kNobody;
+    bool joined = false;
+  };
+  /// The entrant that stands for a player in the last game he was in.
+  struct Standing {
+    std::size_t game = 0;
+    std::size_t entrant = 0;
+  };
+
+  const Known& Find(const std::string& name) {
+    const auto [known, isNew] = byName_.try_emplace(name);
+    if (!isNew) return known->second;
+    std::string key = PlayerKey(name);
+    const std::string* const given = names_.JoinedTo(key);
+    if (given != nullptr) key = PlayerKey(*given);
+    const auto next = static_cast<std::uint32_t>(byKey_.size());
+    const auto [player, isNewPlayer] = byKey_.try_emplace(key, next);
+    if (isNewPlayer) {
+      standings_.emplace_back();
+      given_.emplace_back();
+      leftOut_.push_back(names_.IsLeftOut(key));
+    }
+    if (given != nullptr) given_[player->second] = *given;
+    known->second = {player->second, given != nullptr};
+    return known->second;
+  }
+
+  const PlayerNames& names_;
+  std::unordered_map<std::string, Known> byName_;  // spares most keys
   std::unordered_map<std::string, std::uint32_t> byKey_;
+  std::vector<Standing> standings_;
+  std::vector<std::string> given_;
+  std::vector<bool> leftOut_;
+  std::size_t game_ = 0;
 };
 
-void AddTime(std::int64_t& first, std::int64_t& last, const Game& game) {
-  if (game.start == 0) return;
-  first = first == 0 ? game.start : std::min(first, game.start);
-  last = std::max(last, game.start + game.length);
+/// Takes entrants out of a game: `newIndex` gives the new index of each, kNobody for those.
+void TakeOut(Game& game, const std::vector<std::uint32_t>& newIndex) {
+  std::erase_if(game.pairs, [&](const Pair& pair) {
+    return newIndex[pair.killer] == kNobody || newIndex[pair.victim] == kNobody;
+  });
+  for (Pair& pair : game.pairs) {
+    pair.killer = newIndex[pair.killer];
+    pair.victim = newIndex[pair.victim];
+  }
+  for (LeadChange& change : game.lead) {
+    if (game.teams || change.leader == kNobody) continue;
+    const std::uint32_t leader = newIndex[change.leader];
+    change.leader = leader == kNobody ? kLeftOut : leader;
+  }
+  std::size_t old = 0;
+  std::erase_if(game.entrants, [&](const Entrant&) { return newIndex[old++] == kNobody; });
+  game.kills = game.frags = 0;
+  for (Entrant& entrant : game.entrants) {
+    entrant.figures.nemesis = entrant.figures.favouriteVictim = {};
+    game.kills += entrant.figures.deaths;
+    game.frags += entrant.figures.kills;
+  }
+  SettleRivals(game.pairs, [&](std::uint32_t i) -> Figures& { return game.entrants[i].figures; });
 }
 
-/// One entrant more of a game to a player's figures; of two entrants with the player's name the
-/// second adds no game.
-void AddEntrant(Player& player, const Game& game, const Entrant& entrant, bool isFirst,
-                int lastPlaced) {
-  player.name = entrant.name;
+/// Takes players out of all games. The numbers of the others close up; the result is the new
+/// number of each, kNobody for those left out.
+std::vector<std::uint32_t> LeaveOut(std::vector<Game>& games, const std::vector<bool>& leftOut) {
+  std::vector<std::uint32_t> numbers(leftOut.size(), kNobody);
+  std::uint32_t next = 0;
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    if (!leftOut[i]) numbers[i] = next++;
+  }
+  if (next == numbers.size()) return numbers;
+  std::vector<std::uint32_t> newIndex;
+  for (Game& game : games) {
+    newIndex.clear();
+    std::uint32_t entrants = 0;
+    for (Entrant& entrant : game.entrants) {
+      entrant.player = numbers[entrant.player];
+      newIndex.push_back(entrant.player == kNobody ? kNobody : entrants++);
+    }
+    if (entrants < game.entrants.size()) TakeOut(game, newIndex);
+  }
+  return numbers;
+}
+
+/// What belongs to players, by number, without those left out.
+template <class Value>
+std::vector<Value> Kept(std::vector<Value> values, const std::vector<std::uint32_t>& newNumbers) {
+  std::size_t old = 0;
+  std::erase_if(values, [&](const Value&) { return newNumbers[old++] == kNobody; });
+  return values;
+}
+
+void AddTime(Seen& seen, const Game& game) {
+  if (game.dated == Dated::kUnknown) return;
+  const auto first = seen.first;
+  if (first == 0 || game.start < first) {
+    seen.first = game.start;
+    if (seen.firstDated != Dated::kNotAfter) seen.firstDated = game.dated;
+  }
+  // Of a game that may have been earlier nobody knows whether it was the first.
+  if (game.dated == Dated::kNotAfter) seen.firstDated = game.dated;
+  const std::int64_t end = game.start + game.length;
+  if (end <= seen.last) return;
+  seen.last = end;
+  seen.lastDated = game.dated;
+}
+
+void AddTimed(TimedFigures& timed, const Figures& figures, bool isFirst) {
+  timed.games += isFirst ? 1 : 0;
+  timed.seconds += figures.seconds;
+  timed.kills += figures.kills;
+  timed.deaths += figures.deaths;
+  timed.suicides += figures.suicides;
+  timed.score += figures.score;
+  timed.items += figures.items;
+}
+
+/// One entrant more of a game to a player's figures; of several with the player's name one alone
+/// stands for the game, the place and the win.
+void AddEntrant(Player& player, const Game& game, const Entrant& entrant, int lastPlaced) {
+  player.bot = entrant.bot && (player.bot || player.games == 0);
+  if (!entrant.joined) player.name = entrant.name;
   AddFigures(player.figures, entrant.figures);
-  AddTime(player.firstSeen, player.lastSeen, game);
-  player.games += isFirst ? 1 : 0;
-  player.wins += entrant.winner ? 1 : 0;
+  if (game.timed) AddTimed(player.timed, entrant.figures, entrant.standsForPlayer);
+  AddTime(player.seen, game);
+  if (!entrant.standsForPlayer) return;
+  ++player.games;
+  player.wins += entrant.playerWon ? 1 : 0;
   player.placed += static_cast<int>(entrant.place) <= lastPlaced ? 1 : 0;
   if (player.placings.size() < entrant.place) player.placings.resize(entrant.place);
   ++player.placings[entrant.place - 1];
@@ -74,18 +201,22 @@ void AddPlayers(Summary& summary, const std::vector<Player>& players) {
 /// Adds up games of one kind into a list of players and the kills among them.
 class Totals {
  public:
-  explicit Totals(int lastPlaced) : lastPlaced_(lastPlaced) {}
+  /// `given`: the names of the players that bear another than in the logs, by number.
+  Totals(int lastPlaced, const std::vector<std::string>& given)
+      : lastPlaced_(lastPlaced), given_(given) {}
 
   void Add(const Game& game) {
-    const std::size_t number = ++summary_.games;
-    summary_.seconds += game.length;
-    AddTime(summary_.firstSeen, summary_.lastSeen, game);
+    ++summary_.games;
+    if (game.timed) {
+      ++summary_.timedGames;
+      summary_.seconds += game.length;
+    }
+    AddTime(summary_.seen, game);
     seats_.clear();
     for (const Entrant& entrant : game.entrants) {
       const std::uint32_t index = IndexOf(entrant.player);
       seats_.push_back(index);
-      AddEntrant(players_[index], game, entrant, lastGame_[index] != number, lastPlaced_);
-      lastGame_[index] = number;
+      AddEntrant(players_[index], game, entrant, lastPlaced_);
     }
     for (const Pair& pair : game.pairs) {
       pairs_.Add({seats_[pair.killer], seats_[pair.victim], pair.kills, pair.teamKills});
@@ -114,22 +245,24 @@ class Totals {
     if (index == kNobody) {
       index = static_cast<std::uint32_t>(players_.size());
       players_.emplace_back().player = player;
-      lastGame_.push_back(0);
+      players_.back().name = given_[player];
     }
     return index;
   }
 
   int lastPlaced_;
+  const std::vector<std::string>& given_;
   Summary summary_;
   std::vector<Player> players_;
-  std::vector<std::size_t> lastGame_;  // the number of the last game of each
   PairCounts pairs_;
   std::vector<std::uint32_t> indices_;  // by the player's number; kNobody: not come yet
   std::vector<std::uint32_t> seats_;    // of the entrants of the game being added
 };
 
 bool IsRanked(const Player& player, const Limits& limits) {
-  return player.figures.seconds >= std::int64_t{60} * limits.playersMinTime &&
+  // No limit applies to a time that is not known.
+  const bool isTimed = player.timed.games == player.games;
+  return (!isTimed || player.figures.seconds >= std::int64_t{60} * limits.playersMinTime) &&
          static_cast<std::int64_t>(player.games) >= limits.playersMinGames &&
          static_cast<std::int64_t>(player.figures.kills) >= limits.playersMinKills;
 }
@@ -176,15 +309,13 @@ std::vector<std::uint32_t> RankPlayers(std::vector<Player>& players, std::vector
   return newIndex;
 }
 
-/// Plays the games once more under the user's rules.
-void ApplyRanking(Ranking& ranking, const Limits& limits, Statistics& statistics) {
-  std::vector<double> ranks(statistics.players.size(), ranking.Start());
+/// Plays the games over under the user's rules; the ranks of all players at the end.
+std::vector<double> PlayRanking(Ranking& ranking, std::size_t players, Statistics& statistics) {
+  std::vector<double> ranks(players, ranking.Start());
   for (Game& game : statistics.games) {
-    ranking.Play(game, statistics.vocabulary.weapons, limits.gameLastPlaced, ranks);
-    game.events = {};
+    ranking.Play(game, statistics.vocabulary.weapons, statistics.limits.gameLastPlaced, ranks);
   }
-  for (std::size_t i = 0; i < ranks.size(); ++i) statistics.players[i].rating = ranks[i];
-  statistics.customRanking = true;
+  return ranks;
 }
 
 void RankAll(const Limits& limits, Statistics& statistics) {
@@ -204,14 +335,10 @@ void RankAll(const Limits& limits, Statistics& statistics) {
     }
     RankPlayers(map.players, map.pairs);
   }
-  if (!limits.limitOverallKillTables) return;
-  std::erase_if(statistics.pairs, [&](const Pair& pair) {
-    return !statistics.players[pair.killer].ranked || !statistics.players[pair.victim].ranked;
-  });
 }
 
 /// Adds up the games of each map; the maps come out by name.
-void AddMaps(const Limits& limits, Statistics& statistics) {
+void AddMaps(const std::vector<std::string>& given, Statistics& statistics) {
   std::unordered_map<std::string, std::size_t> byName;
   std::vector<Totals> totals;
   for (std::size_t i = 0; i < statistics.games.size(); ++i) {
@@ -220,7 +347,7 @@ void AddMaps(const Limits& limits, Statistics& statistics) {
     const auto [known, isNew] = byName.try_emplace(name, totals.size());
     if (isNew) {
       statistics.maps.emplace_back().name = name;
-      totals.emplace_back(limits.gameLastPlaced);
+      totals.emplace_back(statistics.limits.gameLastPlaced, given);
     }
     Map& map = statistics.maps[known->second];
     map.title = game.map;
@@ -236,8 +363,8 @@ void AddMaps(const Limits& limits, Statistics& statistics) {
 }
 
 /// Adds up all games.
-void AddTotals(const Limits& limits, Statistics& statistics) {
-  Totals totals(limits.gameLastPlaced);
+void AddTotals(const std::vector<std::string>& given, Statistics& statistics) {
+  Totals totals(statistics.limits.gameLastPlaced, given);
   for (const Game& game : statistics.games) totals.Add(game);
   totals.Finish(statistics.summary, statistics.players, statistics.pairs);
 }
@@ -249,28 +376,35 @@ bool IsCounted(const Game& game, const Limits& limits) {
     return limit <= 0 || count >= static_cast<std::size_t>(limit);
   };
   return !game.warmup && (game.complete || !limits.gameComplete) &&
-         reaches(game.entrants.size(), limits.minPlayers) && reaches(game.kills, limits.minKills) &&
+         reaches(game.entrants.size(), limits.minPlayers) && reaches(game.frags, limits.minKills) &&
          (!game.timed || reaches(game.length, limits.minTime));
 }
 
 Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabulary vocabulary,
-                          Ranking* ranking) {
+                          const PlayerNames& names, Ranking* ranking) {
   Statistics statistics;
   statistics.gamesFound = static_cast<std::uint32_t>(games.size());
   statistics.vocabulary = std::move(vocabulary);
   statistics.limits = limits;
   std::erase_if(games, [&](const Game& game) { return !IsCounted(game, limits); });
   statistics.games = std::move(games);
-  PlayerNumbers numbers;
-  for (Game& game : statistics.games) {
-    for (Entrant& entrant : game.entrants) entrant.player = numbers.Number(entrant.name);
-  }
+  PlayerNumbers numbers(names);
+  for (Game& game : statistics.games) numbers.Number(game);
+  std::vector<double> ranks;
+  if (ranking != nullptr) ranks = PlayRanking(*ranking, numbers.LeftOut().size(), statistics);
+  for (Game& game : statistics.games) game.events = {};
+  const auto newNumbers = LeaveOut(statistics.games, numbers.LeftOut());
+  const std::vector<std::string> given = Kept(numbers.Given(), newNumbers);
   {
     // Maps and totals need the same games and nothing of each other.
-    const std::jthread maps([&] { AddMaps(limits, statistics); });
-    AddTotals(limits, statistics);
+    const std::jthread maps([&] { AddMaps(given, statistics); });
+    AddTotals(given, statistics);
   }
-  if (ranking != nullptr) ApplyRanking(*ranking, limits, statistics);
+  if (ranking != nullptr) {
+    ranks = Kept(std::move(ranks), newNumbers);
+    for (std::size_t i = 0; i < ranks.size(); ++i) statistics.players[i].rating = ranks[i];
+    statistics.customRanking = true;
+  }
   RankAll(limits, statistics);
   return statistics;
 }

@@ -10,21 +10,43 @@
 
 namespace morvane {
 
+class PlayerNames;
 class Ranking;
+
+/// What was counted in games of known length, so that rates by time are of what was timed. Of games
+/// without stamps nobody knows how long they were.
+struct TimedFigures {
+  std::uint32_t games = 0;
+  std::uint32_t seconds = 0;  ///< played
+  std::uint32_t kills = 0;
+  std::uint32_t deaths = 0;
+  std::uint32_t suicides = 0;
+  std::int32_t score = 0;
+  std::uint32_t items = 0;
+};
+
+/// The time between the first and the last game of some.
+struct Seen {
+  std::int64_t first = 0;  ///< start of the first game, as Game::start
+  std::int64_t last = 0;   ///< end of the last one; 0: not known
+  Dated firstDated = Dated::kUnknown;
+  Dated lastDated = Dated::kUnknown;
+};
 
 /// A player over all counted games, or over those on one map.
 struct Player {
-  std::string name;          ///< bytes of the log, colour codes included, as last used; see names.h
-  std::string plain;         ///< NameText of it
-  Figures figures;           ///< rivals are indices into the same list of players as this one
-  std::uint32_t games = 0;   ///< games taken part in
-  std::uint32_t wins = 0;    ///< games won: place 1, or a member of the winning team
-  std::uint32_t placed = 0;  ///< games ended at `game_last_placed` or better
+  std::string name;   ///< bytes of the log, colour codes included, as last used; see names.h
+  std::string plain;  ///< NameText of it
+  bool bot = false;   ///< in every game
+  Figures figures;    ///< rivals are indices into the same list of players as this one
+  TimedFigures timed;
+  std::uint32_t games = 0;              ///< games taken part in
+  std::uint32_t wins = 0;               ///< games won: place 1, or a member of the winning team
+  std::uint32_t placed = 0;             ///< games ended at `game_last_placed` or better
   std::vector<std::uint32_t> placings;  ///< [0]: times first, [1]: times second, ...
-  std::int64_t firstSeen = 0;           ///< start of the first game, as Game::start
-  std::int64_t lastSeen = 0;            ///< end of the last game; 0: not known
-  bool ranked = false;                  ///< within the players' limits, over all games
-  std::uint32_t rank = 0;               ///< 1 is best, equal ones share it; 0: not ranked
+  Seen seen;
+  bool ranked = false;       ///< within the players' limits, over all games
+  std::uint32_t rank = 0;    ///< 1 is best, equal ones share it; 0: not ranked
   double rating = 0;         ///< what orders the ranking: custom rank value, or the score
   std::uint32_t player = 0;  ///< index into Statistics::players (on a map's list: whose this is)
 };
@@ -32,15 +54,15 @@ struct Player {
 /// Several games taken together: all counted ones, or those on one map.
 struct Summary {
   std::uint32_t games = 0;
-  std::int64_t seconds = 0;  ///< length of all games
-  std::uint32_t kills = 0;   ///< frags of all players
+  std::uint32_t timedGames = 0;  ///< those of known length
+  std::int64_t seconds = 0;      ///< length of these
+  std::uint32_t kills = 0;       ///< frags of all players
   std::uint32_t deaths = 0;
   std::uint32_t suicides = 0;
   std::uint32_t teamKills = 0;
   std::uint32_t worldDeaths = 0;
   std::uint32_t items = 0;
-  std::int64_t firstSeen = 0;
-  std::int64_t lastSeen = 0;
+  Seen seen;
   std::vector<WeaponUse> weapons;  ///< over all players; most kills first, then most deaths
   std::vector<ItemCount> itemCounts;
 };
@@ -60,7 +82,7 @@ struct Statistics {
   Summary summary;
   std::vector<Player> players;  ///< the ranked ones by rank, then the others by rating
   std::uint32_t ranked = 0;     ///< how many of them are ranked
-  std::vector<Pair> pairs;      ///< over all games; limited where `limit_overall_killtables` says
+  std::vector<Pair> pairs;      ///< over all games
   std::vector<Map> maps;        ///< by name
   std::vector<Game> games;      ///< the counted ones, in the order of the logs
   Vocabulary vocabulary;
@@ -74,8 +96,10 @@ struct Statistics {
 bool IsCounted(const Game& game, const Limits& limits);
 
 /// Everything from the games found, in the order of play. `vocabulary` names the numbers in them.
-/// With a `ranking` that orders the players, else their scores do.
+/// With a `ranking` that orders the players, else their scores do. Who is left out by `names`
+/// stands nowhere in the result; what others did to him, and he to them, stays with them, as do
+/// their places.
 Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabulary vocabulary,
-                          Ranking* ranking);
+                          const PlayerNames& names, Ranking* ranking);
 
 }  // namespace morvane

@@ -9,6 +9,7 @@
 
 #include "morvane/store/collect.h"
 #include "morvane/store/database.h"
+#include "morvane/store/game_start.h"
 #include "morvane/store/open_log.h"
 
 namespace morvane {
@@ -74,7 +75,7 @@ class Collector {
   std::map<std::int64_t, StoredLog> stored_;  // all logs by id
   std::set<std::int64_t> found_;              // those that a file of this run holds
   std::map<std::int64_t, std::string> rests_;
-  std::map<std::int64_t, std::int64_t> openStarts_;  // of open last games that were read
+  std::map<std::int64_t, GameStart> openStarts_;  // of open last games that were read
   std::int64_t lastId_ = 0;
 };
 

@@ -73,11 +73,11 @@ std::optional<FrontGames> Collector::FrontOf(const OpenLog& log, std::int64_t be
 void Collector::GoOnWith(OpenLog& log, std::int64_t before, FrontGames front) {
   if (!front.parsed.games.empty()) {
     if (const auto start = openStarts_.find(before); start != openStarts_.end()) {
-      front.parsed.games[0].start = start->second;
+      KeepStart(front.parsed.games[0], start->second);
     } else if (database_ != nullptr && stored_[before].openAtEnd) {
       const StoredGames games = database_->GamesOf(before);
       if (!games.ids.empty()) {
-        front.parsed.games[0].start = database_->ReadGame(games.ids.back()).start;
+        KeepStart(front.parsed.games[0], StartOf(database_->ReadGame(games.ids.back())));
       }
     }
   }
@@ -96,7 +96,7 @@ void Collector::Keep(OpenLog& log) {
   Settle(log);
   rests_[log.stored.id] = log.unfinished.rest;
   if (log.stored.openAtEnd && !log.parsed.games.empty()) {
-    openStarts_[log.stored.id] = log.parsed.games.back().start;
+    openStarts_[log.stored.id] = StartOf(log.parsed.games.back());
   } else {
     openStarts_.erase(log.stored.id);
   }

@@ -100,9 +100,11 @@ void WalkRival(Stream& stream, Rival& rival) {
 }
 
 template <class Stream, class Figures>
-void WalkFigures(Stream& stream, Figures& f) {
+void WalkFigures(Stream& stream, Figures& f, int version) {
   Each(stream, f.kills, f.deaths, f.suicides, f.teamKills, f.worldDeaths, f.score, f.seconds,
-       f.killStreak, f.deathStreak, f.items, f.favouriteWeapon);
+       f.killStreak, f.deathStreak, f.items);
+  std::uint16_t favouriteWeapon = 0;  // told by the weapons themselves
+  if (version < 3) Each(stream, favouriteWeapon);
   WalkRival(stream, f.nemesis);
   WalkRival(stream, f.favouriteVictim);
   stream.Count(f.weapons);
@@ -112,13 +114,15 @@ void WalkFigures(Stream& stream, Figures& f) {
 }
 
 template <class Stream, class Game>
-void WalkGame(Stream& stream, Game& game) {
+void WalkGame(Stream& stream, Game& game, int version) {
   Each(stream, game.map, game.type, game.start, game.length, game.timed, game.warmup, game.complete,
        game.exitReason, game.hasTeamScores, game.redScore, game.blueScore, game.kills, game.frags);
+  if (version >= 3) Each(stream, game.dated, game.teams, game.winningTeam);
   stream.Count(game.entrants);
   for (auto& entrant : game.entrants) {
     Each(stream, entrant.name, entrant.team, entrant.place, entrant.stayed, entrant.winner);
-    WalkFigures(stream, entrant.figures);
+    if (version >= 3) Each(stream, entrant.bot);
+    WalkFigures(stream, entrant.figures, version);
   }
   stream.Count(game.pairs);
   for (auto& pair : game.pairs) Each(stream, pair.killer, pair.victim, pair.kills, pair.teamKills);
@@ -137,18 +141,17 @@ bool HasValidIndices(const Game& game, std::size_t weapons, std::size_t items) {
     return rival.index == kNobody || isEntrant(rival.index);
   };
   const auto isLeader = [&](const LeadChange& change) {
-    return change.leader == kNobody ||
-           (IsTeamGame(game.type) ? change.leader <= 3 : isEntrant(change.leader));
+    return change.leader == kNobody || (game.teams ? change.leader <= 3 : isEntrant(change.leader));
   };
   const auto isFine = [&](const Entrant& entrant) {
     const Figures& f = entrant.figures;
     return entrant.place >= 1 && entrant.place <= count && entrant.team <= Team::kSpectator &&
            isRival(f.nemesis) && isRival(f.favouriteVictim) &&
-           (f.favouriteWeapon == kNoWeapon || f.favouriteWeapon < weapons) &&
            std::ranges::all_of(f.weapons, [&](const auto& use) { return use.weapon < weapons; }) &&
            std::ranges::all_of(f.itemCounts, [&](const auto& i) { return i.item < items; });
   };
-  return std::ranges::all_of(game.entrants, isFine) && std::ranges::all_of(game.lead, isLeader) &&
+  return game.dated <= Dated::kKnown && game.winningTeam <= Team::kBlue &&
+         std::ranges::all_of(game.entrants, isFine) && std::ranges::all_of(game.lead, isLeader) &&
          std::ranges::all_of(
              game.pairs,
              [&](const Pair& p) { return isEntrant(p.killer) && isEntrant(p.victim); }) &&
@@ -158,21 +161,45 @@ bool HasValidIndices(const Game& game, std::size_t weapons, std::size_t items) {
          });
 }
 
+/// Sets what versions 1 and 2, which have one form, did not tell; and takes back what they told
+/// without knowing: the lead and the winner by frags where flags decide, a win over nobody.
+void Complete(Game& game) {
+  // Every start was reckoned back, over gaps that nobody knows.
+  game.dated = game.start == 0 ? Dated::kUnknown : Dated::kNotAfter;
+  const auto plays = [&](Team team) {
+    return std::ranges::any_of(game.entrants, [&](const Entrant& e) { return e.team == team; });
+  };
+  const bool wereTeams = game.type >= 3;
+  game.teams = IsTeamType(game.type) ||
+               (wereTeams && (game.hasTeamScores || plays(Team::kRed) || plays(Team::kBlue)));
+  const bool isKnown = game.hasTeamScores || ScoresAreFrags(game.type);
+  if (game.teams != wereTeams || !ScoresAreFrags(game.type)) game.lead.clear();
+  if (!isKnown) game.redScore = game.blueScore = 0;
+  if (game.teams && game.redScore != game.blueScore && plays(Team::kRed) && plays(Team::kBlue)) {
+    game.winningTeam = game.redScore > game.blueScore ? Team::kRed : Team::kBlue;
+  }
+  for (Entrant& entrant : game.entrants) {
+    entrant.winner = game.teams ? entrant.stayed && game.winningTeam != Team::kFree &&
+                                      entrant.team == game.winningTeam
+                                : entrant.place == 1 && game.entrants.size() > 1;
+  }
+}
+
 }  // namespace
 
 std::string PackGame(const Game& game) {
   Writer writer;
-  WalkGame(writer, game);
+  WalkGame(writer, game, kRecordVersion);
   return writer.Take();
 }
 
 bool UnpackGame(std::string_view bytes, int version, std::size_t weapons, std::size_t items,
                 Game& game) {
-  // Version 2 has the form of version 1.
   if (version < 1 || version > kRecordVersion) return false;
   Reader reader(bytes);
   game = {};
-  WalkGame(reader, game);
+  WalkGame(reader, game, version);
+  if (version < 3) Complete(game);
   return reader.IsWhole() && HasValidIndices(game, weapons, items);
 }
 

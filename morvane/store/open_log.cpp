@@ -97,6 +97,11 @@ FrontGames ReadFront(const OpenLog& log, std::string carried, Wanted wanted) {
   const bool isAll = end == log.Bytes().size();
   SetStarts(front.parsed,
             log.mapped.LastChange() / kNanoseconds - (isAll ? 0 : log.parsed.clock / 10));
+  if (!isAll && log.parsed.runs > 0) {
+    for (Game& game : front.parsed.games) {
+      if (game.dated == Dated::kReckoned) game.dated = Dated::kNotAfter;
+    }
+  }
   if (!isAll) front.parsed.openAtEnd = false;
   if (wanted.marks) front.marks = MarkGames(front.parsed, text);
   return front;

@@ -16,14 +16,14 @@ void Collector::SettleGrown(OpenLog& log) {
   }
   if (!log.stored.marked) {  // read again from its first byte, for the marks
     for (std::size_t i = 0; i < std::min(known.ids.size(), games.size()); ++i) {
-      games[i].start = database_->ReadGame(known.ids[i]).start;
+      KeepStart(games[i], StartOf(database_->ReadGame(known.ids[i])));
     }
     for (const std::int64_t id : known.ids) database_->DeleteGame(id);
   } else {
     const std::string carried = database_->UnfinishedOf(log.stored.id).carried;
     if (!carried.empty()) PutInFront(log, ReadFront(log, carried, wanted_));
     if (log.stored.openAtEnd && !known.ids.empty()) {
-      if (!games.empty()) games[0].start = database_->ReadGame(known.ids.back()).start;
+      if (!games.empty()) KeepStart(games[0], StartOf(database_->ReadGame(known.ids.back())));
       database_->DeleteGame(known.ids.back());
     }
   }
@@ -150,7 +150,7 @@ void Collector::KeepStarts(OpenLog& log, const StoredGames& known) {
   const auto settle = [&](std::size_t stored, std::size_t read) {
     if (stored - next == read - unsettled) {
       for (; unsettled < read; ++unsettled, ++next) {
-        log.parsed.games[unsettled].start = database_->ReadGame(known.ids[next]).start;
+        KeepStart(log.parsed.games[unsettled], StartOf(database_->ReadGame(known.ids[next])));
       }
     }
     next = stored;

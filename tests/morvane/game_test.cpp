@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "morvane/statistics/figures.h"
 #include "morvane/statistics/vocabulary.h"
 
 namespace morvane {
@@ -18,6 +19,11 @@ TEST(Names, LaterOnesShareANumber) {
 TEST(Titles, AreForPeople) {
   EXPECT_EQ(WeaponTitle("ROCKET_SPLASH"), "Rocket splash");
   EXPECT_EQ(WeaponTitle("MACHINEGUN"), "Machine gun");
+  EXPECT_EQ(WeaponTitle("UT_MOD_KNIFE_THROWN"), "Knife thrown");
+  EXPECT_EQ(WeaponTitle("UT_MOD_NAIL"), "Nail gun");
+  EXPECT_EQ(WeaponTitle("ut_ak103"), "Ak103");
+  EXPECT_EQ(WeaponTitle("UT_MOD_"), "Mod ");
+  EXPECT_EQ(ItemTitle("ut_weapon_ak103"), "Ak103");
   EXPECT_EQ(ItemTitle("weapon_rocketlauncher"), "Rocket launcher");
   EXPECT_EQ(ItemTitle("ammo_rockets"), "Rockets ammo");
   EXPECT_EQ(ItemTitle("holdable_medkit"), "Medkit");
@@ -25,6 +31,20 @@ TEST(Titles, AreForPeople) {
   EXPECT_EQ(GameTypeName(-3), "Type -3");
   EXPECT_EQ(MeansOfDeath("TRIGGER_HURT"), 22);
   EXPECT_EQ(MeansOfDeath("NONE_SUCH"), 0);
+}
+
+TEST(JoinSplash, TakesAWeaponAndItsSplashAsOne) {
+  Names weapons;
+  for (const char* name : {"ROCKET_SPLASH", "RAILGUN", "ROCKET", "BFG_SPLASH", "_SPLASH"}) {
+    weapons.Number(name);
+  }
+  std::string text;
+  for (const WeaponUse& use :
+       JoinSplash({{0, 3, 4}, {1, 5, 5}, {2, 4, 2}, {3, 1, 1}, {4, 0, 9}}, SplashOf(weapons))) {
+    text += std::string(WithoutSplash(weapons[use.weapon])) + " " + std::to_string(use.kills) +
+            "/" + std::to_string(use.deaths) + " ";
+  }
+  EXPECT_EQ(text, "ROCKET 7/6 RAILGUN 5/5 BFG 1/1 _SPLASH 0/9 ");
 }
 
 TEST(FindPair, FindsInASortedList) {

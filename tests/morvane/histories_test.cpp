@@ -190,6 +190,7 @@ std::vector<std::string> Texts(std::vector<Game> games, const Vocabulary& words,
   std::vector<std::string> texts;
   for (Game& game : games) {
     game.start = 0;
+    game.dated = Dated::kUnknown;
     game.events.clear();
     texts.push_back(PackGame(game));
   }
@@ -506,6 +507,7 @@ class History {
     std::map<std::string, int> often;
     for (Game& game : games) {
       const std::int64_t start = std::exchange(game.start, 0);
+      game.dated = Dated::kUnknown;
       const std::string text = PackGame(game);
       if (game.kills >= 3 && ++often[text] == 1 && game.timed) now[text] = start;
     }

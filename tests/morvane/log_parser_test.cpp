@@ -164,6 +164,88 @@ TEST(ParseLog, FollowsTheLead) {
   EXPECT_EQ(game.lead[3].leader, kNobody);
 }
 
+/// What is said of a game's end and its lead: who won, its teams' scores, the steps of the lead.
+std::string ResultOf(const Game& game) {
+  const auto leader = [&](std::uint32_t index) -> std::string {
+    if (index == kNobody) return "-";
+    if (!game.teams) return game.entrants[index].name;
+    return index == static_cast<std::uint32_t>(Team::kRed) ? "red" : "blue";
+  };
+  std::string text = game.teams ? "teams " : "";
+  for (const LeadChange& change : game.lead) {
+    text += std::to_string(change.second) + ":" + leader(change.leader) + " ";
+  }
+  text += "won";
+  if (game.winningTeam != Team::kFree) text += game.winningTeam == Team::kRed ? " red" : " blue";
+  for (const Entrant& entrant : game.entrants) text += entrant.winner ? " " + entrant.name : "";
+  return text;
+}
+
+TEST(ParseLog, TellsLeadAndWinnerOnlyWhereTheLogDoes) {
+  const std::string teams = Join(0, "Ann", 1) + Join(1, "Bob", 2);
+  const std::string frag = Kill(0, 1, "BFG", "  0:10 ");
+  const std::string exit = "  4:00 Exit: Timelimit hit.\n";
+  const std::string scores = exit + "  4:00 red:1  blue:2\n";
+  const struct {
+    std::string what;
+    int type;
+    std::string lines;
+    std::string result;
+  } kCases[] = {
+      {"free for all", 0, kTwo + frag + exit, "10:Ann won Ann"},
+      {"alone", 0, Join(0, "Ann") + Kill(0, 0), "won"},
+      {"alone in the end", 0, kTwo + frag + "  1:00 ClientDisconnect: 1\n" + exit,
+       "10:Ann won Ann"},
+      {"leads by the other's suicide before the first frag", 0,
+       kTwo + Kill(0, 0, "BFG", "  0:05 ") + Kill(1, 1, "BFG", "  0:06 ") + frag, "10:Ann won Ann"},
+      {"to the spectators", 0, kTwo + frag + "  0:20 ClientUserinfoChanged: 0 n\\Ann\\t\\3\n",
+       "10:Ann 20:Bob won Ann"},
+      {"to the spectators, begun anew", 0,
+       kTwo + frag + "  0:20 ClientUserinfoChanged: 0 n\\Ann\\t\\3\n  0:20 ClientBegin: 0\n" +
+           "  0:30 ClientUserinfoChanged: 0 n\\Ann\\t\\0\n  0:30 ClientBegin: 0\n",
+       "10:Ann 20:Bob 30:- won Ann Bob"},
+      {"connected anew", 0, kTwo + frag + "  0:20 ClientConnect: 0\n", "10:Ann 20:Bob won Ann"},
+      {"team deathmatch", 3, teams + frag + exit, "teams 10:red won red Ann"},
+      {"team score against the frags", 3, teams + frag + scores, "teams 10:red won blue Bob"},
+      {"a suicide before the first frag", 3,
+       teams + Kill(1, 1, "BFG", "  0:05 ") + Kill(1022, 1, "LAVA", "  0:06 ") + frag + exit,
+       "teams 10:red won red Ann"},
+      {"teams without an opponent", 3, Join(0, "Ann", 1) + Join(1, "Bob", 1) + scores, "teams won"},
+      {"flags", 4, teams + frag + exit, "teams won"},
+      {"flags with a team score", 4, teams + frag + scores, "teams won blue Bob"},
+      {"harvester", 7, teams + frag, "teams won"},
+      {"a mod's type, free", 8, kTwo + frag + exit, "10:Ann won Ann"},
+      {"a mod's type, in teams", 8, teams + frag + exit, "teams 10:red won red Ann"},
+      {"a mod's type, teams from then on", 9,
+       kTwo + frag + "  0:20 ClientUserinfoChanged: 0 n\\Ann\\t\\1\n" +
+           "  0:20 ClientUserinfoChanged: 1 n\\Bob\\t\\2\n" + Kill(1, 0, "BFG", "  0:30 "),
+       "teams 30:blue won blue Bob"},
+      {"a mod's type, with a team score", 8, kTwo + frag + scores, "teams won"},
+      {"red in a game without teams", 0, teams + frag + scores, "10:Ann won Ann"},
+  };
+  for (const auto& test : kCases) {
+    EXPECT_EQ(ResultOf(OnlyGame(Init("q3dm7", test.type) + test.lines + kShutdown)), test.result)
+        << test.what;
+  }
+}
+
+TEST(ParseLog, TellsBotsFromPeople) {
+  const struct {
+    std::string info;
+    bool bot;
+  } kCases[] = {{"n\\Ann\\t\\0\\skill\\    3.00\\w\\0", true},
+                {"n\\Ann\\t\\0\\skill\\", true},
+                {"skill\\1\\n\\Ann", true},
+                {"n\\Ann\\t\\0\\model\\skill\\hc\\100", false},
+                {"n\\skill\\t\\0", false}};
+  for (const auto& test : kCases) {
+    const Game game = OnlyGame(Init() + "  0:01 ClientUserinfoChanged: 0 " + test.info +
+                               "\n  0:01 ClientBegin: 0\n" + kShutdown);
+    ASSERT_EQ(game.entrants.size(), 1U);
+    EXPECT_EQ(game.entrants[0].bot, test.bot) << test.info;
+  }
+}
+
 TEST(ParseLog, EndsGamesInEveryWay) {
   const std::string play = kTwo + Kill(0, 1, "BFG", "  1:00 ");
   const struct {
@@ -173,6 +255,12 @@ TEST(ParseLog, EndsGamesInEveryWay) {
     bool openAtEnd;
   } kCases[] = {
       {"shut down", Init() + play + kShutdown, {300}, false},
+      {"exit", Init() + play + "  4:00 Exit: Timelimit hit.\n" + kShutdown, {240}, false},
+      {"exit after a jump back",
+       " 20:00 InitGame: \\mapname\\q3dm1\n 20:30 Item: 0 x\n  0:00 Item: 0 x\n"
+       "  0:05 Exit: Fraglimit hit.\n  9:00 ShutdownGame:\n",
+       {35},
+       false},
       {"no line end", Init() + play + "  5:00 ShutdownGame:", {300}, false},
       {"still running", Init() + play, {60}, true},
       {"crashed", Init() + play + Init() + play, {60, 60}, true},
@@ -234,6 +322,42 @@ TEST(ParseLog, NothingCountsInAWarmup) {
   EXPECT_EQ(game.kills, 1U);
 }
 
+TEST(ParseLog, ARoundEndsAWarmup) {
+  const std::string warmup = "  0:00 Warmup:\n" + kTwo + Join(2, "Cid", 3) + Kill(0, 1);
+  const std::string round = "  1:40 InitRound: \n";
+  const std::string play = Kill(1, 0, "BFG", "  2:00 ");
+  const std::string more = Kill(1, 0, "BFG", "  4:00 ");
+  const struct {
+    std::string what;
+    std::string lines;
+    std::string game;  // warm-up, start, kills, length, and the seconds of all
+  } kCases[] = {
+      {"no round", warmup + play, "1 700 0 300"},
+      {"a round", warmup + round + play, "0 800 1 200 Bob:200 Ann:200"},
+      {"every round", warmup + round + play + "  3:00 InitRound:\n" + more,
+       "0 800 2 200 Bob:200 Ann:200"},
+      {"a round without a warm-up", kTwo + round + play, "0 700 1 300 Bob:299 Ann:299"},
+      {"a warm-up in between",
+       kTwo + play + "  2:10 Warmup:\n" + Kill(1, 0, "BFG", "  2:20 ") + "  3:10 InitRound:\n" +
+           more,
+       "0 700 2 300 Bob:239 Ann:239"},
+      {"after the end", kTwo + play + "  2:10 Exit: x\n  2:11 Warmup:\n  3:00 InitRound:\n" + more,
+       "0 700 1 130 Bob:129 Ann:129"},
+  };
+  for (const auto& test : kCases) {
+    ParsedLog log = ParseLog(Init() + test.lines + kShutdown, false);
+    ASSERT_EQ(log.games.size(), 1U) << test.what;
+    SetStarts(log, 1000);
+    const Game& game = log.games[0];
+    std::string text = std::to_string(game.warmup) + " " + std::to_string(game.start) + " " +
+                       std::to_string(game.kills) + " " + std::to_string(game.length);
+    for (const Entrant& entrant : game.entrants) {
+      text += " " + entrant.name + ":" + std::to_string(entrant.figures.seconds);
+    }
+    EXPECT_EQ(text, test.game) << test.what;
+  }
+}
+
 TEST(ParseLog, SkipsWhatTheConsoleWroteBetween) {
   const ParsedLog log = ParseLog(Init() + kTwo + Kill(0, 1) +
                                      "Kill: 0 1 1: Ann killed Bob by MOD_BFG\nInitGame: \\a\\b\n"
@@ -260,11 +384,70 @@ TEST(ParseLog, SaysWhereToReadOn) {
   EXPECT_EQ(closed.resumeLine, 11U);
 }
 
-TEST(SetStarts, ReckonsBackFromTheLastChange) {
-  ParsedLog log = ParseLog(Duel("Ann", "Bob", 1) + Duel("Ann", "Bob", 1), false);
+/// When the games of a log, last changed at 100000, were: "=" known, "~" reckoned, "<" not after.
+std::string StartsOf(ParsedLog log) {
   SetStarts(log, 100000);
-  EXPECT_EQ(log.games[0].start, 100000 - 600);
-  EXPECT_EQ(log.games[1].start, 100000 - 300);
+  std::string text;
+  for (const Game& game : log.games) {
+    constexpr std::string_view kMarks = "?<~=";
+    text += kMarks[static_cast<std::size_t>(game.dated)];
+    text += std::to_string(game.start) + " ";
+  }
+  return text;
+}
+
+TEST(SetStarts, KnowsWhatTheLogTellsAndReckonsTheRest) {
+  const auto date = [](std::int64_t seconds, const std::string& stamp = "  0:00 ") {
+    const std::time_t time = seconds;
+    std::tm parts = {};
+    localtime_r(&time, &parts);
+    char text[32];
+    std::strftime(text, sizeof text, "%Y%m%d%H%M%S", &parts);
+    return stamp + "ServerTime:\t" + text + "\t00:00 (1 JAN 1970)\n";
+  };
+  const std::string game = Duel("Ann", "Bob", 1);
+  const std::string late = "  6:00 InitGame: \\mapname\\a\n  7:00 ShutdownGame:\n";
+  const std::string lateDated = "  6:00 InitGame: \\mapname\\a\n" + date(50000, "  6:30 ");
+  const std::string later = "  8:00 InitGame: \\mapname\\a\n  9:00 ShutdownGame:\n";
+  const struct {
+    std::string what;
+    std::string log;
+    std::string starts;
+  } kCases[] = {
+      {"one run of the clock", game + late, "~99580 ~99940 "},
+      {"the clock begins anew", game + game + late, "<99280 ~99580 ~99940 "},
+      {"anew at the end of the last game", Init() + "  0:00 ShutdownGame:\n" + game,
+       "<99700 ~99700 "},
+      {"inside a game", late + "  0:05 Item: 0 x\n" + game, "<99640 ~99700 "},
+      {"the jitter of a mod", "0.0 InitGame: \\a\\b\n9.0 Item: 0 x\n9.+ Item: 0 x\n9.0 Item: 0 x\n",
+       "~99991 "},
+      {"a date", Init() + date(50000) + kShutdown, "=50000 "},
+      {"a date after a while", Init() + date(50000, "  2:00 ") + kShutdown, "=49880 "},
+      {"the first date of two", Init() + date(50000) + date(90000) + kShutdown, "=50000 "},
+      {"a date of the round",
+       Init() + date(50000) + "  0:00 Warmup:\n  1:00 InitRound:\n" + kShutdown, "=50060 "},
+      {"dates around it", game + Init() + date(50000) + kShutdown + late + game,
+       "<49700 =50000 =50360 ~99700 "},
+      {"a date behind it in the same run", game + lateDated + later, "=49610 =49970 =50090 "},
+      {"no stamps", "InitGame: \\mapname\\a\nShutdownGame:\n", "?0 "},
+      {"no stamps but a date", "InitGame: \\mapname\\a\n" + date(50000, "") + "ShutdownGame:\n",
+       "=50000 "},
+      {"no date", Init() + "  0:00 ServerTime:\t20190230173140\n" + kShutdown, "~99700 "},
+      {"cut off", Init() + "  0:00 ServerTime: 201902\n" + kShutdown, "~99700 "},
+  };
+  for (const auto& test : kCases) {
+    EXPECT_EQ(StartsOf(ParseLog(test.log, false)), test.starts) << test.what;
+  }
+  // What is read in stretches is dated as a whole.
+  for (const auto& test : kCases) {
+    ParsedLog joined;
+    for (const Stretch& stretch : CutLogs({test.log}, 1)) {
+      Append(joined,
+             ParseLog(std::string_view(test.log).substr(stretch.begin, stretch.end - stretch.begin),
+                      false));
+    }
+    EXPECT_EQ(StartsOf(std::move(joined)), StartsOf(ParseLog(test.log, false))) << test.what;
+  }
 }
 
 /// A log as text, so that two can be compared.
@@ -273,6 +456,10 @@ std::string TextOf(const ParsedLog& log) {
                      std::to_string(log.strayLines) + " " + std::to_string(log.resumeAt) + " " +
                      std::to_string(log.clock) + "\n";
   for (const Game& game : log.games) text += PackGame(game) + "\n";
+  for (const GameTime& time : log.times) {
+    text += std::to_string(time.clock) + " " + std::to_string(time.run) + " " +
+            std::to_string(time.date) + "\n";
+  }
   for (const GameText& at : log.texts) {
     text += std::to_string(at.begin) + "-" + std::to_string(at.end) + "\n";
   }

@@ -74,7 +74,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "from percentile 62"},
         SettingCase{"KILL TABLES", "column1", "#FEDCBA", "style.css",
                     ".c1 { background: #FEDCBA; color: #000000; }"},
-        SettingCase{"Main", "time_format", "year %Y", "game_1.html", "started year 20"},
+        SettingCase{"Main", "time_format", "year %Y", "game_1.html", "year 20"},
         SettingCase{"Main", "players_min_kills", "2", "stats.html", "<tr class=\"unranked\">"},
         SettingCase{"Game", "game_last_placed", "7", "playerGWP.html", "placed is place 7"},
         SettingCase{"USER VARS", "title", "A & B", "stats.html", "A &amp; B"}));
@@ -108,7 +108,7 @@ TEST(PageSettings, UnusableTimeFormatIsANormalMessageAndIso) {
   ASSERT_EQ(site.Run(), 0);
   EXPECT_EQ(Count(site.Messages("morvane.log.txt"), "normal the time format \"%Q\""), 1U);
   EXPECT_TRUE(std::regex_search(site.Page("game_1.html"),
-                                std::regex(R"(started \d{4}-\d\d-\d\d \d\d:\d\d:\d\d)")));
+                                std::regex(R"(started ≤&nbsp;\d{4}-\d\d-\d\d \d\d:\d\d:\d\d)")));
 }
 
 TEST(PageSettings, OverallKillTablesLeaveUnrankedPlayersOut) {

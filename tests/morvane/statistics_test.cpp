@@ -8,6 +8,8 @@
 
 #include "morvane/messages.h"
 #include "morvane/statistics/figures.h"
+#include "morvane/statistics/names.h"
+#include "morvane/statistics/player_names.h"
 #include "morvane/statistics/ranking.h"
 #include "tests/morvane/test_support.h"
 
@@ -23,21 +25,23 @@ using test::kShutdown;
 
 /// Statistics of a log under settings that limit nothing.
 Statistics StatisticsOf(const std::string& log, const Limits& limits = {},
-                        Ranking* ranking = nullptr) {
+                        Ranking* ranking = nullptr, const PlayerNames& names = {}) {
   ParsedLog parsed = ParseLog(log, true);
   SetStarts(parsed, 1'000'000);
-  return MakeStatistics(limits, std::move(parsed.games), std::move(parsed.vocabulary), ranking);
+  return MakeStatistics(limits, std::move(parsed.games), std::move(parsed.vocabulary), names,
+                        ranking);
 }
 
 TEST(IsCounted, HonoursEveryLimitOfGames) {
-  // Two players, 12 kills, 300 s, no Exit.
-  const std::string log = Duel("Ann", "Bob", 12);
+  // Two players, 10 frags among 12 kills, 300 s, no Exit.
+  const std::string log = Init() + Join(0, "Ann") + Join(1, "Bob") + Kills(10, 0, 1) + Kill(1, 1) +
+                          Kill(1022, 1, "LAVA") + kShutdown;
   const struct {
     std::string what;
     int Limits::*limit;
     int least;  // the first value that the game misses
   } kCases[] = {{"min_players", &Limits::minPlayers, 3},
-                {"min_kills", &Limits::minKills, 13},
+                {"min_kills", &Limits::minKills, 11},
                 {"min_time", &Limits::minTime, 301}};
   for (const auto& test : kCases) {
     Limits limits;
@@ -83,8 +87,8 @@ TEST(MakeStatistics, KnowsAPlayerUnderEverySpelling) {
   EXPECT_EQ(ann.wins, 2U);
   EXPECT_EQ(ann.placings, (std::vector<std::uint32_t>{2, 1}));
   EXPECT_EQ(ann.figures.killStreak, 3U) << "streaks end with their game";
-  EXPECT_EQ(ann.firstSeen, 1'000'000 - 900);
-  EXPECT_EQ(ann.lastSeen, 1'000'000);
+  EXPECT_EQ(ann.seen.first, 1'000'000 - 900);
+  EXPECT_EQ(ann.seen.last, 1'000'000);
   ASSERT_EQ(statistics.maps.size(), 2U);
   EXPECT_EQ(statistics.maps[0].title, "Q3DM17");
   EXPECT_EQ(statistics.maps[0].games.size(), 2U);
@@ -103,7 +107,7 @@ TEST(MakeStatistics, TwoClientsOfOneNameAreOnePlayer) {
   ASSERT_EQ(statistics.players.size(), 2U);
   EXPECT_EQ(statistics.players[0].figures.score, 4);
   EXPECT_EQ(statistics.players[0].games, 1U);
-  EXPECT_EQ(statistics.players[0].placings, (std::vector<std::uint32_t>{1, 1}));
+  EXPECT_EQ(statistics.players[0].placings, (std::vector<std::uint32_t>{1}));
   EXPECT_EQ(statistics.players[0].figures.nemesis.index, kNobody) << "nobody is his own";
 }
 
@@ -131,10 +135,109 @@ TEST(MakeStatistics, RanksOnlyWhoIsWithinTheLimits) {
         order.push_back(player.name + " " + std::to_string(player.rank));
       }
       EXPECT_EQ(order, test.order) << test.what;
-      const bool unlimited = !limitTables || test.what == "none";
-      EXPECT_EQ(statistics.pairs.size(), unlimited ? 2U : 0U) << test.what;
-      EXPECT_EQ(statistics.games[0].pairs.size(), 1U) << "only the overall table is limited";
+      EXPECT_EQ(statistics.pairs.size(), 2U) << "the limit is of tables, not of duels";
     }
+  }
+}
+
+/// A game without stamps in which the first kills the second `kills` times.
+std::string UntimedDuel(const std::string& winner, const std::string& loser, int kills) {
+  std::string log = "InitGame: \\mapname\\a\n" + Join(0, winner, 0, "") + Join(1, loser, 0, "");
+  for (int i = 0; i < kills; ++i) log += Kill(0, 1, "BFG", "");
+  return log + "ShutdownGame:\n";
+}
+
+TEST(MakeStatistics, AppliesNoLimitToATimeThatIsNotKnown) {
+  Limits limits;
+  limits.playersMinTime = 6;
+  const struct {
+    std::string what;
+    std::string log;
+    std::string players;  // rank, time, kills of all and of timed games
+  } kCases[] = {
+      {"timed", Duel("Ann", "Bob", 2), "Ann 0 299 2/2 Bob 0 299 0/0 "},
+      {"without stamps", UntimedDuel("Ann", "Bob", 2), "Ann 1 0 2/0 Bob 2 0 0/0 "},
+  };
+  for (const auto& test : kCases) {
+    std::string players;
+    for (const Player& player : StatisticsOf(test.log, limits).players) {
+      players += player.name + " " + std::to_string(player.rank) + " " +
+                 std::to_string(player.timed.seconds) + " " + std::to_string(player.figures.kills) +
+                 "/" + std::to_string(player.timed.kills) + " ";
+    }
+    EXPECT_EQ(players, test.players) << test.what;
+  }
+}
+
+TEST(MakeStatistics, NamesakesWinAndPlaceOnceAGame) {
+  Limits limits;
+  limits.gameLastPlaced = 3;
+  const std::string ann = Join(0, "Ann") + Join(1, "^1ann");
+  const struct {
+    std::string what;
+    std::string log;
+    std::string ann;  // games, wins, placed, placings
+  } kCases[] = {
+      {"first and second", Init() + ann + Join(2, "Bob") + Kills(2, 0, 2) + Kill(1, 2) + kShutdown,
+       "1 1 1 1"},
+      {"both first", Init() + ann + Join(2, "Bob") + Kill(0, 2) + Kill(1, 2) + kShutdown,
+       "1 1 1 1"},
+      {"alone", Init() + ann + Kill(0, 1) + kShutdown, "1 0 1 1"},
+      {"first, but the other one's team won",
+       Init("q3dm7", 3) + Join(0, "Ann", 1) + Join(1, "ann", 2) + Join(2, "Bob", 2) +
+           Kills(2, 0, 2) + Kills(2, 2, 0) + Kill(1, 0) + kShutdown,
+       "1 1 1 1"},
+      {"one second and one third",
+       Init() + ann + Join(2, "Bob") + Kills(3, 2, 0) + Kill(0, 2) + kShutdown, "1 0 1 0 1"},
+  };
+  for (const auto& test : kCases) {
+    for (const Player& player : StatisticsOf(test.log, limits).players) {
+      if (LowerCase(player.plain) != "ann") continue;
+      std::string text = std::to_string(player.games) + " " + std::to_string(player.wins) + " " +
+                         std::to_string(player.placed);
+      for (const std::uint32_t times : player.placings) text += " " + std::to_string(times);
+      EXPECT_EQ(text, test.ann) << test.what;
+    }
+  }
+}
+
+TEST(MakeStatistics, KnowsWhenAPlayerWasSeen) {
+  const std::string warmup = Init() + "  0:00 Warmup:\n  0:10 ShutdownGame:\n";
+  const std::string untimed = UntimedDuel("Ann", "Bob", 1);
+  const struct {
+    std::string what;
+    std::string log;
+    std::string seen;
+  } kCases[] = {
+      {"in the last run", Duel("Ann", "Bob", 1), "~999700 ~1000000"},
+      {"before it", Duel("Ann", "Bob", 1) + warmup, "<999690 <999990"},
+      {"in both", Duel("Ann", "Bob", 1) + Duel("Ann", "Bob", 1), "<999400 ~1000000"},
+      {"without stamps", untimed, "?0 ?0"},
+  };
+  for (const auto& test : kCases) {
+    const Seen& seen = StatisticsOf(test.log).summary.seen;
+    constexpr std::string_view kMarks = "?<~=";
+    EXPECT_EQ(kMarks[static_cast<std::size_t>(seen.firstDated)] + std::to_string(seen.first) + " " +
+                  kMarks[static_cast<std::size_t>(seen.lastDated)] + std::to_string(seen.last),
+              test.seen)
+        << test.what;
+  }
+}
+
+TEST(MakeStatistics, ABotIsOneInEveryGame) {
+  const auto game = [](const std::string& ann) {
+    return Init() + ann + test::JoinBot(1, "Bob") + Kill(0, 1) + kShutdown;
+  };
+  const struct {
+    std::string log;
+    bool annIsBot;
+  } kCases[] = {{game(test::JoinBot(0, "Ann")) + game(test::JoinBot(0, "Ann")), true},
+                {game(test::JoinBot(0, "Ann")) + game(Join(0, "Ann")), false},
+                {game(Join(0, "Ann")) + game(test::JoinBot(0, "Ann")), false}};
+  for (const auto& test : kCases) {
+    const Statistics statistics = StatisticsOf(test.log);
+    EXPECT_EQ(statistics.players[0].bot, test.annIsBot);
+    EXPECT_TRUE(statistics.players[1].bot);
   }
 }
 
@@ -161,6 +264,149 @@ TEST(MakeStatistics, IndicesPointAtWhomTheyMean) {
   EXPECT_EQ(statistics.players[statistics.games[0].entrants[0].player].name, "Bob");
   EXPECT_EQ(statistics.summary.kills, 8U);
   EXPECT_EQ(statistics.vocabulary.weapons[statistics.summary.weapons[0].weapon], "RAILGUN");
+}
+
+/// Holds what is said of players.txt.
+class PlayerNamesTest : public testing::Test {
+ protected:
+  PlayerNames Names(const std::string& text) {
+    Messages messages(folder_.Path().string(), {Messages::kSevereFile, 0, 0, 0});
+    return {text, "players.txt", messages};
+  }
+  std::string Said() const { return test::ReadFile(folder_.Path() / "morvane.log.txt"); }
+
+  test::TempFolder folder_;
+};
+
+TEST_F(PlayerNamesTest, ReadsJoinsAndPlayersToLeaveOut) {
+  const struct {
+    std::string text;
+    std::string name;
+    std::string is;  // the name it is joined to, or "-" when left out
+  } kCases[] = {
+      {"old = Ann", "^1OLD", "Ann"},
+      {"  ^1o^2ld\t=  ^3Ann  \r\n", "old", "^3Ann"},
+      {"a=b\nb=c", "a", "c"},
+      {"b=c\ra=b", "a", "c"},
+      {"\xEF\xBB\xBFold = Ann", "old", "Ann"},
+      {"\"a = b\" = Ann", "a = b", "Ann"},
+      {"old = \"- Ann\"", "old", "- Ann"},
+      {"-x- = Ann", "-x-", "Ann"},
+      {"// a = b\n; a = b\n\n", "a", ""},
+      {"caf\xE9 = Ann", "CAF\xC3\x89", "Ann"},
+      {"- old", "Old", "-"},
+      {"-\t\"- old\"", "- old", "-"},
+      {"- \"a = b\"", "a = b", "-"},
+      {"- (no name)", "   ", "-"},
+      {"- Ann", "Bob", ""},
+      {"", "Bob", ""},
+  };
+  for (const auto& test : kCases) {
+    const PlayerNames names = Names(test.text);
+    const std::string key = PlayerKey(test.name);
+    const std::string* to = names.JoinedTo(key);
+    EXPECT_EQ(to != nullptr ? *to : names.IsLeftOut(key) ? "-" : "", test.is) << test.text;
+    EXPECT_EQ(Said(), "") << test.text;
+  }
+}
+
+TEST_F(PlayerNamesTest, SaysWhichLineCannotBeUsed) {
+  const struct {
+    std::string line;
+    std::string said;
+  } kCases[] = {
+      {"Ann", "neither"},
+      {"-Ann", "neither"},
+      {"= Ann", "a name is missing"},
+      {"Ann =", "a name is missing"},
+      {"- ", "neither"},
+      {"- \"\"", "a name is missing"},
+      {"\"Ann = Bob", "quotes that do not end"},
+      {"a = b = c", "more than two names"},
+      {"- a = b", "more than one name"},
+      {"a = A", "to itself"},
+      {"kept = x", "stands already in line 2"},
+      {"- kept", "stands already in line 2"},
+      {"- out", "stands already in line 3"},
+      {"new = kept", "to itself"},
+  };
+  for (const auto& test : kCases) {
+    const PlayerNames names = Names("// names\nkept = new\n- out\n" + test.line + "\nb = Bea");
+    const std::string said = Said();
+    EXPECT_NE(said.find(" severe players.txt:4: "), said.npos) << test.line << "\n" << said;
+    EXPECT_NE(said.find(test.said), said.npos) << said;
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    EXPECT_EQ(*names.JoinedTo("b"), "Bea") << "the other lines count";
+  }
+}
+
+TEST_F(PlayerNamesTest, JoinedNamesAreOnePlayer) {
+  const std::string log = Duel("Nan", "Bob", 2) + Duel("^1Ann", "Bob", 3) + Duel("NAN", "Bob", 1);
+  const struct {
+    std::string text;
+    std::string players;
+  } kCases[] = {{"nan = ann", "^1Ann 6 3, Bob 0 3, "},
+                {"nan = ^2Zoe\nann = Zoe", "^2Zoe 6 3, Bob 0 3, "},
+                {"nan = Bob", "^1Ann 3 1, Bob 3 3, "},
+                {"", "^1Ann 3 1, NAN 3 2, Bob 0 3, "}};
+  for (const auto& test : kCases) {
+    std::string players;
+    for (const Player& player : StatisticsOf(log, {}, nullptr, Names(test.text)).players) {
+      players += player.name + " " + std::to_string(player.figures.kills) + " " +
+                 std::to_string(player.games) + ", ";
+    }
+    EXPECT_EQ(players, test.players) << test.text;
+  }
+}
+
+TEST_F(PlayerNamesTest, WhoIsLeftOutStandsNowhereAndChangesNothingForOthers) {
+  const std::string log =
+      Init() + Join(0, "Evil") + Join(1, "Ann") + Join(2, "Bob") + Kill(0, 1, "BFG", "  0:10 ") +
+      Kill(0, 1, "BFG", "  0:20 ") + Kill(1, 2, "BFG", "  0:30 ") + Kill(1, 0, "BFG", "  0:40 ") +
+      Kill(1, 0, "BFG", "  0:50 ") + kShutdown + Duel("Evil", "Bob", 1) + Duel("Bob", "Cid", 2);
+  Messages messages(folder_.Path().string(), {});
+  Ranking ranking("kill.killer = rank + 10\nkill.victim = rank - 1", "rules", 100, messages);
+  const Statistics statistics = StatisticsOf(log, {}, &ranking, Names("- EVIL"));
+  std::string text;
+  const auto nameOf = [&](const Rival& rival, const auto& list) {
+    return rival.index == kNobody ? "-" : list[rival.index].name + std::to_string(rival.count);
+  };
+  for (const Player& player : statistics.players) {
+    const Figures& figures = player.figures;
+    text += player.name + " " + std::to_string(figures.kills) + "/" +
+            std::to_string(figures.deaths) + " games " + std::to_string(player.games) + " wins " +
+            std::to_string(player.wins) + " rating " + std::to_string(std::lround(player.rating)) +
+            " " + nameOf(figures.nemesis, statistics.players) +
+            nameOf(figures.favouriteVictim, statistics.players) + "\n";
+  }
+  EXPECT_EQ(text,
+            "Ann 3/2 games 1 wins 1 rating 128 -Bob1\n"
+            "Bob 2/2 games 3 wins 1 rating 118 Ann1Cid2\n"
+            "Cid 0/2 games 1 wins 0 rating 98 Bob2-\n");
+  text.clear();
+  for (const Game& game : statistics.games) {
+    for (const Entrant& entrant : game.entrants) {
+      EXPECT_EQ(PlayerKey(statistics.players[entrant.player].name), PlayerKey(entrant.name));
+      text += std::to_string(entrant.place) + entrant.name + " " +
+              nameOf(entrant.figures.nemesis, game.entrants) + " ";
+    }
+    for (const LeadChange& change : game.lead) {
+      text += std::to_string(change.second) +
+              (change.leader == kLeftOut  ? "?"
+               : change.leader == kNobody ? "-"
+                                          : game.entrants[change.leader].name) +
+              " ";
+    }
+    text += std::to_string(game.frags) + "/" + std::to_string(game.kills) + " pairs " +
+            std::to_string(game.pairs.size()) + "\n";
+  }
+  EXPECT_EQ(text,
+            "1Ann - 3Bob Ann1 10? 40- 50Ann 3/3 pairs 1\n"
+            "2Bob - 60? 0/1 pairs 0\n"
+            "1Bob - 2Cid Bob2 60Bob 2/2 pairs 1\n");
+  EXPECT_EQ(statistics.summary.kills, 5U);
+  EXPECT_EQ(statistics.pairs.size(), 2U);
+  EXPECT_EQ(statistics.maps[0].players.size(), 3U);
 }
 
 TEST(PairCounts, AddsUpPairsOfAnyNumbers) {

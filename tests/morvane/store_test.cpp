@@ -182,25 +182,42 @@ Game SampleGame() {
 
 // When the record of a game changes its form, kRecordVersion rises, and the bytes of the version
 // before are read as they were. A field that the parser gives another value is none of that.
-const std::string kSampleRecord =
+const std::string kFirstRecord =
     "057133646d360080c49fd50cac0201000109467261676c696d697400000004030203416e6e000101"
     "01020200000128b301010100000101010203000200010001020001000342f6620002010001020000"
     "0002b301010101010002000102010100000002010001020001020001000100023c000246ffffffff"
     "0f0204000100000100010000010000ffff03000200";
 
+const std::string kThirdRecord =
+    "057133646d360080c49fd50cac0201000109467261676c696d697400000004030100000203416e6e"
+    "0001010100020200000128b3010101000101010203000200010001020001000342f6620002010000"
+    "010200000002b3010101010002000102010100000002010001020001020001000100023c000246ff"
+    "ffffff0f0204000100000100010000010000ffff03000200";
+
 TEST(GameRecord, KeepsItsFormWithItsVersion) {
+  EXPECT_EQ(kRecordVersion, 3) << "pack the sample anew, keep the bytes of the old version";
+  for (const int version : {1, 2, 3}) {
+    const std::string& record = version < 3 ? kFirstRecord : kThirdRecord;
+    Game game;
+    ASSERT_TRUE(UnpackGame(FromHex(record), version, 3, 1, game)) << version;
+    EXPECT_EQ(Hex(PackGame(game)), kThirdRecord) << version;
+    EXPECT_EQ(game.map, "q3dm6");
+    EXPECT_EQ(game.start, 1700000000);
+    EXPECT_EQ(game.dated, Dated::kNotAfter);
+    EXPECT_EQ(game.entrants.at(1).name,
+              "B\xF6"
+              "b");
+    EXPECT_EQ(game.entrants.at(0).figures.score, 20);
+    EXPECT_EQ(game.events.size(), 4U);
+  }
   Game game;
-  ASSERT_TRUE(UnpackGame(FromHex(kSampleRecord), 1, 3, 1, game));
-  EXPECT_EQ(kRecordVersion, 2) << "pack the sample anew, keep the bytes of the old version";
-  EXPECT_EQ(Hex(PackGame(game)), kSampleRecord);
-  EXPECT_EQ(game.map, "q3dm6");
-  EXPECT_EQ(game.start, 1700000000);
-  EXPECT_EQ(game.entrants.at(1).name,
-            "B\xF6"
-            "b");
-  EXPECT_EQ(game.entrants.at(0).figures.score, 20);
-  EXPECT_EQ(game.events.size(), 4U);
-  EXPECT_FALSE(UnpackGame(FromHex(kSampleRecord), kRecordVersion + 1, 3, 1, game));
+  EXPECT_FALSE(UnpackGame(FromHex(kThirdRecord), kRecordVersion + 1, 3, 1, game));
+  // A game of flags knew a lead and a winner once; now it knows that it does not.
+  std::string flags = FromHex(kFirstRecord);
+  flags[6] = 2 * 4;
+  ASSERT_TRUE(UnpackGame(flags, 2, 3, 1, game));
+  EXPECT_TRUE(game.teams && game.lead.empty());
+  EXPECT_FALSE(game.entrants[0].winner || game.entrants[1].winner);
 }
 
 TEST(GameRecord, ADamagedOneIsNotRead) {
@@ -211,7 +228,7 @@ TEST(GameRecord, ADamagedOneIsNotRead) {
       {"leader", [](Game& game) { game.lead[0].leader = 2; }},
       {"leading team",
        [](Game& game) {
-         game.type = 3;
+         game.teams = true;
          game.lead[0].leader = 4;
        }},
       {"weapon of a kill", [](Game& game) { game.events[0].weapon = 3; }},
@@ -221,11 +238,12 @@ TEST(GameRecord, ADamagedOneIsNotRead) {
       {"victim of a pair", [](Game& game) { game.pairs[0].victim = 2; }},
       {"weapon", [](Game& game) { game.entrants[0].figures.weapons[0].weapon = 3; }},
       {"item", [](Game& game) { game.entrants[1].figures.itemCounts[0].item = 1; }},
-      {"favourite weapon", [](Game& game) { game.entrants[0].figures.favouriteWeapon = 3; }},
       {"nemesis", [](Game& game) { game.entrants[0].figures.nemesis.index = 2; }},
       {"favourite victim", [](Game& game) { game.entrants[0].figures.favouriteVictim.index = 2; }},
       {"place", [](Game& game) { game.entrants[0].place = 3; }},
       {"no place", [](Game& game) { game.entrants[0].place = 0; }},
+      {"winning team", [](Game& game) { game.winningTeam = Team::kSpectator; }},
+      {"date", [](Game& game) { game.dated = static_cast<Dated>(4); }},
       {"team", [](Game& game) { game.entrants[0].team = static_cast<Team>(4); }},
   };
   Game read;
@@ -399,7 +417,7 @@ void WriteFirstVersion(const std::string& path, const std::string& log, std::siz
   row.bind(3, static_cast<std::int64_t>(digest));
   row.bind(4, static_cast<std::int64_t>(size));
   row.exec();
-  database.exec("INSERT INTO games(log, digest, data) SELECT id, 5, x'" + kSampleRecord +
+  database.exec("INSERT INTO games(log, digest, data) SELECT id, 5, x'" + kFirstRecord +
                 "' FROM logs");
 }
 

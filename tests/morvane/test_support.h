@@ -61,6 +61,12 @@ inline std::string Join(int slot, std::string_view name, int team = 0,
          "ClientBegin: " + number + "\n";
 }
 
+/// The same of a bot.
+inline std::string JoinBot(int slot, std::string_view name, int team = 0) {
+  std::string lines = Join(slot, name, team);
+  return lines.insert(lines.find("\\model\\"), "\\skill\\    3.00");
+}
+
 inline std::string Kill(int killer, int victim, std::string_view means = "RAILGUN",
                         std::string_view stamp = "  1:00 ") {
   return std::string(stamp) + "Kill: " + std::to_string(killer) + " " + std::to_string(victim) +
