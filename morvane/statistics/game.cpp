@@ -5,7 +5,7 @@
 #include <initializer_list>
 #include <tuple>
 
-#include "config/text.h"
+#include "text/text.h"
 
 namespace morvane {
 namespace {
@@ -58,7 +58,7 @@ std::string_view WithoutPrefix(std::string_view name,
                                std::initializer_list<std::string_view> prefixes) {
   for (const std::string_view prefix : prefixes) {
     const bool has =
-        name.size() > prefix.size() && config::SameName(name.substr(0, prefix.size()), prefix);
+        name.size() > prefix.size() && text::SameName(name.substr(0, prefix.size()), prefix);
     if (has) return name.substr(prefix.size());
   }
   return name;

@@ -6,9 +6,9 @@
 #include <system_error>
 #include <utility>
 
-#include "config/text.h"
 #include "morvane/statistics/names.h"
 #include "platform/files.h"
+#include "text/text.h"
 
 namespace morvane {
 namespace {
@@ -18,14 +18,14 @@ constexpr std::string_view kForms = "neither \"old name = name\" nor \"- name\""
 /// Takes the first name off a line: what stands in quotes, or else before "="; blanks around it do
 /// not count. Nothing where quotes do not end.
 std::optional<std::string_view> TakeName(std::string_view& line) {
-  line = config::TrimBlanks(line);
+  line = text::TrimBlanks(line);
   const bool quoted = line.starts_with('"');
   if (quoted) line.remove_prefix(1);
   const std::size_t end = quoted ? line.find('"') : std::min(line.find('='), line.size());
   if (end == line.npos) return std::nullopt;
   const std::string_view name = line.substr(0, end);
-  line = config::TrimBlanks(line.substr(end + (quoted ? 1 : 0)));
-  return quoted ? name : config::TrimBlanks(name);
+  line = text::TrimBlanks(line.substr(end + (quoted ? 1 : 0)));
+  return quoted ? name : text::TrimBlanks(name);
 }
 
 }  // namespace
@@ -34,7 +34,7 @@ PlayerNames::PlayerNames(std::string_view text, const std::string& file, Report&
   if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
   for (std::size_t number = 1; !text.empty(); ++number) {
     const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-    const std::string_view line = config::TrimBlanks(text.substr(0, end));
+    const std::string_view line = text::TrimBlanks(text.substr(0, end));
     const bool isCrLf = text.substr(end).starts_with("\r\n");
     text.remove_prefix(std::min(end + (isCrLf ? 2 : 1), text.size()));
     if (line.empty() || line.starts_with("//") || line.starts_with(';')) continue;
