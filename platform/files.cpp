@@ -14,6 +14,18 @@ namespace fs = std::filesystem;
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
+/// Why something that is no regular file is not opened.
+class KindCategory : public std::error_category {
+ public:
+  const char* name() const noexcept override { return "kind of file"; }
+  std::string message(int /*value*/) const override { return "not a regular file"; }
+};
+
+std::error_code NotRegular() {
+  static const KindCategory category;
+  return {1, category};
+}
+
 /// An open file descriptor that closes itself.
 class Descriptor {
  public:
@@ -101,14 +113,27 @@ bool FileExists(const fs::path& path) {
   return fs::exists(status) && !fs::is_directory(status);
 }
 
-std::string ReadWholeFile(const fs::path& path, std::error_code& error) {
+int OpenRegularFile(const fs::path& path, std::error_code& error) {
   error.clear();
-  std::string bytes;
-  const Descriptor descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  if (descriptor.Get() < 0) {
+  // Opening a pipe would wait for its other end.
+  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+  struct stat status = {};
+  if (descriptor < 0 || fstat(descriptor, &status) != 0) {
     error = LastError();
-    return bytes;
+  } else if (S_ISDIR(status.st_mode)) {
+    error = std::make_error_code(std::errc::is_a_directory);
+  } else if (!S_ISREG(status.st_mode)) {
+    error = NotRegular();
   }
+  if (!error) return descriptor;
+  if (descriptor >= 0) close(descriptor);
+  return -1;
+}
+
+std::string ReadWholeFile(const fs::path& path, std::error_code& error) {
+  std::string bytes;
+  const Descriptor descriptor(OpenRegularFile(path, error));
+  if (error) return bytes;
   std::array<char, 1 << 16> buffer;
   while (true) {
     const ssize_t count = read(descriptor.Get(), buffer.data(), buffer.size());

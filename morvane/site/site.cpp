@@ -23,6 +23,7 @@
 #include "morvane/site/site_facts.h"
 #include "morvane/site/site_templates.h"
 #include "platform/files.h"
+#include "platform/threads.h"
 
 namespace morvane {
 namespace {
@@ -218,10 +219,8 @@ void RenderAll(const Site& site, const SiteTemplates& templates, Report& report)
       report.Progress("Writing pages", i + 1, units.size());
     }
   };
-  std::vector<std::jthread> threads;
-  const std::size_t cores = std::max(1U, std::thread::hardware_concurrency());
-  for (std::size_t i = 1; i < std::min(cores, units.size()); ++i) threads.emplace_back(work);
-  work();
+  platform::RunOnThreads(std::min<std::size_t>(std::thread::hardware_concurrency(), units.size()),
+                         work);
 }
 
 std::map<std::string, Data> TemplateData(const SiteTemplates& templates, const PageNames& pages) {

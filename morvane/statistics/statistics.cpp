@@ -1,8 +1,8 @@
 #include "morvane/statistics/statistics.h"
 
 #include <algorithm>
+#include <atomic>
 #include <numeric>
-#include <thread>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
@@ -11,6 +11,7 @@
 #include "morvane/statistics/figures.h"
 #include "morvane/statistics/names.h"
 #include "morvane/statistics/ranking.h"
+#include "platform/threads.h"
 
 namespace morvane {
 namespace {
@@ -265,11 +266,13 @@ Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabul
   for (Game& game : statistics.games) {
     for (Entrant& entrant : game.entrants) entrant.player = numbers.Number(entrant.name);
   }
-  {
-    // Maps and totals need the same games and nothing of each other.
-    const std::jthread maps([&] { AddMaps(limits, statistics); });
-    AddTotals(limits, statistics);
-  }
+  // Maps and totals need the same games and nothing of each other.
+  std::atomic<int> next = 0;
+  platform::RunOnThreads(2, [&] {
+    for (int task = next++; task < 2; task = next++) {
+      task == 0 ? AddTotals(limits, statistics) : AddMaps(limits, statistics);
+    }
+  });
   if (ranking != nullptr) ApplyRanking(*ranking, limits, statistics);
   RankAll(limits, statistics);
   return statistics;

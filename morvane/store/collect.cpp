@@ -5,15 +5,16 @@
 #include <iterator>
 #include <memory>
 #include <string>
-#include <system_error>
+#include <thread>
 #include <unordered_set>
 #include <utility>
 
 #include "morvane/log/log_parser.h"
-#include "morvane/log/mapped_file.h"
+#include "morvane/log/log_text.h"
 #include "morvane/statistics/names.h"
 #include "morvane/store/database.h"
 #include "morvane/store/game_record.h"
+#include "platform/threads.h"
 
 namespace morvane {
 namespace {
@@ -22,10 +23,11 @@ constexpr std::int64_t kNanoseconds = 1'000'000'000;
 
 /// A log of the settings that can be read.
 struct OpenLog {
-  OpenLog(const LogFile& named, std::error_code& error) : file(named), mapped(named.path, error) {}
+  explicit OpenLog(const LogFile& named) : file(named), text(named.path, problem) {}
 
   LogFile file;
-  MappedFile mapped;
+  std::string problem;  // why it cannot be read
+  LogText text;
   std::size_t begin = 0;  // what lies before is known
   std::size_t linesBefore = 0;
   StoredLog stored;    // where there is a database
@@ -37,46 +39,73 @@ std::string Count(std::size_t count, const std::string& one) {
   return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
 }
 
+/// Unpacks the packed ones among logs, on all cores.
+void UnpackAll(std::vector<OpenLog>& logs) {
+  std::atomic<std::size_t> next = 0;
+  const std::size_t cores = std::thread::hardware_concurrency();
+  platform::RunOnThreads(std::min(cores, logs.size()), [&] {
+    for (std::size_t i = next++; i < logs.size(); i = next++) {
+      if (logs[i].problem.empty()) logs[i].text.Unpack(logs[i].problem);
+    }
+  });
+}
+
 /// Opens the logs; those that cannot be read are left out with a message.
 std::vector<OpenLog> OpenLogs(const Sources& sources, Report& report) {
   std::vector<OpenLog> logs;
   std::unordered_set<std::string> named;
   for (const LogFile& file : sources.logs) {
-    std::error_code error;
     if (file.type != kServerLog) {
       report.Severe(Log::kParser,
                     "log type " + std::to_string(file.type) + " is not known; log skipped",
                     file.name);
     } else if (!named.insert(file.path).second) {
       report.Normal(Log::kParser, "named twice; read once", file.name);
-    } else if (OpenLog log(file, error); error) {
-      report.Severe(Log::kParser, "cannot be read: " + error.message(), file.name);
     } else {
-      logs.push_back(std::move(log));
+      logs.emplace_back(file);
     }
   }
+  UnpackAll(logs);
+  std::erase_if(logs, [&](const OpenLog& log) {
+    if (log.problem.empty()) return false;
+    report.Severe(Log::kParser, "cannot be read: " + log.problem, log.file.name);
+    return true;
+  });
   return logs;
 }
 
-/// Reads what is not known yet of the logs, on all cores.
+/// Leaves out the logs that were cut while they were read: what was read of them is no log.
+void DropTorn(std::vector<OpenLog>& logs, Report& report) {
+  std::erase_if(logs, [&](const OpenLog& log) {
+    if (log.text.IsWhole()) return false;
+    report.Severe(Log::kParser,
+                  "was cut or written anew while it was read; it is left out of this run",
+                  log.file.name);
+    return true;
+  });
+}
+
+/// Reads what is not known yet of the logs, on all cores. What cannot be read to its end is left
+/// out.
 void Parse(std::vector<OpenLog>& logs, bool keepEvents, Report& report) {
   std::vector<std::string_view> texts;
   std::size_t all = 0;
   for (const OpenLog& log : logs) {
-    texts.push_back(log.mapped.Bytes().substr(log.begin));
+    texts.push_back(log.text.Bytes().substr(log.begin));
     all += texts.back().size();
   }
   std::atomic<std::size_t> done = 0;
   std::vector<ParsedLog> parsed = ParseLogs(texts, keepEvents, [&](const Stretch& stretch) {
     const OpenLog& log = logs[stretch.log];
-    log.mapped.Release(log.begin + stretch.begin, log.begin + stretch.end);
+    log.text.Release(log.begin + stretch.begin, log.begin + stretch.end);
     done += stretch.end - stretch.begin;
     report.Progress("Reading logs:", done, all);
   });
   for (std::size_t i = 0; i < logs.size(); ++i) {
     logs[i].parsed = std::move(parsed[i]);
-    SetStarts(logs[i].parsed, logs[i].mapped.LastChange() / kNanoseconds);
+    SetStarts(logs[i].parsed, logs[i].text.LastChange() / kNanoseconds);
   }
+  DropTorn(logs, report);
 }
 
 /// Says what was found in a log.
@@ -179,14 +208,14 @@ class Store {
 };
 
 bool Store::FindNew(OpenLog& log) {
-  const auto size = static_cast<std::int64_t>(log.mapped.Bytes().size());
+  const auto size = static_cast<std::int64_t>(log.text.Bytes().size());
   const std::optional<StoredLog> stored = database_.FindLog(log.file.path);
   if (stored) {
     log.stored = *stored;
-    if (stored->size == size && stored->changed == log.mapped.LastChange()) return false;
+    if (stored->size == size && stored->changed == log.text.LastChange()) return false;
     const auto known = static_cast<std::size_t>(stored->size);
     log.grown = size >= stored->size && stored->resumeAt <= stored->size &&
-                Digest(log.mapped.Bytes().substr(0, known)) == stored->digest;
+                Digest(log.text.Bytes().substr(0, known)) == stored->digest;
   }
   if (log.grown) {
     log.begin = static_cast<std::size_t>(stored->resumeAt);
@@ -241,8 +270,8 @@ void Store::MakeRoom(OpenLog& log) {
 void Store::Keep(const OpenLog& log) {
   const std::int64_t id = log.stored.id != 0 ? log.stored.id : database_.AddLog(log.file.path);
   database_.AddGames(id, log.parsed.games);
-  const std::string_view bytes = log.mapped.Bytes();
-  database_.UpdateLog({id, static_cast<std::int64_t>(bytes.size()), log.mapped.LastChange(),
+  const std::string_view bytes = log.text.Bytes();
+  database_.UpdateLog({id, static_cast<std::int64_t>(bytes.size()), log.text.LastChange(),
                        Digest(bytes), static_cast<std::int64_t>(log.begin + log.parsed.resumeAt),
                        static_cast<std::int64_t>(log.linesBefore + log.parsed.resumeLine),
                        log.parsed.openAtEnd});
@@ -307,7 +336,9 @@ void Store::DropMoved(const std::vector<Game>& games) {
 
 }  // namespace
 
-Collected CollectGames(const Sources& sources, bool keepEvents, Report& report) {
+Collected CollectGames(const Sources& named, bool keepEvents, Report& report) {
+  Sources sources = named;
+  sources.logs = FindLogs(named.logs, report);
   if (sources.useDatabase) {
     try {
       std::vector<OpenLog> logs = OpenLogs(sources, report);

@@ -105,6 +105,20 @@ TEST_F(RunTest, ReadsWhatItCanOfTheLogs) {
   }
 }
 
+TEST_F(RunTest, ReadsPatternsAndPackedLogs) {
+  Configure({"logs\\games.log*", "logs/none*", "logs/broken*"});
+  WriteFile(At("logs/games.log"), Duel("Ann", "Bob", 1));
+  WriteFile(At("logs/games.log.1"), test::Packed(Duel("Ann", "Bob", 2) + Duel("Ann", "Bob", 3)));
+  WriteFile(At("logs/broken.gz"), test::Packed(Duel("Ann", "Bob", 4)).substr(0, 50));
+  EXPECT_EQ(Games(), 3);
+  for (const std::string said :
+       {"severe logs/none*: no file matches this pattern",
+        "severe logs/broken.gz: cannot be read: it is packed and its end is missing",
+        "normal logs\\games.log.1: 23 lines read"}) {
+    EXPECT_NE(ParserLog().find(said), std::string::npos) << said << ParserLog();
+  }
+}
+
 TEST_F(RunTest, MessagesGoWhereTheSettingsSay) {
   WriteFile(At("games.log"), Duel("Ann", "Bob", 1));
   for (int options = 0; options <= 15; ++options) {
