@@ -2,29 +2,50 @@
 
 #include <chrono>
 #include <cstdio>
+#include <exception>
 #include <memory>
+#include <new>
+#include <optional>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "config/modIni.h"
+#include "config/profile_text.h"
 #include "morvane/messages.h"
 #include "morvane/settings.h"
 #include "morvane/site/site.h"
+#include "morvane/site/template_source.h"
 #include "morvane/statistics/ranking.h"
 #include "morvane/statistics/statistics.h"
 #include "morvane/store/collect.h"
+#include "morvane/store/database.h"
 #include "platform/files.h"
+#include "platform/paths.h"
 
 namespace morvane {
 namespace {
 
 constexpr int kSuccess = 0;
-constexpr int kNothingWritten = 1;
+constexpr int kFailed = 1;
 
-int RefuseSettings(const std::string& directory, const std::string& path, const std::string& why) {
+/// Why no run can be made from the settings file; empty when one can.
+std::string FaultOfSettings(const config::modIni& ini) {
+  std::error_code error;
+  const std::string bytes = platform::ReadWholeFile(ini.ConfigFilePath(), error);
+  if (error) return error.message();
+  if (bytes.find_first_not_of(" \t\r\n") == bytes.npos) return "the file is empty";
+  if (!config::ProfileText(bytes).IsUsable()) return "the file is UTF-16; save it as UTF-8";
+  return ini.KeyNames("Main").empty() ? "the file has no section [Main]" : std::string();
+}
+
+std::optional<Settings> LoadSettings(const std::string& directory) {
+  config::modIni ini(directory);
+  const std::string fault = FaultOfSettings(ini);
+  if (fault.empty()) return ReadSettings(ini);
   Messages messages(directory, {Messages::kSevereFile | Messages::kSevereScreen, 0, 0, 0});
-  messages.Severe(Log::kMain, "the settings cannot be read: " + why, path);
-  return kNothingWritten;
+  messages.Severe(Log::kMain, "the settings cannot be read: " + fault, ini.ConfigFilePath());
+  return {};
 }
 
 std::string Seconds(std::chrono::steady_clock::time_point since) {
@@ -46,31 +67,67 @@ Statistics CountGames(const Settings& settings, Collected collected, Messages& m
   return statistics;
 }
 
-}  // namespace
+/// All that the engine reads and keeps besides what pages are made from.
+std::vector<std::string> KeptFiles(const Settings& settings, const std::string& directory) {
+  std::vector<std::string> files = Messages::Files(directory);
+  for (const char* name : {"morvane.cfg", "morvane.exe", "players.txt"}) {
+    files.push_back(directory + "/" + name);
+  }
+  for (const LogFile& log : settings.sources.logs) files.push_back(log.path);
+  // With what SQLite keeps beside it.
+  files.push_back(settings.sources.databasePath + "/" + std::string(Database::kFileName) + "*");
+  for (const std::string& folder : settings.ranking.folders) {
+    files.push_back(folder + "/" + settings.ranking.file);
+    files.push_back(TemplatePath(folder, settings.ranking.file).string());
+  }
+  return files;
+}
 
-int Run(const std::string& directory) {
+/// A file extension that leads out of the folder of the pages is refused once, not with each page.
+void CheckExtension(Settings& settings, Report& report) {
+  if (!platform::HasSeparator(settings.site.fileExtension)) return;
+  report.Severe(Log::kMain, "the file extension \"" + settings.site.fileExtension +
+                                "\" cannot be used: it names a folder; the pages have .html");
+  settings.site.fileExtension = ".html";
+}
+
+/// From the logs to the pages.
+int CountAndWrite(const Settings& settings, Messages& messages) {
   const auto start = std::chrono::steady_clock::now();
-  config::modIni ini(directory);
-  std::error_code error;
-  platform::ReadWholeFile(ini.ConfigFilePath(), error);
-  if (error) return RefuseSettings(directory, ini.ConfigFilePath(), error.message());
-  const Settings settings = ReadSettings(ini);
-  Messages messages(directory, settings.messageOptions);
   Collected collected = CollectGames(settings.sources, settings.ranking.use, messages);
   if (!collected.usable) {
     messages.Severe(Log::kMain, "no log could be read; no pages are written");
-    return kNothingWritten;
+    return kFailed;
   }
   const Statistics statistics = CountGames(settings, std::move(collected), messages);
   const SiteResult site = WritePages(settings.site, statistics, messages);
-  const std::string counts = std::to_string(site.written) + " files written, " +
-                             std::to_string(site.unchanged) + " unchanged";
   if (!site.usable || site.written + site.unchanged == 0) {
     messages.Severe(Log::kMain, "no pages could be written", settings.site.outputPath);
-    return kNothingWritten;
+    return kFailed;
   }
-  messages.Normal(Log::kMain, counts + ", in " + Seconds(start) + " s", settings.site.outputPath);
-  return kSuccess;
+  messages.Normal(Log::kMain, std::to_string(site.written) + " files written, " +
+                                  std::to_string(site.unchanged) + " unchanged, in " +
+                                  Seconds(start) + " s");
+  if (!site.firstPage.empty()) messages.Normal(Log::kMain, "the first page is " + site.firstPage);
+  return site.failed == 0 ? kSuccess : kFailed;
+}
+
+}  // namespace
+
+int Run(const std::string& directory) {
+  std::optional<Settings> settings = LoadSettings(directory);
+  if (!settings) return kFailed;
+  Messages messages(directory, settings->messageOptions);
+  try {
+    CheckExtension(*settings, messages);
+    settings->site.keptFiles = KeptFiles(*settings, directory);
+    return CountAndWrite(*settings, messages);
+  } catch (const std::bad_alloc&) {
+    messages.Severe(Log::kMain, "the run has ended early: not enough memory");
+  } catch (const std::exception& error) {
+    messages.Severe(Log::kMain, std::string("the run has ended early: ") + error.what());
+  }
+  return kFailed;
 }
 
 }  // namespace morvane

@@ -14,18 +14,6 @@ namespace fs = std::filesystem;
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
-/// Why something that is no regular file is not opened.
-class KindCategory : public std::error_category {
- public:
-  const char* name() const noexcept override { return "kind of file"; }
-  std::string message(int /*value*/) const override { return "not a regular file"; }
-};
-
-std::error_code NotRegular() {
-  static const KindCategory category;
-  return {1, category};
-}
-
 /// An open file descriptor that closes itself.
 class Descriptor {
  public:
@@ -46,6 +34,36 @@ class Descriptor {
  private:
   int value_;
 };
+
+/// Errors that the system has no number for.
+class FileErrors : public std::error_category {
+ public:
+  enum Number { kNotRegular = 1 };
+
+  static std::error_code NotRegular() {
+    static const FileErrors category;
+    return {kNotRegular, category};
+  }
+
+  const char* name() const noexcept override { return "file"; }
+  std::string message(int /*number*/) const override { return "Not a regular file"; }
+};
+
+/// Why something that exists cannot be used as a file; nothing when it can.
+std::error_code RefuseKind(mode_t mode) {
+  if (S_ISDIR(mode)) return std::make_error_code(std::errc::is_a_directory);
+  return S_ISREG(mode) ? std::error_code() : FileErrors::NotRegular();
+}
+
+/// The descriptor, where it was opened and is a regular file's; else -1 and `error`.
+int OnlyRegular(int descriptor, std::error_code& error) {
+  struct stat status = {};
+  const bool isOpen = descriptor >= 0 && fstat(descriptor, &status) == 0;
+  error = isOpen ? RefuseKind(status.st_mode) : LastError();
+  if (!error) return descriptor;
+  if (descriptor >= 0) close(descriptor);
+  return -1;
+}
 
 /// Where a save to `path` really goes: the end of its chain of symbolic links.
 std::error_code ResolveLinks(fs::path& path) {
@@ -114,19 +132,16 @@ bool FileExists(const fs::path& path) {
 }
 
 int OpenRegularFile(const fs::path& path, std::error_code& error) {
-  error.clear();
   // Opening a pipe would wait for its other end.
-  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-  struct stat status = {};
-  if (descriptor < 0 || fstat(descriptor, &status) != 0) {
-    error = LastError();
-  } else if (S_ISDIR(status.st_mode)) {
-    error = std::make_error_code(std::errc::is_a_directory);
-  } else if (!S_ISREG(status.st_mode)) {
-    error = NotRegular();
-  }
-  if (!error) return descriptor;
-  if (descriptor >= 0) close(descriptor);
+  return OnlyRegular(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY), error);
+}
+
+int CreateRegularFile(const fs::path& path, std::error_code& error) {
+  constexpr int kFlags = O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+  const int descriptor = OnlyRegular(open(path.c_str(), kFlags, 0666), error);
+  if (error || ftruncate(descriptor, 0) == 0) return descriptor;
+  error = LastError();
+  close(descriptor);
   return -1;
 }
 

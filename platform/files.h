@@ -16,6 +16,10 @@ bool FileExists(const std::filesystem::path& path);
 /// nothing waits for it. On failure the result is -1 and `error` says why.
 int OpenRegularFile(const std::filesystem::path& path, std::error_code& error);
 
+/// Begins a regular file anew for writing, or makes it, and hands out its descriptor, which the
+/// caller closes. Otherwise as above.
+int CreateRegularFile(const std::filesystem::path& path, std::error_code& error);
+
 /// The bytes of a regular file. On failure the result is empty and `error` says why (a folder and a
 /// file that does not exist are failures too).
 std::string ReadWholeFile(const std::filesystem::path& path, std::error_code& error);

@@ -65,6 +65,14 @@ class Loader {
 
 }  // namespace
 
+std::vector<std::string> TemplatePatterns() {
+  std::vector<std::string> patterns = {"*" + std::string(kTemplateExtension), "*.css"};
+  for (const std::string_view extension : kAssetExtensions) {
+    patterns.push_back("*" + std::string(extension));
+  }
+  return patterns;
+}
+
 SiteTemplates LoadTemplates(const SiteSettings& settings, Report& report) {
   Loader loader(settings, report);
   SiteTemplates templates;

@@ -163,7 +163,7 @@ TEST(MappedFiles, OpenOnlyRegularFilesAndWaitForNone) {
     std::error_code error;
     const MappedFile file(path, error);
     EXPECT_TRUE(error) << path;
-    EXPECT_EQ(error.message(), path == folder.Path() ? "Is a directory" : "not a regular file");
+    EXPECT_EQ(error.message(), path == folder.Path() ? "Is a directory" : "Not a regular file");
   }
 }
 
