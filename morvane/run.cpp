@@ -16,6 +16,7 @@
 #include "morvane/settings.h"
 #include "morvane/site/site.h"
 #include "morvane/site/template_source.h"
+#include "morvane/statistics/dropped.h"
 #include "morvane/statistics/ranking.h"
 #include "morvane/statistics/statistics.h"
 #include "morvane/store/collect.h"
@@ -58,8 +59,10 @@ std::string Seconds(std::chrono::steady_clock::time_point since) {
 Statistics CountGames(const Settings& settings, Collected collected, Messages& messages) {
   std::unique_ptr<Ranking> ranking;
   if (settings.ranking.use) ranking = ReadRanking(settings.ranking, messages);
+  TellDroppedGames(collected.games, settings.limits, messages);
   Statistics statistics = MakeStatistics(settings.limits, std::move(collected.games),
                                          std::move(collected.vocabulary), ranking.get());
+  TellDroppedPlayers(statistics.players, settings.limits, messages);
   messages.Normal(Log::kMain, std::to_string(statistics.games.size()) + " of " +
                                   std::to_string(statistics.gamesFound) + " games counted, " +
                                   std::to_string(statistics.ranked) + " of " +

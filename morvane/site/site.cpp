@@ -34,7 +34,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kImageFolder = "images";
 
-/// Puts files into the output folder and counts what fails.
+/// Puts files into the output folder and tells what fails.
 class Output {
  public:
   Output(PageFolder& folder, Report& report) : folder_(folder), report_(report) {}
@@ -63,6 +63,7 @@ class Output {
   /// Tells what could not be written, each reason once: a full disk fails thousands of pages. How
   /// many files failed in all.
   std::size_t TellFailures() {
+    std::size_t failed = 0;
     for (const auto& [reason, unwritten] : unwritten_) {
       const std::string others =
           unwritten.count == 2
@@ -71,10 +72,9 @@ class Output {
       report_.Severe(Log::kMain,
                      "cannot be written: " + reason + (unwritten.count > 1 ? others : ""),
                      unwritten.first);
-      failed_ += unwritten.count;
+      failed += unwritten.count;
     }
-    unwritten_.clear();
-    return failed_;
+    return failed;
   }
 
  private:
@@ -87,17 +87,13 @@ class Output {
     const std::lock_guard lock(mutex_);
     return names_.insert(config::FoldCase(name)).second;
   }
-  void Fail(const std::string& text) {
-    ++failed_;
-    report_.Severe(Log::kMain, text);
-  }
+  void Fail(const std::string& text) { report_.Severe(Log::kMain, text); }
 
   PageFolder& folder_;
   Report& report_;
   std::mutex mutex_;
   std::unordered_set<std::string> names_;
   std::map<std::string, Unwritten> unwritten_;  // by reason
-  std::atomic<std::size_t> failed_ = 0;
 };
 
 /// What all threads read while they render.

@@ -129,12 +129,6 @@ class Totals {
   std::vector<std::uint32_t> seats_;    // of the entrants of the game being added
 };
 
-bool IsRanked(const Player& player, const Limits& limits) {
-  return player.figures.seconds >= std::int64_t{60} * limits.playersMinTime &&
-         static_cast<std::int64_t>(player.games) >= limits.playersMinGames &&
-         static_cast<std::int64_t>(player.figures.kills) >= limits.playersMinKills;
-}
-
 bool IsAhead(const Player& left, const Player& right) {
   if (left.ranked != right.ranked) return left.ranked;
   if (left.rating != right.rating) return left.rating > right.rating;
@@ -252,6 +246,12 @@ bool IsCounted(const Game& game, const Limits& limits) {
   return !game.warmup && (game.complete || !limits.gameComplete) &&
          reaches(game.entrants.size(), limits.minPlayers) && reaches(game.kills, limits.minKills) &&
          (!game.timed || reaches(game.length, limits.minTime));
+}
+
+bool IsRanked(const Player& player, const Limits& limits) {
+  return player.figures.seconds >= std::int64_t{60} * limits.playersMinTime &&
+         static_cast<std::int64_t>(player.games) >= limits.playersMinGames &&
+         static_cast<std::int64_t>(player.figures.kills) >= limits.playersMinKills;
 }
 
 Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabulary vocabulary,

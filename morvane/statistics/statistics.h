@@ -73,6 +73,9 @@ struct Statistics {
 /// tells no length, so `min_time` does not apply to its games.
 bool IsCounted(const Game& game, const Limits& limits);
 
+/// Whether a player is ranked: none of the players' limits misses him.
+bool IsRanked(const Player& player, const Limits& limits);
+
 /// Everything from the games found, in the order of play. `vocabulary` names the numbers in them.
 /// With a `ranking` that orders the players, else their scores do.
 Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabulary vocabulary,
