@@ -101,7 +101,7 @@ class Totals {
     for (Player& player : players_) {
       SettleFigures(player.figures);
       player.plain = NameText(player.name);
-      player.rating = player.figures.score;
+      player.rating = static_cast<double>(player.figures.score);
     }
     SettleRivals(pairs, [this](std::uint32_t i) -> Figures& { return players_[i].figures; });
     summary = std::move(summary_);

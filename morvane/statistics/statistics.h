@@ -33,12 +33,12 @@ struct Player {
 struct Summary {
   std::uint32_t games = 0;
   std::int64_t seconds = 0;  ///< length of all games
-  std::uint32_t kills = 0;   ///< frags of all players
-  std::uint32_t deaths = 0;
-  std::uint32_t suicides = 0;
-  std::uint32_t teamKills = 0;
-  std::uint32_t worldDeaths = 0;
-  std::uint32_t items = 0;
+  std::int64_t kills = 0;    ///< frags of all players
+  std::int64_t deaths = 0;
+  std::int64_t suicides = 0;
+  std::int64_t teamKills = 0;
+  std::int64_t worldDeaths = 0;
+  std::int64_t items = 0;
   std::int64_t firstSeen = 0;
   std::int64_t lastSeen = 0;
   std::vector<WeaponUse> weapons;  ///< over all players; most kills first, then most deaths
