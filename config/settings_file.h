@@ -31,6 +31,9 @@ class SettingsFile {
   /// Why the file could not be read, for a message to the user; empty when it was read.
   const std::string& LoadFailure() const { return loadFailure_; }
 
+  /// Whether nothing but blanks and line breaks was read.
+  bool IsEmpty() const { return loaded_.find_first_not_of(" \t\r\n") == std::string::npos; }
+
   /// The value of a key (see ProfileText::Get), at most 255 characters of it; empty for anything
   /// missing.
   std::string ReadIni(std::string_view section, std::string_view key) const;

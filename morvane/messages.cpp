@@ -2,9 +2,11 @@
 
 #include <chrono>
 #include <ctime>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
+#include "platform/files.h"
 #include "text/characters.h"
 
 namespace morvane {
@@ -65,39 +67,61 @@ std::string LineOf(const Message& message) {
   return line + Harmless(message.text) + "\n";
 }
 
-void Put(std::FILE* file, const std::string& text) {
-  std::fwrite(text.data(), 1, text.size(), file);
-  std::fflush(file);
+/// A screen that is gone is nothing to stop for.
+void PutOnScreen(int descriptor, const std::string& text) {
+  [[maybe_unused]] const std::error_code ignored = platform::WriteAll(descriptor, text);
 }
 
 }  // namespace
 
+std::vector<std::string> Messages::Files(const std::string& directory) {
+  std::vector<std::string> paths;
+  for (const char* name : kFileNames) paths.push_back(directory + "/" + name);
+  return paths;
+}
+
 Messages::Messages(const std::string& directory, const std::array<int, 4>& options)
     : options_(options), start_(Now()) {
+  const std::vector<std::string> paths = Files(directory);
   for (std::size_t log = 0; log < files_.size(); ++log) {
-    files_[log] = std::fopen((directory + "/" + kFileNames[log]).c_str(), "we");
+    std::error_code error;
+    files_[log] = {paths[log], platform::CreateRegularFile(paths[log], error)};
+    if (error) GiveUp(files_[log], error.message());
   }
 }
 
 Messages::~Messages() {
   ClearProgress();
-  for (std::FILE* file : files_) {
-    if (file != nullptr) std::fclose(file);
+  for (const File& file : files_) {
+    if (file.descriptor >= 0) close(file.descriptor);
   }
+}
+
+bool Messages::PutIntoFile(File& file, const std::string& line) {
+  if (file.descriptor < 0) return false;
+  const std::error_code error = platform::WriteAll(file.descriptor, line);
+  if (error) GiveUp(file, error.message());
+  return !error;
+}
+
+void Messages::GiveUp(File& file, const std::string& reason) {
+  if (file.descriptor >= 0) close(file.descriptor);
+  file.descriptor = -1;
+  ClearProgress();
+  PutOnScreen(STDERR_FILENO, LineOf({Log::kMain, true, "cannot be written: " + reason, file.path}));
 }
 
 void Messages::Write(const Message& message) {
   const std::lock_guard lock(mutex_);
   const auto log = static_cast<std::size_t>(message.log);
   const std::string line = LineOf(message);
-  if ((options_[log] & (message.severe ? kSevereFile : kNormalFile)) != 0 &&
-      files_[log] != nullptr) {
-    Put(files_[log], line);
-  }
-  if ((options_[log] & (message.severe ? kSevereScreen : kNormalScreen)) != 0) {
-    ClearProgress();
-    Put(message.severe ? stderr : stdout, line);
-  }
+  const int options = options_[log];
+  bool onScreen = (options & (message.severe ? kSevereScreen : kNormalScreen)) != 0;
+  const bool inFile = (options & (message.severe ? kSevereFile : kNormalFile)) != 0;
+  if (inFile && !PutIntoFile(files_[log], line)) onScreen = onScreen || message.severe;
+  if (!onScreen) return;
+  ClearProgress();
+  PutOnScreen(message.severe ? STDERR_FILENO : STDOUT_FILENO, line);
 }
 
 void Messages::Progress(std::string_view what, std::size_t done, std::size_t all) {
@@ -112,12 +136,12 @@ void Messages::Progress(std::string_view what, std::size_t done, std::size_t all
   progressOn_ = true;
   const auto percent =
       static_cast<int>(100.0 * static_cast<double>(done) / static_cast<double>(all));
-  Put(stdout, "\r\033[K" + Harmless(what) + " " + std::to_string(percent) + "%");
+  PutOnScreen(STDOUT_FILENO, "\r\033[K" + Harmless(what) + " " + std::to_string(percent) + "%");
 }
 
 void Messages::ClearProgress() {
   if (!progressOn_) return;
-  Put(stdout, "\r\033[K");
+  PutOnScreen(STDOUT_FILENO, "\r\033[K");
   progressOn_ = false;
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <array>
-#include <cstdio>
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "morvane/report/report.h"
 
@@ -17,10 +17,14 @@ class Messages final : public Report {
   enum Options { kNormalFile = 1, kNormalScreen = 2, kSevereFile = 4, kSevereScreen = 8 };
 
   /// Begins the four files anew in `directory`: morvane.log.txt, logparser.log.txt,
-  /// templateparser.log.txt and custrank.log.txt. One that cannot be written is done without.
+  /// templateparser.log.txt and custrank.log.txt. One that cannot be written is told once and done
+  /// without: what is severe goes to the screen in its stead. A screen that is gone costs nothing.
   /// `options` by Log, see Options.
   Messages(const std::string& directory, const std::array<int, 4>& options);
   ~Messages() override;
+
+  /// The paths of the four files.
+  static std::vector<std::string> Files(const std::string& directory);
 
   void Write(const Message& message) override;
 
@@ -29,11 +33,18 @@ class Messages final : public Report {
   void Progress(std::string_view what, std::size_t done, std::size_t all) override;
 
  private:
+  struct File {
+    std::string path;
+    int descriptor = -1;  // -1: done without
+  };
+
+  bool PutIntoFile(File& file, const std::string& line);
+  void GiveUp(File& file, const std::string& reason);
   void ClearProgress();
 
   std::mutex mutex_;
   std::array<int, 4> options_;
-  std::array<std::FILE*, 4> files_{};
+  std::array<File, 4> files_{};
   double start_ = 0;
   double shown_ = 0;
   bool progressOn_ = false;

@@ -5,9 +5,9 @@
 namespace morvane {
 
 /// One run of the engine: settings, logs, statistics, pages. `directory` holds morvane.cfg, and
-/// relative paths in it are taken from there. The result is the program's exit code: 0 when pages
-/// were written, 1 when nothing could be (no settings, no usable log and no database, no place for
-/// the pages).
+/// relative paths in it are taken from there. The result is the program's exit code: 0 when every
+/// page was written, 1 when one could not be, or nothing at all (no settings, no usable log and no
+/// database, no place for the pages, no memory). Why is a severe message.
 int Run(const std::string& directory);
 
 }  // namespace morvane

@@ -80,6 +80,16 @@ class NoFileSizeSignal {
   sigset_t before_ = {};
 };
 
+/// The descriptor, where it was opened and is a regular file's; else -1 and `error`.
+int OnlyRegular(int descriptor, std::error_code& error) {
+  struct stat status = {};
+  const bool isOpen = descriptor >= 0 && fstat(descriptor, &status) == 0;
+  error = isOpen ? RefuseKind(status.st_mode) : LastError();
+  if (!error) return descriptor;
+  if (descriptor >= 0) close(descriptor);
+  return -1;
+}
+
 /// Where a save to `path` really goes: the end of its chain of symbolic links.
 std::error_code ResolveLinks(fs::path& path) {
   constexpr int kMostLinks = 40;
@@ -148,17 +158,23 @@ bool FileExists(const fs::path& path) {
   return fs::is_regular_file(path, error);
 }
 
+int OpenRegularFile(const fs::path& path, std::error_code& error) {
+  // Opening a pipe would wait for its other end.
+  return OnlyRegular(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY), error);
+}
+
+int CreateRegularFile(const fs::path& path, std::error_code& error) {
+  constexpr int kFlags = O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+  const int descriptor = OnlyRegular(open(path.c_str(), kFlags, 0666), error);
+  if (error || ftruncate(descriptor, 0) == 0) return descriptor;
+  error = LastError();
+  close(descriptor);
+  return -1;
+}
+
 std::string ReadWholeFile(const fs::path& path, std::error_code& error) {
-  error.clear();
   std::string bytes;
-  // Without O_NONBLOCK the opening of a pipe would wait for someone to write to it.
-  const Descriptor descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  struct stat status = {};
-  if (descriptor.Get() < 0 || fstat(descriptor.Get(), &status) != 0) {
-    error = LastError();
-    return bytes;
-  }
-  error = RefuseKind(status.st_mode);
+  const Descriptor descriptor(OpenRegularFile(path, error));
   if (error) return bytes;
   std::array<char, 1 << 16> buffer;
   while (true) {

@@ -11,8 +11,17 @@ namespace platform {
 /// that name is none. A symbolic link counts as what it points to.
 bool FileExists(const std::filesystem::path& path);
 
-/// The bytes of a file. On failure the result is empty and `error` says why. What is no regular
-/// file is a failure too, and never waited for.
+/// Opens a regular file for reading and hands out its descriptor, which the caller closes. Anything
+/// else (a folder, a pipe, a device) is not opened for longer than it takes to see what it is, and
+/// nothing waits for it. On failure the result is -1 and `error` says why.
+int OpenRegularFile(const std::filesystem::path& path, std::error_code& error);
+
+/// Begins a regular file anew for writing, or makes it, and hands out its descriptor, which the
+/// caller closes. Otherwise as above.
+int CreateRegularFile(const std::filesystem::path& path, std::error_code& error);
+
+/// The bytes of a regular file. On failure the result is empty and `error` says why (a folder and a
+/// file that does not exist are failures too).
 std::string ReadWholeFile(const std::filesystem::path& path, std::error_code& error);
 
 /// Puts `bytes` in the place of a file's content, all or nothing: whoever reads the file, and

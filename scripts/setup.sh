@@ -8,7 +8,7 @@ packages=(
   # build
   g++ cmake ninja-build pkgconf
   qt6-base-dev qt6-svg-dev qt6-qpa-plugins libglib2.0-dev
-  libkainjow-mustache-dev libmuparser-dev libsqlitecpp-dev
+  libkainjow-mustache-dev libmuparser-dev libsqlitecpp-dev zlib1g-dev
   # tests
   libgtest-dev libgmock-dev tidy dpkg-dev file
   # used by the program when it runs: fonts, browser and viewer start, printing

@@ -249,7 +249,7 @@ void GameBuilder::TakeItem(std::size_t slot, std::uint16_t item) {
 
 void GameBuilder::AddScore(std::uint32_t entrant, std::int32_t points, Team team) {
   if (live_[entrant].scoreGiven) return;
-  std::int32_t& score = FiguresOf(entrant).score;
+  std::int64_t& score = FiguresOf(entrant).score;
   score += points;
   if (game_.complete) return;
   teamScores_[static_cast<std::size_t>(team)] += points;
@@ -275,19 +275,19 @@ void GameBuilder::UpdateTeamLead() {
 void GameBuilder::FindLead() {
   if (game_.teams || game_.complete) return;
   std::uint32_t leader = kNobody;
-  std::int32_t best = std::numeric_limits<std::int32_t>::min();
+  std::int64_t best = std::numeric_limits<std::int64_t>::min();
   for (const Slot& slot : slots_) {
     if (slot.entrant == kNobody) continue;
-    const std::int32_t score = FiguresOf(slot.entrant).score;
+    const std::int64_t score = FiguresOf(slot.entrant).score;
     if (score >= best) leader = score == best ? kNobody : slot.entrant;
     best = std::max(best, score);
   }
   // Before the first frag nobody leads.
-  const bool started = game_.frags > 0 && best != std::numeric_limits<std::int32_t>::min();
+  const bool started = game_.frags > 0 && best != std::numeric_limits<std::int64_t>::min();
   SetLead(started ? leader : kNobody, started ? best : 0);
 }
 
-void GameBuilder::SetLead(std::uint32_t leader, std::int32_t score) {
+void GameBuilder::SetLead(std::uint32_t leader, std::int64_t score) {
   leadScore_ = score;
   if (leader == leader_) return;
   leader_ = leader;

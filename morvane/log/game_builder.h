@@ -80,7 +80,7 @@ class GameBuilder {
   void AddScore(std::uint32_t entrant, std::int32_t points, Team team);
   void UpdateTeamLead();
   void FindLead();
-  void SetLead(std::uint32_t leader, std::int32_t score);
+  void SetLead(std::uint32_t leader, std::int64_t score);
   Figures& FiguresOf(std::uint32_t entrant) { return game_.entrants[entrant].figures; }
   std::uint32_t SecondsSinceStart() const;
   Team WinningTeam() const;
@@ -99,7 +99,7 @@ class GameBuilder {
   std::int64_t lastStamp_ = 0;
   std::int64_t clock_ = 0;  // tenths of a second since the start, the clock's jumps back left out
   std::uint32_t leader_ = kNobody;
-  std::int32_t leadScore_ = 0;
+  std::int64_t leadScore_ = 0;
   std::array<std::int32_t, 4> teamScores_{};  // by Team
 };
 

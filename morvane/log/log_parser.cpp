@@ -13,6 +13,7 @@
 #include "morvane/log/game_builder.h"
 #include "morvane/log/log_line.h"
 #include "morvane/statistics/figures.h"
+#include "platform/threads.h"
 #include "text/text.h"
 
 namespace morvane {
@@ -289,7 +290,8 @@ bool Parser::OpenGame(std::string_view text, const LogLine& line) {
   int type = 0;
   std::string_view key;
   std::string_view value;
-  text.remove_prefix(std::min(text.find('\\'), text.size() - 1) + (text.empty() ? 0 : 1));
+  text.remove_prefix(std::min(text.find('\\'), text.size()));
+  Take(text, "\\");
   while (TakePair(text, key, value)) {
     if (IsKey(key, "mapname")) map = value.substr(0, kLongestWord);
     if (IsKey(key, "g_gametype")) {
@@ -570,14 +572,8 @@ std::vector<ParsedLog> ParseLogs(const std::vector<std::string_view>& logs, bool
       done(stretch);
     }
   };
-  {
-    if (threads == 0) threads = std::max(1U, std::thread::hardware_concurrency());
-    std::vector<std::jthread> helpers;
-    for (std::size_t i = 1; i < std::min<std::size_t>(threads, stretches.size()); ++i) {
-      helpers.emplace_back(work);
-    }
-    work();
-  }
+  if (threads == 0) threads = std::thread::hardware_concurrency();
+  platform::RunOnThreads(std::min<std::size_t>(threads, stretches.size()), work);
   std::vector<ParsedLog> result(logs.size());
   for (std::size_t i = 0; i < stretches.size(); ++i) {
     Append(result[stretches[i].log], std::move(parts[i]));

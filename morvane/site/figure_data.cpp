@@ -36,7 +36,7 @@ void SetRates(Data& object, const char* unit, const Figures& figures, double uni
   set("kills", figures.kills);
   set("deaths", figures.deaths);
   set("suicides", figures.suicides);
-  set("score", figures.score);
+  set("score", static_cast<double>(figures.score));
   set("items", figures.items);
 }
 
@@ -62,7 +62,7 @@ void SetBars(Data& object, const Player& player, const Highest& highest) {
   const Figures& figures = player.figures;
   SetPercent(object, "kills_percent", figures.kills, highest.kills);
   SetPercent(object, "deaths_percent", figures.deaths, highest.deaths);
-  SetPercent(object, "score_percent", figures.score, highest.score);
+  SetPercent(object, "score_percent", static_cast<double>(figures.score), highest.score);
   SetPercent(object, "time_percent", figures.seconds, highest.seconds);
   SetPercent(object, "games_percent", player.games, highest.games);
   SetPercent(object, "kills_per_game_percent", Per(figures.kills, player.games),
@@ -188,7 +188,7 @@ Highest HighestOf(const std::vector<Player>& players) {
     const Figures& figures = player.figures;
     highest.kills = std::max<double>(highest.kills, figures.kills);
     highest.deaths = std::max<double>(highest.deaths, figures.deaths);
-    highest.score = std::max<double>(highest.score, figures.score);
+    highest.score = std::max(highest.score, static_cast<double>(figures.score));
     highest.seconds = std::max<double>(highest.seconds, figures.seconds);
     highest.games = std::max<double>(highest.games, player.games);
     highest.killsPerGame = std::max(highest.killsPerGame, Per(figures.kills, player.games));

@@ -145,7 +145,8 @@ Data EntrantRow(const SiteFacts& facts, const Game& game, const Labels& labels, 
   SetUses(row, facts, entrant.figures.weapons, entrant.figures.itemCounts);
   SetPercent(row, "kills_percent", entrant.figures.kills, most.kills);
   SetPercent(row, "deaths_percent", entrant.figures.deaths, most.deaths);
-  SetPercent(row, "score_percent", entrant.figures.score, most.score);
+  SetPercent(row, "score_percent", static_cast<double>(entrant.figures.score),
+             static_cast<double>(most.score));
   SetPercent(row, "time_percent", entrant.figures.seconds, game.length);
   return row;
 }

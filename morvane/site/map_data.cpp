@@ -22,7 +22,7 @@ Most MostOf(const std::vector<Map>& maps) {
   Most most;
   for (const Map& map : maps) {
     most.games = std::max<double>(most.games, map.summary.games);
-    most.kills = std::max<double>(most.kills, map.summary.kills);
+    most.kills = std::max(most.kills, static_cast<double>(map.summary.kills));
   }
   return most;
 }
@@ -39,7 +39,7 @@ Data MapRow(const SiteFacts& facts, std::uint32_t index, const Most& most) {
   Set(row, "world_deaths", map.summary.worldDeaths);
   Set(row, "player_count", map.players.size());
   SetPercent(row, "games_percent", map.summary.games, most.games);
-  SetPercent(row, "kills_percent", map.summary.kills, most.kills);
+  SetPercent(row, "kills_percent", static_cast<double>(map.summary.kills), most.kills);
   SetOptional(row, "weapon", FavouriteWeapon(facts, map.summary.weapons));
   SetOptional(
       row, "best_link",

@@ -58,8 +58,10 @@ std::error_code WriteNew(const fs::path& path, std::string_view content) {
 
 }  // namespace
 
-PageFolder::PageFolder(fs::path folder, std::error_code& error) : folder_(std::move(folder)) {
+PageFolder::PageFolder(fs::path folder, const Inputs& inputs, std::error_code& error)
+    : folder_(std::move(folder)), inputs_(inputs) {
   fs::create_directories(folder_, error);
+  if (!error) canonical_ = fs::canonical(folder_, error);
   if (error) return;
   // The file system may refuse what the permissions allow, so the question is put to it.
   const fs::path probe = folder_ / (".probe" + std::string(kTemporary) + std::to_string(getpid()));
@@ -77,6 +79,7 @@ std::error_code PageFolder::Write(const std::string& name, std::string_view cont
     ++unchanged_;
     return {};
   }
+  if (inputs_.Cover(canonical_, name)) return IsAnInput();
   const fs::path temporary =
       folder_ / ("." + name + std::string(kTemporary) + std::to_string(getpid()));
   std::error_code error = WriteNew(temporary, content);

@@ -14,6 +14,7 @@
 
 #include "morvane/site/figure_data.h"
 #include "morvane/site/game_data.h"
+#include "morvane/site/inputs.h"
 #include "morvane/site/map_data.h"
 #include "morvane/site/navigation.h"
 #include "morvane/site/page_folder.h"
@@ -21,7 +22,9 @@
 #include "morvane/site/site_data.h"
 #include "morvane/site/site_facts.h"
 #include "morvane/site/site_templates.h"
+#include "morvane/site/template_source.h"
 #include "platform/files.h"
+#include "platform/threads.h"
 #include "text/text.h"
 
 namespace morvane {
@@ -31,7 +34,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kImageFolder = "images";
 
-/// Puts files into the output folder and counts what fails.
+/// Puts files into the output folder and tells what fails.
 class Output {
  public:
   Output(PageFolder& folder, Report& report) : folder_(folder), report_(report) {}
@@ -41,7 +44,9 @@ class Output {
     if (!Claim(name)) {
       Fail("two pages have the name " + name + "; one of them was left out");
     } else if (const std::error_code error = folder_.Write(name, content)) {
-      Fail((folder_.Path() / name).string() + " cannot be written: " + error.message());
+      const std::lock_guard lock(mutex_);
+      Unwritten& unwritten = unwritten_[error.message()];
+      if (unwritten.count++ == 0) unwritten.first = (folder_.Path() / name).string();
     }
   }
 
@@ -55,23 +60,40 @@ class Output {
     }
   }
 
-  std::size_t Failed() const { return failed_; }
+  /// Tells what could not be written, each reason once: a full disk fails thousands of pages. How
+  /// many files failed in all.
+  std::size_t TellFailures() {
+    std::size_t failed = 0;
+    for (const auto& [reason, unwritten] : unwritten_) {
+      const std::string others =
+          unwritten.count == 2
+              ? "; nor can 1 other file"
+              : "; nor can " + std::to_string(unwritten.count - 1) + " other files";
+      report_.Severe(Log::kMain,
+                     "cannot be written: " + reason + (unwritten.count > 1 ? others : ""),
+                     unwritten.first);
+      failed += unwritten.count;
+    }
+    return failed;
+  }
 
  private:
+  struct Unwritten {
+    std::string first;
+    std::size_t count = 0;
+  };
+
   bool Claim(const std::string& name) {
     const std::lock_guard lock(mutex_);
     return names_.insert(text::FoldCase(name)).second;
   }
-  void Fail(const std::string& text) {
-    ++failed_;
-    report_.Severe(Log::kMain, text);
-  }
+  void Fail(const std::string& text) { report_.Severe(Log::kMain, text); }
 
   PageFolder& folder_;
   Report& report_;
   std::mutex mutex_;
   std::unordered_set<std::string> names_;
-  std::atomic<std::size_t> failed_ = 0;
+  std::map<std::string, Unwritten> unwritten_;  // by reason
 };
 
 /// What all threads read while they render.
@@ -218,10 +240,8 @@ void RenderAll(const Site& site, const SiteTemplates& templates, Report& report)
       report.Progress("Writing pages", i + 1, units.size());
     }
   };
-  std::vector<std::jthread> threads;
-  const std::size_t cores = std::max(1U, std::thread::hardware_concurrency());
-  for (std::size_t i = 1; i < std::min(cores, units.size()); ++i) threads.emplace_back(work);
-  work();
+  platform::RunOnThreads(std::min<std::size_t>(std::thread::hardware_concurrency(), units.size()),
+                         work);
 }
 
 std::map<std::string, Data> TemplateData(const SiteTemplates& templates, const PageNames& pages) {
@@ -240,11 +260,12 @@ std::map<std::string, Data> TemplateData(const SiteTemplates& templates, const P
 }
 
 /// The background image is named relative to the pages, so it goes with them.
-void CopyBackgroundImage(const SiteSettings& settings, Report& report, SiteResult& result) {
+void CopyBackgroundImage(const SiteSettings& settings, const Inputs& inputs, Report& report,
+                         SiteResult& result) {
   if (settings.backgroundImage.empty()) return;
   const fs::path source = settings.backgroundImage;
   std::error_code error;
-  PageFolder images(fs::path(settings.outputPath) / kImageFolder, error);
+  PageFolder images(fs::path(settings.outputPath) / kImageFolder, inputs, error);
   if (error) {
     report.Severe(Log::kMain, images.Path().string() + " cannot be used: " + error.message());
     ++result.failed;
@@ -254,7 +275,33 @@ void CopyBackgroundImage(const SiteSettings& settings, Report& report, SiteResul
   output.Copy(source, source.filename().string());
   result.written += images.Written();
   result.unchanged += images.Unchanged();
-  result.failed += output.Failed();
+  result.failed += output.TellFailures();
+}
+
+/// What the pages are made from, and what the rest of the engine reads and keeps.
+Inputs InputsOf(const SiteSettings& settings) {
+  Inputs inputs;
+  for (const std::string& file : settings.keptFiles) inputs.Add(file);
+  const fs::path folder = settings.sourcePath;
+  for (const std::string& pattern : TemplatePatterns()) inputs.Add(folder / pattern);
+  for (const auto* names :
+       {&settings.mainTemplates, &settings.mapTemplates, &settings.gameTemplates}) {
+    for (const std::string& name : *names) inputs.Add(TemplatePath(folder, name));
+  }
+  for (const auto* name : {&settings.gameListTemplate, &settings.gameListLoopTemplate,
+                           &settings.lastGameTemplate, &settings.playerTemplate}) {
+    inputs.Add(TemplatePath(folder, *name));
+  }
+  if (!settings.backgroundImage.empty()) inputs.Add(settings.backgroundImage);
+  return inputs;
+}
+
+/// The page that a person looks at first.
+std::string FirstPage(const SiteTemplates& templates, const PageNames& pages) {
+  if (!templates.main.empty()) return pages.Page(templates.main.front().Name());
+  if (templates.gameList) return pages.Page(templates.gameList->Name());
+  if (templates.lastGame) return pages.Page(templates.lastGame->Name());
+  return {};
 }
 
 }  // namespace
@@ -262,7 +309,8 @@ void CopyBackgroundImage(const SiteSettings& settings, Report& report, SiteResul
 SiteResult WritePages(const SiteSettings& settings, const Statistics& statistics, Report& report) {
   SiteResult result;
   std::error_code error;
-  PageFolder folder(settings.outputPath, error);
+  const Inputs inputs = InputsOf(settings);
+  PageFolder folder(settings.outputPath, inputs, error);
   if (error) {
     report.Severe(Log::kMain, "the output directory " + settings.outputPath +
                                   " cannot be used: " + error.message());
@@ -283,8 +331,10 @@ SiteResult WritePages(const SiteSettings& settings, const Statistics& statistics
   RenderAll(site, templates, report);
   result.written = folder.Written();
   result.unchanged = folder.Unchanged();
-  result.failed = output.Failed();
-  CopyBackgroundImage(settings, report, result);
+  result.failed = output.TellFailures();
+  const std::string first = FirstPage(templates, facts.pages);
+  if (!first.empty()) result.firstPage = (folder.Path() / first).string();
+  CopyBackgroundImage(settings, inputs, report, result);
   return result;
 }
 

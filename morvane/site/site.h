@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 #include "morvane/report/report.h"
 #include "morvane/site/site_settings.h"
@@ -13,12 +14,14 @@ struct SiteResult {
   bool usable = false;        ///< the output folder could be made and written to
   std::size_t written = 0;    ///< files that are new or have changed
   std::size_t unchanged = 0;  ///< files that already were as they should be
-  std::size_t failed = 0;     ///< files that could not be written, each with a severe message
+  std::size_t failed = 0;     ///< files that could not be; a severe message for each reason
+  std::string firstPage;      ///< path of the page to look at first; empty when there is none
 };
 
 /// Writes the whole site: every page of every template that the settings name, their style sheets,
 /// scripts and pictures, and the background image. Works on all cores. Each file is replaced as a
-/// whole, and one whose content stays the same is left alone.
+/// whole, and one whose content stays the same is left alone. No file that the engine reads or
+/// keeps is replaced.
 SiteResult WritePages(const SiteSettings& settings, const Statistics& statistics, Report& report);
 
 }  // namespace morvane

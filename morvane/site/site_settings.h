@@ -42,6 +42,8 @@ struct SiteSettings {
   std::string playerTemplate;
 
   std::vector<std::pair<std::string, std::string>> userVariables;  ///< each name once
+
+  std::vector<std::string> keptFiles;  ///< paths and patterns of files that no page may replace
 };
 
 }  // namespace morvane

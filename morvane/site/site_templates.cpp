@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "morvane/site/template_source.h"
+#include "morvane/site/variable_check.h"
 #include "text/text.h"
 
 namespace morvane {
@@ -18,16 +20,22 @@ constexpr std::array<std::string_view, 11> kAssetExtensions = {
 class Loader {
  public:
   Loader(const SiteSettings& settings, Report& report)
-      : folder_(settings.sourcePath), report_(report) {}
+      : folder_(settings.sourcePath),
+        variables_(UserVariables(settings), LinkedPages(settings)),
+        report_(report) {}
 
-  std::optional<Template> One(const std::string& name) {
+  std::optional<Template> One(const std::string& named) {
+    const std::string_view name = text::TrimBlanks(named);
     Template loaded;
+    TemplateSource source;
     TemplateFault fault;
-    if (text::TrimBlanks(name).empty()) return {};
-    if (loaded.Load(folder_, text::TrimBlanks(name), fault)) return loaded;
-    report_.Severe(Log::kTemplates, fault.text, fault.file,
-                   static_cast<std::size_t>(std::max(fault.line, 0)));
-    return {};
+    if (name.empty()) return {};
+    if (!source.Read(folder_, name, fault) || !loaded.Parse(source, PageName(name), fault)) {
+      Tell(fault, true);
+      return {};
+    }
+    for (const TemplateFault& unknown : variables_.FaultsOf(source)) Tell(unknown, false);
+    return loaded;
   }
 
   /// A list that names a template twice has its pages once.
@@ -59,11 +67,41 @@ class Loader {
   }
 
  private:
+  static std::string PageName(std::string_view name) {
+    return TemplatePath({}, text::TrimBlanks(name)).stem().string();
+  }
+  static std::vector<std::string> UserVariables(const SiteSettings& settings) {
+    std::vector<std::string> names;
+    for (const auto& variable : settings.userVariables) names.push_back(variable.first);
+    return names;
+  }
+  static std::vector<std::string> LinkedPages(const SiteSettings& settings) {
+    std::vector<std::string> names;
+    for (const std::string& name : settings.mainTemplates) names.push_back(PageName(name));
+    names.push_back(PageName(settings.gameListTemplate));
+    names.push_back(PageName(settings.lastGameTemplate));
+    return names;
+  }
+
+  void Tell(const TemplateFault& fault, bool severe) {
+    report_.Write({Log::kTemplates, severe, fault.text, fault.file,
+                   static_cast<std::size_t>(std::max(fault.line, 0))});
+  }
+
   fs::path folder_;
+  VariableCheck variables_;
   Report& report_;
 };
 
 }  // namespace
+
+std::vector<std::string> TemplatePatterns() {
+  std::vector<std::string> patterns = {"*" + std::string(kTemplateExtension), "*.css"};
+  for (const std::string_view extension : kAssetExtensions) {
+    patterns.push_back("*" + std::string(extension));
+  }
+  return patterns;
+}
 
 SiteTemplates LoadTemplates(const SiteSettings& settings, Report& report) {
   Loader loader(settings, report);

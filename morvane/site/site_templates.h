@@ -23,6 +23,9 @@ struct SiteTemplates {
   std::vector<std::string> assets;  ///< scripts, pictures and fonts of the template folder
 };
 
+/// Patterns of the names of all files that templates and what goes with them have.
+std::vector<std::string> TemplatePatterns();
+
 /// Reads every template that the settings name, each once, and the style sheets beside them. One
 /// that is missing or broken is a severe message and left out.
 SiteTemplates LoadTemplates(const SiteSettings& settings, Report& report);

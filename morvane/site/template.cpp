@@ -79,7 +79,11 @@ const Data* PageContext::get(const std::string& name) const {
 
 bool Template::Load(const fs::path& folder, std::string_view name, TemplateFault& fault) {
   TemplateSource source;
-  if (!source.Read(folder, name, fault)) return false;
+  return source.Read(folder, name, fault) &&
+         Parse(source, TemplatePath(folder, name).stem().string(), fault);
+}
+
+bool Template::Parse(const TemplateSource& source, std::string name, TemplateFault& fault) {
   auto parsed = std::make_unique<mustache>(source.Text());
   if (!parsed->is_valid()) {
     fault = FaultOf(source, parsed->error_message());
@@ -87,7 +91,7 @@ bool Template::Load(const fs::path& folder, std::string_view name, TemplateFault
   }
   parsed->set_custom_escape([](const std::string& text) { return EscapeHtml(text); });
   parsed_ = std::move(parsed);
-  name_ = TemplatePath(folder, name).stem().string();
+  name_ = std::move(name);
   title_ = NoteOr(source, "title", name_);
   group_ = NoteOr(source, "group", title_);
   return true;

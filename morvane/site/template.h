@@ -17,6 +17,8 @@ namespace morvane {
 /// The values of a template's variables: texts, flags, objects and lists of them.
 using Data = kainjow::mustache::data;
 
+class TemplateSource;
+
 /// Extension of a template file whose name is given without one.
 inline constexpr std::string_view kTemplateExtension = ".htmlt";
 
@@ -74,6 +76,8 @@ class Template {
   /// Reads NAME.htmlt of a folder, or NAME where the name has an extension. Returns false and
   /// fills `fault` when the file or one that it includes is missing or is no valid template.
   bool Load(const std::filesystem::path& folder, std::string_view name, TemplateFault& fault);
+  /// The same from a source that was read. `name`: of the pages.
+  bool Parse(const TemplateSource& source, std::string name, TemplateFault& fault);
 
   /// The name of its pages: that of the file, without folder and extension.
   const std::string& Name() const { return name_; }

@@ -45,15 +45,15 @@ struct Figures {
   std::uint32_t suicides = 0;
   std::uint32_t teamKills = 0;
   std::uint32_t worldDeaths = 0;
-  std::int32_t score = 0;
-  std::uint32_t seconds = 0;      ///< time played
-  std::uint32_t killStreak = 0;   ///< longest row of frags without a death, within one game
-  std::uint32_t deathStreak = 0;  ///< longest row of deaths without a frag, within one game
-  std::uint32_t items = 0;        ///< items taken
-  Rival nemesis;                              ///< who killed this one most often
-  Rival favouriteVictim;                      ///< whom this one killed most often
-  std::vector<WeaponUse> weapons;             ///< most kills first, then most deaths
-  std::vector<ItemCount> itemCounts;          ///< most first
+  std::int64_t score = 0;             ///< a few games of a hostile log are more than 32 bits hold
+  std::uint32_t seconds = 0;          ///< time played
+  std::uint32_t killStreak = 0;       ///< longest row of frags without a death, within one game
+  std::uint32_t deathStreak = 0;      ///< longest row of deaths without a frag, within one game
+  std::uint32_t items = 0;            ///< items taken
+  Rival nemesis;                      ///< who killed this one most often
+  Rival favouriteVictim;              ///< whom this one killed most often
+  std::vector<WeaponUse> weapons;     ///< most kills first, then most deaths
+  std::vector<ItemCount> itemCounts;  ///< most first
 };
 
 /// How often one killed another; killer and victim are indices into the list beside it.
@@ -92,7 +92,7 @@ inline constexpr std::uint32_t kLeftOut = 0xFFFFFFFE;
 struct LeadChange {
   std::uint32_t second = 0;  ///< since the start of the game
   std::uint32_t leader = kNobody;
-  std::int32_t score = 0;
+  std::int64_t score = 0;
 };
 
 /// A kill in the order of play; indices into the game's entrants.

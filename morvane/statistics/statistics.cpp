@@ -1,8 +1,8 @@
 #include "morvane/statistics/statistics.h"
 
 #include <algorithm>
+#include <atomic>
 #include <numeric>
-#include <thread>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
@@ -11,6 +11,7 @@
 #include "morvane/statistics/names.h"
 #include "morvane/statistics/player_names.h"
 #include "morvane/statistics/ranking.h"
+#include "platform/threads.h"
 #include "text/text.h"
 
 namespace morvane {
@@ -231,7 +232,7 @@ class Totals {
     for (Player& player : players_) {
       SettleFigures(player.figures);
       player.plain = NameText(player.name);
-      player.rating = player.figures.score;
+      player.rating = static_cast<double>(player.figures.score);
     }
     SettleRivals(pairs, [this](std::uint32_t i) -> Figures& { return players_[i].figures; });
     summary = std::move(summary_);
@@ -258,14 +259,6 @@ class Totals {
   std::vector<std::uint32_t> indices_;  // by the player's number; kNobody: not come yet
   std::vector<std::uint32_t> seats_;    // of the entrants of the game being added
 };
-
-bool IsRanked(const Player& player, const Limits& limits) {
-  // No limit applies to a time that is not known.
-  const bool isTimed = player.timed.games == player.games;
-  return (!isTimed || player.figures.seconds >= std::int64_t{60} * limits.playersMinTime) &&
-         static_cast<std::int64_t>(player.games) >= limits.playersMinGames &&
-         static_cast<std::int64_t>(player.figures.kills) >= limits.playersMinKills;
-}
 
 bool IsAhead(const Player& left, const Player& right) {
   if (left.ranked != right.ranked) return left.ranked;
@@ -380,6 +373,14 @@ bool IsCounted(const Game& game, const Limits& limits) {
          (!game.timed || reaches(game.length, limits.minTime));
 }
 
+bool IsRanked(const Player& player, const Limits& limits) {
+  // No limit applies to a time that is not known.
+  const bool isTimed = player.timed.games == player.games;
+  return (!isTimed || player.figures.seconds >= std::int64_t{60} * limits.playersMinTime) &&
+         static_cast<std::int64_t>(player.games) >= limits.playersMinGames &&
+         static_cast<std::int64_t>(player.figures.kills) >= limits.playersMinKills;
+}
+
 Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabulary vocabulary,
                           const PlayerNames& names, Ranking* ranking) {
   Statistics statistics;
@@ -395,11 +396,13 @@ Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabul
   for (Game& game : statistics.games) game.events = {};
   const auto newNumbers = LeaveOut(statistics.games, numbers.LeftOut());
   const std::vector<std::string> given = Kept(numbers.Given(), newNumbers);
-  {
-    // Maps and totals need the same games and nothing of each other.
-    const std::jthread maps([&] { AddMaps(given, statistics); });
-    AddTotals(given, statistics);
-  }
+  // Maps and totals need the same games and nothing of each other.
+  std::atomic<int> next = 0;
+  platform::RunOnThreads(2, [&] {
+    for (int task = next++; task < 2; task = next++) {
+      task == 0 ? AddTotals(given, statistics) : AddMaps(given, statistics);
+    }
+  });
   if (ranking != nullptr) {
     ranks = Kept(std::move(ranks), newNumbers);
     for (std::size_t i = 0; i < ranks.size(); ++i) statistics.players[i].rating = ranks[i];

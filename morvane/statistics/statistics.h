@@ -21,7 +21,7 @@ struct TimedFigures {
   std::uint32_t kills = 0;
   std::uint32_t deaths = 0;
   std::uint32_t suicides = 0;
-  std::int32_t score = 0;
+  std::int64_t score = 0;
   std::uint32_t items = 0;
 };
 
@@ -56,12 +56,12 @@ struct Summary {
   std::uint32_t games = 0;
   std::uint32_t timedGames = 0;  ///< those of known length
   std::int64_t seconds = 0;      ///< length of these
-  std::uint32_t kills = 0;       ///< frags of all players
-  std::uint32_t deaths = 0;
-  std::uint32_t suicides = 0;
-  std::uint32_t teamKills = 0;
-  std::uint32_t worldDeaths = 0;
-  std::uint32_t items = 0;
+  std::int64_t kills = 0;        ///< frags of all players
+  std::int64_t deaths = 0;
+  std::int64_t suicides = 0;
+  std::int64_t teamKills = 0;
+  std::int64_t worldDeaths = 0;
+  std::int64_t items = 0;
   Seen seen;
   std::vector<WeaponUse> weapons;  ///< over all players; most kills first, then most deaths
   std::vector<ItemCount> itemCounts;
@@ -94,6 +94,9 @@ struct Statistics {
 /// Whether a game counts: no warm-up, and none of the game limits misses it. A log without stamps
 /// tells no length, so `min_time` does not apply to its games.
 bool IsCounted(const Game& game, const Limits& limits);
+
+/// Whether a player is ranked: none of the players' limits misses him.
+bool IsRanked(const Player& player, const Limits& limits);
 
 /// Everything from the games found, in the order of play. `vocabulary` names the numbers in them.
 /// With a `ranking` that orders the players, else their scores do. Who is left out by `names`

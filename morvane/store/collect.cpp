@@ -1,24 +1,44 @@
 #include "morvane/store/collect.h"
 
+#include <algorithm>
+#include <optional>
 #include <string>
 
 #include "morvane/store/collector.h"
 #include "morvane/store/database.h"
 
 namespace morvane {
+namespace {
 
-Collected CollectGames(const Sources& sources, bool keepEvents, Report& report) {
+/// A log that was cut while it was read is left out, and the others are looked at anew: what they
+/// are taken for may have hung on it.
+Collected CollectWhole(Sources sources, bool keepEvents, Report& report, bool useDatabase) {
+  while (true) {
+    std::optional<Database> database;
+    if (useDatabase) database.emplace(sources.databasePath);
+    Collector collector(sources, keepEvents, report, database ? &*database : nullptr);
+    if (std::optional<Collected> collected = collector.Collect()) return *std::move(collected);
+    std::erase_if(sources.logs, [&](const LogFile& log) {
+      return std::ranges::find(collector.Torn(), log.path) != collector.Torn().end();
+    });
+  }
+}
+
+}  // namespace
+
+Collected CollectGames(const Sources& named, bool keepEvents, Report& report) {
+  Sources sources = named;
+  sources.logs = FindLogs(named.logs, report);
   if (sources.useDatabase) {
     try {
-      Database database(sources.databasePath);
-      return Collector(sources, keepEvents, report, &database).Collect();
+      return CollectWhole(sources, keepEvents, report, true);
     } catch (const DatabaseError& error) {
       report.Severe(Log::kMain, std::string("the database cannot be used, the logs are read "
                                             "without it: ") +
                                     error.what());
     }
   }
-  return Collector(sources, keepEvents, report, nullptr).Collect();
+  return CollectWhole(sources, keepEvents, report, false);
 }
 
 }  // namespace morvane

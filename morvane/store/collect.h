@@ -28,6 +28,6 @@ struct Collected {
 /// takes the games of former logs from the database. What a log or the database lacks is a message.
 /// A damaged database is left as it is, and the logs are read without it. `keepEvents`: fill
 /// Game::events.
-Collected CollectGames(const Sources& sources, bool keepEvents, Report& report);
+Collected CollectGames(const Sources& named, bool keepEvents, Report& report);
 
 }  // namespace morvane

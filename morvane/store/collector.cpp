@@ -17,7 +17,18 @@ Collector::Collector(const Sources& sources, bool keepEvents, Report& report, Da
   for (const StoredLog& log : database_->Logs()) stored_[log.id] = log;
 }
 
-Collected Collector::Collect() {
+bool Collector::FindTorn() {
+  for (const OpenLog& log : logs_) {
+    if (log.text.IsWhole()) continue;
+    report_.Severe(Log::kParser,
+                   "was cut or written anew while it was read; it is left out of this run",
+                   log.file.name);
+    torn_.push_back(log.file.path);
+  }
+  return !torn_.empty();
+}
+
+std::optional<Collected> Collector::Collect() {
   Recognize();
   std::vector<OpenLog*> unread;
   std::size_t unchanged = 0;
@@ -31,6 +42,7 @@ Collected Collector::Collect() {
                                      " unchanged since the last run, taken from the database");
   }
   ReadLogs(unread, wanted_, report_);
+  if (FindTorn()) return {};
   for (OpenLog& log : logs_) {
     if (log.kind == Kind::kGrown) SettleGrown(log);
   }
@@ -42,6 +54,7 @@ Collected Collector::Collect() {
     Tell(*log, report_);
     TellStray(*log);
   }
+  if (FindTorn()) return {};  // some are read a second time
   if (database_ != nullptr) KeepPaths();
   Collected collected = Result();
   if (database_ != nullptr) database_->Commit();
@@ -57,7 +70,7 @@ void Collector::KeepPaths() {
   for (OpenLog& log : logs_) {
     if (log.kind == Kind::kTwin && log.stored.id == 0) log.stored.id = TwinOf(log)->stored.id;
     const auto size = static_cast<std::int64_t>(log.Bytes().size());
-    paths[log.file.path] = {log.stored.id, size, log.mapped.LastChange(),
+    paths[log.file.path] = {log.stored.id, size, log.text.LastChange(),
                             size == stored_[log.stored.id].size};
   }
   for (const auto& [path, state] : paths) {

@@ -19,7 +19,11 @@ class Collector {
  public:
   Collector(const Sources& sources, bool keepEvents, Report& report, Database* database);
 
-  Collected Collect();
+  /// Nothing, and no change of the database, where a log was cut while it was read, see Torn.
+  std::optional<Collected> Collect();
+
+  /// The paths of the logs that were cut or written anew while they were read.
+  const std::vector<std::string>& Torn() const { return torn_; }
 
  private:
   using Kind = OpenLog::Kind;
@@ -52,6 +56,7 @@ class Collector {
   std::optional<FrontGames> FrontOf(const OpenLog& log, std::int64_t before);
   void GoOnWith(OpenLog& log, std::int64_t before, FrontGames front);
 
+  bool FindTorn();
   void Keep(OpenLog& log);
   void KeepPaths();
   std::string RestOf(std::int64_t log);
@@ -71,6 +76,7 @@ class Collector {
   Wanted wanted_;
   bool keepEvents_;
   std::vector<OpenLog> logs_;
+  std::vector<std::string> torn_;
   std::map<std::string, StoredPath> paths_;   // as they were when the run began
   std::map<std::int64_t, StoredLog> stored_;  // all logs by id
   std::set<std::int64_t> found_;              // those that a file of this run holds

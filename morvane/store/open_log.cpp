@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <atomic>
 #include <iterator>
-#include <system_error>
+#include <thread>
 #include <unordered_set>
 #include <utility>
 
 #include "morvane/store/continuation.h"
+#include "platform/threads.h"
 
 namespace morvane {
 namespace {
@@ -27,6 +28,17 @@ std::vector<GameMark> MarkGames(const ParsedLog& parsed, std::string_view text) 
   return marks;
 }
 
+/// Unpacks the packed ones among logs, on all cores.
+void UnpackAll(std::vector<OpenLog>& logs) {
+  std::atomic<std::size_t> next = 0;
+  const std::size_t cores = std::thread::hardware_concurrency();
+  platform::RunOnThreads(std::min(cores, logs.size()), [&] {
+    for (std::size_t i = next++; i < logs.size(); i = next++) {
+      if (logs[i].problem.empty()) logs[i].text.Unpack(logs[i].problem);
+    }
+  });
+}
+
 template <class Entry>
 void Prepend(std::vector<Entry>& list, std::vector<Entry> front, std::size_t replaced) {
   std::move(list.begin() + static_cast<std::ptrdiff_t>(std::min(replaced, list.size())), list.end(),
@@ -44,21 +56,24 @@ std::vector<OpenLog> OpenLogs(const std::vector<LogFile>& files, Report& report)
   std::vector<OpenLog> logs;
   std::unordered_set<std::string> named;
   for (const LogFile& file : files) {
-    std::error_code error;
     if (file.type != kServerLog) {
       report.Severe(Log::kParser,
                     "log type " + std::to_string(file.type) + " is not known; log skipped",
                     file.name);
     } else if (!named.insert(file.path).second) {
       report.Normal(Log::kParser, "named twice; read once", file.name);
-    } else if (MappedFile mapped(file.path, error); error) {
-      report.Severe(Log::kParser, "cannot be read: " + error.message(), file.name);
     } else {
       OpenLog& log = logs.emplace_back();
       log.file = file;
-      log.mapped = std::move(mapped);
+      log.text = LogText(file.path, log.problem);
     }
   }
+  UnpackAll(logs);
+  std::erase_if(logs, [&](const OpenLog& log) {
+    if (log.problem.empty()) return false;
+    report.Severe(Log::kParser, "cannot be read: " + log.problem, log.file.name);
+    return true;
+  });
   return logs;
 }
 
@@ -72,13 +87,13 @@ void ReadLogs(const std::vector<OpenLog*>& logs, Wanted wanted, Report& report) 
   std::atomic<std::size_t> done = 0;
   std::vector<ParsedLog> parsed = ParseLogs(texts, wanted.events, [&](const Stretch& stretch) {
     const OpenLog& log = *logs[stretch.log];
-    log.mapped.Release(log.begin + stretch.begin, log.begin + stretch.end);
+    log.text.Release(log.begin + stretch.begin, log.begin + stretch.end);
     done += stretch.end - stretch.begin;
     report.Progress("Reading logs:", done, all);
   });
   for (std::size_t i = 0; i < logs.size(); ++i) {
     logs[i]->parsed = std::move(parsed[i]);
-    SetStarts(logs[i]->parsed, logs[i]->mapped.LastChange() / kNanoseconds);
+    SetStarts(logs[i]->parsed, logs[i]->text.LastChange() / kNanoseconds);
     if (wanted.marks) logs[i]->marks = MarkGames(logs[i]->parsed, texts[i]);
   }
 }
@@ -96,7 +111,7 @@ FrontGames ReadFront(const OpenLog& log, std::string carried, Wanted wanted) {
   front.parsed = ParseLog(text, wanted.events);
   const bool isAll = end == log.Bytes().size();
   SetStarts(front.parsed,
-            log.mapped.LastChange() / kNanoseconds - (isAll ? 0 : log.parsed.clock / 10));
+            log.text.LastChange() / kNanoseconds - (isAll ? 0 : log.parsed.clock / 10));
   if (!isAll && log.parsed.runs > 0) {
     for (Game& game : front.parsed.games) {
       if (game.dated == Dated::kReckoned) game.dated = Dated::kNotAfter;

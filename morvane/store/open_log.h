@@ -7,7 +7,7 @@
 
 #include "morvane/log/log_file.h"
 #include "morvane/log/log_parser.h"
-#include "morvane/log/mapped_file.h"
+#include "morvane/log/log_text.h"
 #include "morvane/report/report.h"
 #include "morvane/store/database.h"
 #include "morvane/store/game_mark.h"
@@ -24,7 +24,8 @@ struct OpenLog {
   };
 
   LogFile file;
-  MappedFile mapped;
+  std::string problem;  ///< why it cannot be read; empty for one that can
+  LogText text;
   Kind kind = Kind::kNew;
   std::uint64_t digest = 0;  ///< of all its bytes; 0: not asked for
   StoredLog stored;          ///< what the database has or gets of it
@@ -34,7 +35,7 @@ struct OpenLog {
   std::vector<GameMark> marks;  ///< of `parsed.games`, where they are asked for
   Unfinished unfinished;
 
-  std::string_view Bytes() const { return mapped.Bytes(); }
+  std::string_view Bytes() const { return text.Bytes(); }
   /// Where the first game that was read begins, in bytes; the log's size without one.
   std::size_t FirstGame() const;
 };

@@ -22,7 +22,7 @@ bool Collector::IsInPlace(OpenLog& log, const StoredPath& path) {
   if (path.size < 0) return false;
   const StoredLog& stored = stored_[path.log];
   const bool untouched = path.size == static_cast<std::int64_t>(log.Bytes().size()) &&
-                         path.changed == log.mapped.LastChange();
+                         path.changed == log.text.LastChange();
   if (untouched && !path.whole) {  // the log goes on elsewhere
     log.kind = Kind::kTwin;
     log.stored.id = path.log;

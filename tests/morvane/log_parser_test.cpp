@@ -44,6 +44,17 @@ TEST(ParseLog, CountsEveryKindOfKill) {
   EXPECT_EQ(game.entrants[bob.nemesis.index].name, "Ann");
 }
 
+TEST(ParseLog, ReadsAGameOfWhichNothingIsKnown) {
+  // The very last bytes of memory that may be read.
+  for (const std::string line : {"InitGame:", "  0:00 InitGame:", "InitGame: ", "InitGame:\\",
+                                 "InitGame: \\mapname", "InitGame: none"}) {
+    const std::vector<char> exact(line.begin(), line.end());
+    const ParsedLog parsed = ParseLog({exact.data(), exact.size()}, true);
+    ASSERT_EQ(parsed.games.size(), 1U) << line;
+    EXPECT_EQ(parsed.games[0].map, "") << line;
+  }
+}
+
 TEST(ParseLog, ReadsAnyLineOfKill) {
   const struct {
     std::string line;

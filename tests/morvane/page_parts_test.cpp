@@ -76,11 +76,12 @@ TEST(PageFolder, WritesWhatChangesAndCleansUp) {
   TempFolder temporary;
   const fs::path folder = temporary.Path() / "a" / "b";
   std::error_code error;
-  PageFolder(folder, error).Write("page.html", "old");
+  PageFolder(folder, {}, error).Write("page.html", "old");
   ASSERT_FALSE(error);
   WriteFile(folder / ".page.html.morvane-999999999", "half");
   WriteFile(folder / (".page.html.morvane-" + std::to_string(getpid())), "at work");
-  PageFolder pages(folder, error);
+  const Inputs inputs;
+  PageFolder pages(folder, inputs, error);
   EXPECT_FALSE(pages.Write("page.html", "old"));
   EXPECT_FALSE(pages.Write("other.html", "new"));
   EXPECT_EQ(pages.Unchanged(), 1U);
@@ -94,7 +95,7 @@ TEST(PageFolder, SaysWhyItCannotBeUsed) {
   TempFolder temporary;
   WriteFile(temporary.Path() / "file", "x");
   std::error_code error;
-  const PageFolder pages(temporary.Path() / "file" / "output", error);
+  const PageFolder pages(temporary.Path() / "file" / "output", Inputs(), error);
   EXPECT_TRUE(error);
 }
 

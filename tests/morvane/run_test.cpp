@@ -108,6 +108,45 @@ TEST_F(RunTest, ReadsWhatItCanOfTheLogs) {
   }
 }
 
+TEST_F(RunTest, ReadsPatternsAndPackedLogs) {
+  Configure({"logs\\games.log*", "logs/none*", "logs/broken*"});
+  WriteFile(At("logs/games.log"), Duel("Ann", "Bob", 1));
+  WriteFile(At("logs/games.log.1"), test::Packed(Duel("Ann", "Bob", 2) + Duel("Ann", "Bob", 3)));
+  WriteFile(At("logs/broken.gz"), test::Packed(Duel("Ann", "Bob", 4)).substr(0, 50));
+  EXPECT_EQ(Games(), 3);
+  for (const std::string said :
+       {"severe logs/none*: no file matches this pattern",
+        "severe logs/broken.gz: cannot be read: it is packed and its end is missing",
+        "normal logs\\games.log.1: 25 lines read"}) {
+    EXPECT_NE(ParserLog().find(said), std::string::npos) << said << ParserLog();
+  }
+}
+
+TEST_F(RunTest, SaysWhichLimitDroppedHowMany) {
+  Configure({"games.log"}, "players_min_time=0\nplayers_min_games=2\nplayers_min_kills=1");
+  const std::string warmup =
+      Init() + "  0:00 Warmup:\n" + Join(0, "Ann") + Join(1, "Bob") + test::kShutdown;
+  const std::string exit = "  4:00 Exit: Timelimit hit.\n";
+  const auto whole = [&](const std::string& winner, int kills) {
+    std::string game = Duel(winner, "Bob", kills);
+    return game.insert(game.size() - test::kShutdown.size(), exit);
+  };
+  WriteFile(At("games.log"), warmup + warmup + whole("Ann", 5) + whole("Ann", 5) + whole("Cid", 5) +
+                                 whole("Ann", 1) + Duel("Ann", "Bob", 5) + Init() + Join(0, "Ann") +
+                                 Kills(5, 0, 0) + exit + test::kShutdown);
+  std::ofstream(At("morvane.cfg"), std::ios::app)
+      << "[Game]\nmin_players=2\nmin_kills=3\ngame_complete=1\n";
+  EXPECT_EQ(Games(), 3);
+  for (const std::string said :
+       {"warm-up: 2 games are not counted\n", "min_players=2: 1 game is not counted\n",
+        "min_kills=3: 1 game is not counted\n", "game_complete: 1 game is not counted\n",
+        "players_min_games=2: 1 player is not ranked\n",
+        "players_min_kills=1: 1 player is not ranked\n", "3 of 8 games counted, 1 of 3 players"}) {
+    EXPECT_NE(MainLog().find(said), std::string::npos) << said << MainLog();
+  }
+  EXPECT_EQ(MainLog().find("min_time"), std::string::npos) << "drops nothing, says nothing";
+}
+
 TEST_F(RunTest, MessagesGoWhereTheSettingsSay) {
   WriteFile(At("games.log"), Duel("Ann", "Bob", 1));
   for (int options = 0; options <= 15; ++options) {

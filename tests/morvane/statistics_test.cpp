@@ -57,6 +57,20 @@ TEST(IsCounted, HonoursEveryLimitOfGames) {
   }
 }
 
+TEST(Totals, HoldMoreThan32Bits) {
+  std::string log;
+  for (int i = 0; i < 5; ++i) {
+    log += Init() + Join(0, "Ann") + Join(1, "Bob") + Kill(0, 1) + "  5:00 Exit: Timelimit hit.\n" +
+           "  5:00 score: 999999999  ping: 5  client: 0 Ann\n" +
+           "  5:00 score: -999999999  ping: 5  client: 1 Bob\n" + kShutdown;
+  }
+  const Statistics statistics = StatisticsOf(log);
+  ASSERT_EQ(statistics.players.size(), 2U);
+  EXPECT_EQ(statistics.players[0].figures.score, 4'999'999'995);
+  EXPECT_EQ(statistics.players[1].figures.score, -4'999'999'995);
+  EXPECT_EQ(statistics.players[0].rating, 4'999'999'995.0);
+}
+
 TEST(IsCounted, AsksForAnExitOnlyWhereTold) {
   Limits limits;
   limits.gameComplete = true;

@@ -8,7 +8,11 @@
 #include <string_view>
 #include <vector>
 
+#define ZLIB_CONST
+#include <zlib.h>
+
 #include "morvane/log/log_parser.h"
+#include "morvane/report/report.h"
 #include "morvane/statistics/game.h"
 
 namespace morvane::test {
@@ -86,6 +90,39 @@ inline std::string Duel(std::string_view winner, std::string_view loser, int kil
                         std::string_view map = "q3dm17") {
   return Init(map) + Join(0, winner) + Join(1, loser) + Kills(kills, 0, 1) + kShutdown;
 }
+
+/// What gzip makes of a text.
+inline std::string Packed(std::string_view text) {
+  constexpr int kGzip = 16 + MAX_WBITS;
+  z_stream stream = {};
+  deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, kGzip, 8, Z_DEFAULT_STRATEGY);
+  std::string packed(deflateBound(&stream, text.size()), '\0');
+  stream.next_in = reinterpret_cast<const Bytef*>(text.data());
+  stream.avail_in = static_cast<uInt>(text.size());
+  stream.next_out = reinterpret_cast<Bytef*>(packed.data());
+  stream.avail_out = static_cast<uInt>(packed.size());
+  deflate(&stream, Z_FINISH);
+  packed.resize(stream.total_out);
+  deflateEnd(&stream);
+  return packed;
+}
+
+/// Remembers what is told: a line for each message, as "FILE:LINE: TEXT".
+class Told final : public Report {
+ public:
+  void Write(const Message& message) override {
+    std::string& lines = message.severe ? severe : normal;
+    if (!message.file.empty()) {
+      lines += message.file;
+      lines += message.line > 0 ? ":" + std::to_string(message.line) + ": " : ": ";
+    }
+    lines += message.text + "\n";
+  }
+  void Progress(std::string_view /*what*/, std::size_t /*done*/, std::size_t /*all*/) override {}
+
+  std::string severe;
+  std::string normal;
+};
 
 /// The entrant of a name; a failure when there is none.
 inline const Entrant& EntrantOf(const Game& game, std::string_view name) {
