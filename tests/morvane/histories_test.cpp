@@ -329,7 +329,8 @@ class History {
     const std::string file = piece.File();
     if (file.empty()) return;
     const std::size_t cut = 1 + Pick(random_, file.size());
-    if (EndOfKnownGame(file.substr(file.find('\n', cut - 1) + 1)) == 0) return;
+    const std::size_t whole = file.find('\n', cut - 1);  // behind it nothing is torn
+    if (whole == file.npos || EndOfKnownGame(file.substr(whole + 1)) == 0) return;
     piece.front += cut;
     Write(server, static_cast<std::size_t>(&piece - server.pieces.data()));
     needsRun_ = true;
