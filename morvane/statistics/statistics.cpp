@@ -141,15 +141,14 @@ std::vector<Value> Kept(std::vector<Value> values, const std::vector<std::uint32
   return values;
 }
 
+/// Games come in the order of play.
 void AddTime(Seen& seen, const Game& game) {
   if (game.dated == Dated::kUnknown) return;
-  const auto first = seen.first;
-  if (first == 0 || game.start < first) {
+  if (seen.first == 0 || game.start < seen.first) {
     seen.first = game.start;
+    // A game before this one that may have been earlier was so.
     if (seen.firstDated != Dated::kNotAfter) seen.firstDated = game.dated;
   }
-  // Of a game that may have been earlier nobody knows whether it was the first.
-  if (game.dated == Dated::kNotAfter) seen.firstDated = game.dated;
   const std::int64_t end = game.start + game.length;
   if (end <= seen.last) return;
   seen.last = end;

@@ -409,12 +409,7 @@ std::string StartsOf(ParsedLog log) {
 
 TEST(SetStarts, KnowsWhatTheLogTellsAndReckonsTheRest) {
   const auto date = [](std::int64_t seconds, const std::string& stamp = "  0:00 ") {
-    const std::time_t time = seconds;
-    std::tm parts = {};
-    localtime_r(&time, &parts);
-    char text[32];
-    std::strftime(text, sizeof text, "%Y%m%d%H%M%S", &parts);
-    return stamp + "ServerTime:\t" + text + "\t00:00 (1 JAN 1970)\n";
+    return test::ServerTime(seconds, stamp);
   };
   const std::string game = Duel("Ann", "Bob", 1);
   const std::string late = "  6:00 InitGame: \\mapname\\a\n  7:00 ShutdownGame:\n";

@@ -123,6 +123,193 @@ TEST(PageSettings, OverallKillTablesLeaveUnrankedPlayersOut) {
   EXPECT_EQ(Count(site.Page("allkilltable.html"), ">Three<"), 2U) << "a row and a column";
 }
 
+TEST(PageSettings, DuelsAndOpponentsNameWhoIsNotRanked) {
+  SiteRun site;
+  site.Log(CaseLog());
+  site.Set("Main", "players_min_kills", "1");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(Count(site.Page("morekilltables.html"), ">Three<"), 1U);
+  EXPECT_GT(Count(site.Page("player_boss.html"), ">Three<"), 0U);
+}
+
+TEST(PageSettings, WhereNobodyIsRankedTablesShowAllAndSayWhy) {
+  SiteRun site;
+  site.Log(CaseLog());
+  site.Set("Main", "players_min_kills", "7");
+  ASSERT_EQ(site.Run(), 0);
+  constexpr const char* kWhy =
+      "Nobody is ranked: no player has at least 0 minutes, 0 games and 7 kills.";
+  for (const char* page : {"allkilltable.html", "otherkilltables.html"}) {
+    EXPECT_GT(Count(site.Page(page), ">Three<"), 0U) << page;
+    EXPECT_EQ(Count(site.Page(page), kWhy), 1U) << page;
+  }
+  EXPECT_EQ(Count(site.Page("playerrank.html"), kWhy), 1U);
+  site.Set("Main", "players_min_kills", "1");
+  ASSERT_EQ(site.Run(), 0);
+  for (const auto& [name, text] : site.Pages()) {
+    EXPECT_EQ(Count(text, "Nobody is ranked"), 0U) << name;
+  }
+}
+
+/// What the links of a page lead to, without those within it.
+std::vector<std::string> LinksOf(const std::string& page) {
+  static const std::regex kLink(R"re((?:href|src)="([^"]*)")re");
+  std::vector<std::string> links;
+  for (std::sregex_iterator at(page.begin(), page.end(), kLink), end; at != end; ++at) {
+    if (!(*at)[1].str().starts_with("#")) links.push_back((*at)[1]);
+  }
+  return links;
+}
+
+void ExpectLinksResolve(const SiteRun& site) {
+  const std::map<std::string, std::string> pages = site.Pages();
+  for (const auto& [name, text] : pages) {
+    if (!name.ends_with(".html")) continue;
+    for (const std::string& link : LinksOf(text)) {
+      EXPECT_EQ(pages.count(link), 1U) << name << " leads to " << link;
+    }
+  }
+}
+
+// --- what the log does not tell ---------------------------------------------------------------
+
+/// A log without its stamps.
+std::string WithoutStamps(const std::string& log) {
+  std::istringstream lines(log);
+  std::string text;
+  for (std::string line; std::getline(lines, line);) text += line.substr(7) + "\n";
+  return text;
+}
+
+TEST(Site, ShowsNoTimeThatIsNotKnown) {
+  const std::string log = OneGame({"Ann", "Bob"});
+  const struct {
+    const char* page;
+    const char* text;  // what stands there of a log with stamps
+    const char* unknown;
+  } kCases[] = {
+      {"stats.html", "<strong>5:00</strong> Time played", "<strong>–</strong> Time played"},
+      {"gamelist.html", "<td data-sort=\"300\">5:00</td>", "<td data-sort=\"0\">–</td>"},
+      {"game_1.html", ", 5:00 long", "<td data-sort=\"0\">–</td>"},
+      {"gameplayer_1.html", "0 deaths in 4:59", "0 deaths</p>"},
+      {"map_q3dm17.html", "<strong>5:00</strong> Time played", "<strong>–</strong> Time played"},
+      {"maplist.html", "<td data-sort=\"300\">5:00</td>", "<td data-sort=\"0\">–</td>"},
+      {"playerrank.html", "<td data-sort=\"299\">4:59</td>", "<td data-sort=\"0\">–</td>"},
+      {"playerperhour.html", "<td class=\"bar\">12.04<", "<td class=\"bar\">–<"},
+      {"playerpermin.html", "<td class=\"bar\">0.20<", "<td class=\"bar\">–<"},
+      {"player_ann.html", "<strong>0.20</strong> Kills per minute",
+       "<strong>–</strong> Kills per minute"},
+      {"player_ann.html", "<strong>4:59</strong> Time played", "<strong>–</strong> Time played"},
+      {"playerlist.html", "≈&nbsp;20", "<td class=\"text\" data-sort=\"0\">–</td>"},
+  };
+  SiteRun site;
+  site.Set("Main", "time_format", "%Y");
+  site.Log(log);
+  ASSERT_EQ(site.Run(), 0);
+  for (const auto& test : kCases)
+    EXPECT_GT(Count(site.Page(test.page), test.text), 0U) << test.page;
+  site.Log(WithoutStamps(log));
+  ASSERT_EQ(site.Run(), 0);
+  for (const auto& test : kCases) {
+    EXPECT_EQ(Count(site.Page(test.page), test.text), 0U) << test.page << test.text;
+    EXPECT_GT(Count(site.Page(test.page), test.unknown), 0U) << test.page << test.unknown;
+  }
+  EXPECT_EQ(Count(site.Page("stats.html"), "kills per minute"), 0U);
+}
+
+TEST(Site, MarksHowWellATimeIsKnown) {
+  const std::string game = OneGame({"Ann", "Bob"});
+  std::string dated = game;
+  dated.insert(dated.find("  0:01"), "  0:00 ServerTime:\t20190304173140\t17:31:40 (4 MAR 2019)\n");
+  SiteRun site;
+  site.Set("Main", "time_format", "%Y-%m-%d %H:%M:%S");
+  site.Log(dated + game + game);
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(Count(site.Page("game_1.html"), "started 2019-03-04 17:31:40,"), 1U);
+  EXPECT_EQ(Count(site.Page("game_2.html"), "started ≤&nbsp;20"), 1U);
+  EXPECT_EQ(Count(site.Page("game_3.html"), "started ≈&nbsp;20"), 1U);
+  const char* const kReckoned = "≈: reckoned back";
+  const char* const kNotAfter = "≤: then or earlier";
+  for (const auto& [page, reckoned, notAfter] :
+       {std::tuple("game_1.html", 0U, 0U), std::tuple("game_2.html", 0U, 1U),
+        std::tuple("game_3.html", 1U, 0U), std::tuple("gamelist.html", 1U, 1U)}) {
+    EXPECT_EQ(Count(site.Page(page), kReckoned), reckoned) << page;
+    EXPECT_EQ(Count(site.Page(page), kNotAfter), notAfter) << page;
+  }
+}
+
+TEST(Site, MarksBots) {
+  SiteRun site;
+  site.Log(Init() + Join(0, "Ann") + JoinBot(1, "Bob") + Kill(0, 1) + kShutdown);
+  ASSERT_EQ(site.Run(), 0);
+  const auto isMarked = [&](const char* page, const std::string& name) {
+    const std::regex mark(name + "</bdi></a>(</span>)? <span class=\"bot\">bot</span>");
+    return std::regex_search(site.Page(page), mark);
+  };
+  for (const char* page : {"stats.html", "playerrank.html", "allkilltable.html", "game_1.html",
+                           "player_ann.html", "maprank_q3dm17.html"}) {
+    EXPECT_TRUE(isMarked(page, "Bob")) << page;
+    EXPECT_FALSE(isMarked(page, "Ann")) << page;
+  }
+  EXPECT_EQ(Count(site.Page("player_bob.html"), "Bob</bdi> <span class=\"bot\">"), 1U);
+}
+
+TEST(Site, ShowsTheSameWinnerOnEveryPage) {
+  const std::string play = Join(0, "Ann", 1) + Join(1, "Bob", 2) + Kill(0, 1) + kShutdown;
+  const struct {
+    int type;
+    const char* winner;  // in the list of games
+    unsigned wins;
+  } kCases[] = {{3, "<td class=\"text\">Red", 1}, {4, "<td class=\"text\">–", 0}};
+  for (const auto& test : kCases) {
+    SiteRun site;
+    site.Log(Init("q3dm7", test.type) + play);
+    ASSERT_EQ(site.Run(), 0);
+    EXPECT_EQ(Count(site.Page("gamelist.html"), test.winner), 1U) << test.type;
+    EXPECT_EQ(Count(site.Page("game_1.html"), "class=\"winner\""), test.wins) << test.type;
+    EXPECT_EQ(Count(site.Page("player_ann.html"), std::to_string(test.wins) + " of 1</strong>"),
+              1U);
+    EXPECT_EQ(Count(site.Page("game_1.html"), "The lead"), test.wins) << test.type;
+  }
+}
+
+TEST(Site, ShowsAWeaponAndItsSplashAsOneToo) {
+  SiteRun site;
+  const std::string game = Init() + Join(0, "Ann") + Join(1, "Bob") + Kills(3, 0, 1) +
+                           Kill(0, 1, "ROCKET") + Kill(0, 1, "ROCKET") +
+                           Kill(0, 1, "ROCKET_SPLASH") + Kill(0, 1, "ROCKET_SPLASH");
+  site.Log(game + kShutdown);
+  ASSERT_EQ(site.Run(), 0);
+  for (const char* page : {"stats.html", "game_1.html", "map_q3dm17.html", "player_ann.html"}) {
+    const std::string text = site.Page(page);
+    EXPECT_EQ(Count(text, "its splash included"), 1U) << page;
+    EXPECT_EQ(Count(text, ">57.1&nbsp;%<"), 1U) << page;
+    EXPECT_EQ(Count(text, ">28.6&nbsp;%<"), 2U) << page;
+  }
+  EXPECT_EQ(Count(site.Page("playerFSES.html"), "<td class=\"text\">Rocket</td>"), 1U);
+}
+
+// --- players.txt --------------------------------------------------------------------------------
+
+TEST(Site, NoPageNamesWhoIsLeftOut) {
+  SiteRun site;
+  site.Log(RichLog());
+  ASSERT_EQ(site.Run(), 0);
+  ASSERT_GT(Count(site.Page("stats.html"), "RedBaron") + Count(site.Page("stats.html"), "Baron"),
+            0U);
+  WriteFile(site.Folder() / "players.txt", "- redbaron\nGuest7 = Guest8\nnothing\n");
+  fs::remove_all(site.Output());
+  ASSERT_EQ(site.Run(), 0);
+  for (const auto& [name, text] : site.Pages()) {
+    EXPECT_EQ(Count(text, "Baron") + Count(text, "redbaron") + Count(name, "baron"), 0U) << name;
+  }
+  EXPECT_EQ(Count(site.Messages("morvane.log.txt"), "severe players.txt:3: neither"), 1U);
+  EXPECT_EQ(site.Page("player_guest7.html"), "");
+  EXPECT_GT(Count(site.Page("gameplayer_3.html"), "player_guest8.html\"><bdi>Guest7<"), 0U)
+      << "the name borne in the game";
+  ExpectLinksResolve(site);
+}
+
 // --- hostile input --------------------------------------------------------------------------
 
 TEST(Site, HostileNamesStayTextAndInsideTheFolder) {
@@ -164,26 +351,6 @@ TEST(Site, KeepsTheNamesOfPlayerPages) {
 }
 
 // --- the site as a whole --------------------------------------------------------------------
-
-/// What the links of a page lead to, without those within it.
-std::vector<std::string> LinksOf(const std::string& page) {
-  static const std::regex kLink(R"re((?:href|src)="([^"]*)")re");
-  std::vector<std::string> links;
-  for (std::sregex_iterator at(page.begin(), page.end(), kLink), end; at != end; ++at) {
-    if (!(*at)[1].str().starts_with("#")) links.push_back((*at)[1]);
-  }
-  return links;
-}
-
-void ExpectLinksResolve(const SiteRun& site) {
-  const std::map<std::string, std::string> pages = site.Pages();
-  for (const auto& [name, text] : pages) {
-    if (!name.ends_with(".html")) continue;
-    for (const std::string& link : LinksOf(text)) {
-      EXPECT_EQ(pages.count(link), 1U) << name << " leads to " << link;
-    }
-  }
-}
 
 TEST(Site, LinksResolveAndLeadNowhereElse) {
   SiteRun site;

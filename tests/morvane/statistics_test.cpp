@@ -218,6 +218,8 @@ TEST(MakeStatistics, NamesakesWinAndPlaceOnceAGame) {
 TEST(MakeStatistics, KnowsWhenAPlayerWasSeen) {
   const std::string warmup = Init() + "  0:00 Warmup:\n  0:10 ShutdownGame:\n";
   const std::string untimed = UntimedDuel("Ann", "Bob", 1);
+  std::string dated = Duel("Ann", "Bob", 1);
+  dated.insert(dated.find("  0:01"), test::ServerTime(50000));
   const struct {
     std::string what;
     std::string log;
@@ -227,6 +229,8 @@ TEST(MakeStatistics, KnowsWhenAPlayerWasSeen) {
       {"before it", Duel("Ann", "Bob", 1) + warmup, "<999690 <999990"},
       {"in both", Duel("Ann", "Bob", 1) + Duel("Ann", "Bob", 1), "<999400 ~1000000"},
       {"without stamps", untimed, "?0 ?0"},
+      {"by a date first", dated + Duel("Ann", "Bob", 1) + warmup, "=50000 <999990"},
+      {"by a date last", Duel("Ann", "Bob", 1) + dated + warmup, "<49700 =50300"},
   };
   for (const auto& test : kCases) {
     const Seen& seen = StatisticsOf(test.log).summary.seen;

@@ -357,6 +357,23 @@ TEST_F(CollectTest, DatesStayWhenALogIsTouchedMovedOrCopied) {
   EXPECT_EQ(Collect({"b.log"})[1].start, start);
 }
 
+TEST_F(CollectTest, WhatWasStoredOfADateStaysAsWellKnownAsItWas) {
+  const auto dates = [&](const std::string& log) {
+    Log("a.log", log);
+    std::string text;
+    constexpr std::string_view kMarks = "?<~=";
+    for (const Game& game : Collect({"a.log"})) {
+      text += kMarks[static_cast<std::size_t>(game.dated)];
+    }
+    return text;
+  };
+  EXPECT_EQ(dates(one_), "~");
+  EXPECT_EQ(dates(one_ + two_), "~~") << "reckoned while it was the last";
+  std::string dated = Duel("Ann", "Cid", 8);
+  dated.insert(dated.find("  0:01"), test::ServerTime(50000));
+  EXPECT_EQ(dates(one_ + two_ + dated + Duel("Dan", "Bob", 9)), "~~=~");
+}
+
 TEST_F(CollectTest, TwoRunsAtOnceCountEveryGameOnce) {
   struct Silent : Report {
     void Write(const Message& message) override { failed |= message.log == morvane::Log::kMain; }

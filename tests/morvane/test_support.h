@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -69,6 +71,16 @@ inline std::string Join(int slot, std::string_view name, int team = 0,
 inline std::string JoinBot(int slot, std::string_view name, int team = 0) {
   std::string lines = Join(slot, name, team);
   return lines.insert(lines.find("\\model\\"), "\\skill\\    3.00");
+}
+
+/// The line that tells the time, in seconds since 1970.
+inline std::string ServerTime(std::int64_t seconds, const std::string& stamp = "  0:00 ") {
+  const std::time_t time = seconds;
+  std::tm parts = {};
+  localtime_r(&time, &parts);
+  char text[32];
+  std::strftime(text, sizeof text, "%Y%m%d%H%M%S", &parts);
+  return stamp + "ServerTime:\t" + text + "\t00:00 (1 JAN 1970)\n";
 }
 
 inline std::string Kill(int killer, int victim, std::string_view means = "RAILGUN",
