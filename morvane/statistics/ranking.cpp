@@ -169,9 +169,10 @@ void Ranking::EndGame(const Game& game, int lastPlaced, std::vector<double>& ran
 std::unique_ptr<Ranking> ReadRanking(const RankingSettings& settings, Report& report) {
   std::error_code error = std::make_error_code(std::errc::no_such_file_or_directory);
   for (const fs::path& place : RulePlaces(settings)) {
-    if (!platform::FileExists(place)) continue;
-    const std::string rules = platform::ReadWholeFile(place, error);
-    if (!error) return std::make_unique<Ranking>(rules, place.string(), settings.start, report);
+    std::error_code problem;
+    const std::string rules = platform::ReadWholeFile(place, problem);
+    if (!problem) return std::make_unique<Ranking>(rules, place.string(), settings.start, report);
+    if (problem != std::errc::no_such_file_or_directory) error = problem;
   }
   report.Severe(Log::kRanking,
                 "the rules of the custom ranking cannot be read (" + error.message() +

@@ -128,7 +128,7 @@ TEST_F(ProgramTest, SaysWhatIsWrongWithTheSettingsFile) {
   } kCases[] = {
       {"", "the file is empty"},
       {"\r\n \n", "the file is empty"},
-      {std::string("\xFF\xFE[\0M\0a\0i\0n\0]\0", 14), "the file is UTF-16; save it as UTF-8"},
+      {std::string("\xFF\xFE[\0M\0a\0i\0n\0]\0", 14), "The file is UTF-16 text. Store it as UTF-8"},
       {"[Logs]\nlogpath0=games.log\n", "the file has no section [Main]"},
       {"no settings at all", "the file has no section [Main]"},
   };
