@@ -1,6 +1,10 @@
 
+#include "text/text.h"
+
 #include <gtest/gtest.h>
 #include <string>
+
+#include "text/characters.h"
 
 namespace text {
 namespace {
