@@ -43,10 +43,9 @@ bool Collector::IsInPlace(OpenLog& log, const StoredPath& path) {
   if (HasGrown(path.log) || !BeginsWith(log, stored)) return false;
   const bool isAnother = std::ranges::any_of(stored_, [&](const auto& entry) {
     const StoredLog& other = entry.second;
-    return other.id != stored.id && other.size == static_cast<std::int64_t>(log.Bytes().size()) &&
-           other.digest == log.digest && IsDisplaced(other);
+    return other.size > stored.size && BeginsWith(log, other) && IsDisplaced(other);
   });
-  if (isAnother) return false;  // names were swapped
+  if (isAnother) return false;  // names were passed on
   TakeAs(log, stored);
   return true;
 }

@@ -48,7 +48,8 @@ void Collector::SettleNew(std::size_t index) {
     found_.insert(log.stored.id);
   } else {
     log.stored.id = NewId();
-    if (path != paths_.end()) log.stored.inPlaceOf = path->second.log;
+    // Where that log moved away in an earlier run, the list tells better what came before.
+    if (path != paths_.end() && path->second.size >= 0) log.stored.inPlaceOf = path->second.log;
     if (path != paths_.end() &&
         !FindRecurring(database_->GamesOf(path->second.log).marks, log.marks).empty()) {
       log.stored.head = -1;  // the same log, shortened, of which a copy is left

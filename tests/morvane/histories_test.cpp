@@ -9,6 +9,7 @@
 // - A log that is shortened from the front or edited is known again by a game before the edit that
 //   has three kills with stamps, or thirty without. What an edit changes after such a game follows
 //   the file. An edited game before it would stay beside its new form.
+// - A log is not shortened within the line of an "InitGame:": the game would lose its stamp.
 // - A file that is shortened, edited or copied is not also rotated before the next run; one that is
 //   swapped has been read before, and does not grow before the next run: a few lines that moved and
 //   grew at once might be those of any log.
@@ -330,7 +331,9 @@ class History {
     const std::string file = piece.File();
     if (file.empty()) return;
     const std::size_t cut = 1 + Pick(random_, file.size());
-    if (EndOfKnownGame(file.substr(file.find('\n', cut - 1) + 1)) == 0) return;
+    const std::size_t whole = file.find('\n', cut - 1);  // behind it nothing is torn
+    if (file.substr(cut, whole - cut).find("InitGame:") != file.npos) return;
+    if (whole == file.npos || EndOfKnownGame(file.substr(whole + 1)) == 0) return;
     piece.front += cut;
     Write(server, static_cast<std::size_t>(&piece - server.pieces.data()));
     needsRun_ = true;
