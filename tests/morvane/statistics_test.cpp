@@ -501,6 +501,12 @@ TEST_F(RankingTest, EveryEventHasItsRule) {
   EXPECT_EQ(Said(), "");
 }
 
+TEST_F(RankingTest, NamesakesWinAndPlaceOnceAGame) {
+  const std::string game = Init() + Join(0, "Ann") + Join(1, "ann") + Join(2, "Bob") + Kill(0, 2) +
+                           Kill(1, 2) + kShutdown;
+  EXPECT_EQ(RatingsOf("game.win = rank + 20\ngame.placed = rank + 5", game), "ann 1020 Bob 1000 ");
+}
+
 TEST_F(RankingTest, BothSidesOfAKillSeeTheRanksBeforeIt) {
   EXPECT_EQ(RatingsOf("kill.killer = rank + other / 10\r\nkill.victim = rank - other / 10\r\n",
                       Duel("Ann", "Bob", 2)),

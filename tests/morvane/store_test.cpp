@@ -10,6 +10,7 @@
 #include "morvane/store/database.h"
 #include "morvane/store/digest.h"
 #include "morvane/store/game_record.h"
+#include "morvane/store/game_start.h"
 #include "morvane/store/recurrence.h"
 #include "tests/morvane/test_support.h"
 
@@ -355,6 +356,18 @@ TEST_F(CollectTest, DatesStayWhenALogIsTouchedMovedOrCopied) {
   clock_ += 5000;
   Log("b.log", two_);
   EXPECT_EQ(Collect({"b.log"})[1].start, start);
+}
+
+TEST(KeepStart, OnlyWhatTheLogTellsStandsAboveWhatWasStored) {
+  for (const Dated dated : {Dated::kUnknown, Dated::kNotAfter, Dated::kReckoned, Dated::kKnown}) {
+    Game game;
+    game.start = 7;
+    game.dated = dated;
+    KeepStart(game, {5, Dated::kReckoned});
+    const bool stays = dated == Dated::kKnown;
+    EXPECT_EQ(game.start, stays ? 7 : 5);
+    EXPECT_EQ(game.dated, stays ? Dated::kKnown : Dated::kReckoned);
+  }
 }
 
 TEST_F(CollectTest, WhatWasStoredOfADateStaysAsWellKnownAsItWas) {
