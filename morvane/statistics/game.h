@@ -46,14 +46,14 @@ struct Figures {
   std::uint32_t teamKills = 0;
   std::uint32_t worldDeaths = 0;
   std::int32_t score = 0;
-  std::uint32_t seconds = 0;      ///< time played
-  std::uint32_t killStreak = 0;   ///< longest row of frags without a death, within one game
-  std::uint32_t deathStreak = 0;  ///< longest row of deaths without a frag, within one game
-  std::uint32_t items = 0;        ///< items taken
-  Rival nemesis;                              ///< who killed this one most often
-  Rival favouriteVictim;                      ///< whom this one killed most often
-  std::vector<WeaponUse> weapons;             ///< most kills first, then most deaths
-  std::vector<ItemCount> itemCounts;          ///< most first
+  std::uint32_t seconds = 0;          ///< time played
+  std::uint32_t killStreak = 0;       ///< longest row of frags without a death, within one game
+  std::uint32_t deathStreak = 0;      ///< longest row of deaths without a frag, within one game
+  std::uint32_t items = 0;            ///< items taken
+  Rival nemesis;                      ///< who killed this one most often
+  Rival favouriteVictim;              ///< whom this one killed most often
+  std::vector<WeaponUse> weapons;     ///< most kills first, then most deaths
+  std::vector<ItemCount> itemCounts;  ///< most first
 };
 
 /// How often one killed another; killer and victim are indices into the list beside it.
