@@ -67,7 +67,7 @@ std::string PlayerNames::Taken(const std::string& key, std::size_t number) {
 
 std::string PlayerNames::LeaveOut(std::string_view name, std::size_t number) {
   std::string key = PlayerKey(name);
-  const std::string taken = Taken(key, number);
+  std::string taken = Taken(key, number);
   if (taken.empty()) leftOut_.insert(std::move(key));
   return taken;
 }
@@ -82,7 +82,7 @@ std::string PlayerNames::AddJoin(std::string_view old, std::string_view name, st
     at = next->second.key;
   }
   if (at == key) return "joins a name to itself";
-  const std::string taken = Taken(key, number);
+  std::string taken = Taken(key, number);
   if (taken.empty()) joined_.try_emplace(key, Join{std::string(name), to, number});
   return taken;
 }
