@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/paths.h"
+
 namespace platform {
 
 /// The name that stands for the desktop's viewer of text files, and its switch for printing.
@@ -23,6 +25,16 @@ struct CommandLine {
     for (const std::string& option : switches) text += " " + option;
     if (!file.empty()) text += " \"" + file + "\"";
     return text;
+  }
+
+  /// The argument list of a command that is started as it stands, its paths in the notation of the
+  /// system.
+  std::vector<std::string> Arguments() const {
+    std::vector<std::string> arguments = {HasSeparator(program) ? SystemPath(program).string()
+                                                                : program};
+    arguments.insert(arguments.end(), switches.begin(), switches.end());
+    if (!file.empty()) arguments.push_back(SystemPath(file).string());
+    return arguments;
   }
 };
 

@@ -48,7 +48,7 @@ std::optional<QString> RecorderDesktop::ChooseFile(QWidget* /*owner*/,
 
 platform::StartResult RecorderDesktop::StartProgram(const platform::CommandLine& command) {
   started.push_back(command.Text());
-  return ui::RealDesktop().StartProgram(command);
+  return platform::StartProcess(command.Arguments());
 }
 
 std::string RecorderDesktop::StartDetached(const platform::CommandLine& command) {
