@@ -49,6 +49,7 @@ class OpenFileDialog : public QFileDialog {
         defaultExtension_(std::move(defaultExtension)) {
     setFileMode(QFileDialog::ExistingFile);
     setOption(QFileDialog::HideNameFilterDetails);
+    setFilter(filter() | QDir::Hidden);
   }
 
  protected:
@@ -113,7 +114,7 @@ std::optional<int> RealDesktop::ChooseColor(QWidget* owner, int color, const QSt
   QColorDialog dialog(ToQColor(color), owner);
   dialog.setWindowTitle(title);
   GiveDialogFrame(dialog);
-  dialog.setOption(QColorDialog::DontUseNativeDialog);  // some hide the custom colours
+  dialog.setOption(QColorDialog::DontUseNativeDialog);  // some hide the custom colors
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return ToColorValue(dialog.selectedColor());
 }

@@ -207,6 +207,8 @@ void BuildControls(QWidget& area, std::span<const ControlRow> rows) {
 }
 
 void GiveDialogFrame(QDialog& dialog) {
+  // Its owner waits for it; a console window (see ConsoleWindow) does not.
+  if (dialog.parentWidget() != nullptr) dialog.setWindowModality(Qt::WindowModal);
   dialog.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                         Qt::WindowCloseButtonHint);
 }

@@ -1,6 +1,9 @@
 #include <filesystem>
 #include <sys/stat.h>
 
+#include <QDialog>
+#include <QImage>
+
 #include "app/modMain.h"
 #include "tests/support/editor_test.h"
 
@@ -8,6 +11,9 @@ namespace {
 
 class MainTest : public support::EditorTest {
  protected:
+  static bool HasProgramIcon(const QWidget& window) {
+    return window.windowIcon().pixmap(32, 1.0).toImage() == QImage(":/pictures/icon32.png");
+  }
   std::unique_ptr<app::frmMain> Start() { return app::Main(ini_, desktop, Settings()); }
 
  private:
@@ -20,6 +26,8 @@ TEST_F(MainTest, OpensTheWindowOnTheSettingsFile) {
   ASSERT_NE(window, nullptr);
   EXPECT_TRUE(window->isVisible());
   EXPECT_EQ(app::MainWindow(), window.get());
+  EXPECT_TRUE(HasProgramIcon(*window));
+  EXPECT_TRUE(HasProgramIcon(QDialog())) << "every window carries it";
   EXPECT_TRUE(desktop.messages.empty());
   window->close();
   EXPECT_EQ(app::MainWindow(), nullptr);

@@ -99,6 +99,7 @@ TEST_F(DesktopTest, TheFileDialogChoosesAnExistingFile) {
     EXPECT_EQ(files.nameFilters(),
               QStringList({"Log Files (*.log) (*.log)", "All Files (*.*) (*)"}));
     EXPECT_EQ(files.fileMode(), QFileDialog::ExistingFile);
+    EXPECT_TRUE(files.filter().testFlag(QDir::Hidden));
     files.reject();
   });
   EXPECT_EQ(real_.ChooseFile(nullptr, request), std::nullopt);
