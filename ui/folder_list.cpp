@@ -96,7 +96,10 @@ void FolderList::Fill() {
 void FolderList::ShowOpenFolder() {
   QTreeWidgetItem* const open = currentItem();
   if (open == nullptr || open->data(0, kPathRole).toString() != path_) return;
+  // At once, what the view would put off until it is painted: scrolling needs the places.
   doItemsLayout();
+  resizeColumnToContents(0);
+  updateGeometries();
   const int left = visualItemRect(open).left() + horizontalScrollBar()->value();
   int right = left + sizeHintForIndex(indexFromItem(open)).width();
   for (int at = 0; at < open->childCount(); ++at) {
@@ -108,8 +111,8 @@ void FolderList::ShowOpenFolder() {
   horizontalScrollBar()->setValue(std::clamp(right - viewport()->width(), 0, left));
 }
 
-void FolderList::resizeEvent(QResizeEvent* event) {
-  QTreeWidget::resizeEvent(event);
+void FolderList::showEvent(QShowEvent* event) {
+  QTreeWidget::showEvent(event);
   ShowOpenFolder();
 }
 

@@ -27,7 +27,7 @@ class FolderList : public QTreeWidget {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   /// The tree is always open, so it shows no arrows to open it with.
   void drawBranches(QPainter* /*painter*/, const QRect& /*rect*/,
                     const QModelIndex& /*index*/) const override {}
