@@ -102,6 +102,7 @@ frmAbout::frmAbout(QWidget* owner, ui::Desktop& desktop)
     : QDialog(owner, Qt::Dialog | Qt::FramelessWindowHint), desktop_(desktop) {
   setObjectName("frmAbout");
   setAccessibleName("About Vantorel");
+  ui::BlockOwnerOnly(*this);
   setFont(ui::MakeFont(kDialogFont));
   auto* border = new QFrame;
   border->setFrameStyle(QFrame::WinPanel | QFrame::Raised);

@@ -50,6 +50,7 @@ class OpenFileDialog : public QFileDialog {
     setFileMode(QFileDialog::ExistingFile);
     setOption(QFileDialog::HideNameFilterDetails);
     setFilter(filter() | QDir::Hidden);
+    BlockOwnerOnly(*this);
   }
 
  protected:

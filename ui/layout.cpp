@@ -206,9 +206,12 @@ void BuildControls(QWidget& area, std::span<const ControlRow> rows) {
   }
 }
 
-void GiveDialogFrame(QDialog& dialog) {
-  // Its owner waits for it; a console window (see ConsoleWindow) does not.
+void BlockOwnerOnly(QDialog& dialog) {
   if (dialog.parentWidget() != nullptr) dialog.setWindowModality(Qt::WindowModal);
+}
+
+void GiveDialogFrame(QDialog& dialog) {
+  BlockOwnerOnly(dialog);
   dialog.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                         Qt::WindowCloseButtonHint);
 }

@@ -3,6 +3,7 @@
 
 #include <QDialog>
 #include <QImage>
+#include <QPixmap>
 
 #include "app/modMain.h"
 #include "tests/support/editor_test.h"
@@ -12,7 +13,9 @@ namespace {
 class MainTest : public support::EditorTest {
  protected:
   static bool HasProgramIcon(const QWidget& window) {
-    return window.windowIcon().pixmap(32, 1.0).toImage() == QImage(":/pictures/icon32.png");
+    const QImage drawn = window.windowIcon().pixmap(QSize(32, 32), 1.0).toImage();
+
+    return drawn == QPixmap(":/pictures/icon32.png").toImage();
   }
   std::unique_ptr<app::frmMain> Start() { return app::Main(ini_, desktop, Settings()); }
 

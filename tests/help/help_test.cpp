@@ -61,7 +61,7 @@ TEST_F(HelpTest, TheAboutDialogShowsTheVersionAndClosesWithItsButton) {
   for (int opening = 0; opening < 2; ++opening) {
     answers.Then([&](QWidget& dialog) {
       EXPECT_EQ(dialog.objectName(), "frmAbout");
-      EXPECT_TRUE(dialog.isModal());
+      EXPECT_EQ(dialog.windowModality(), Qt::WindowModal);
       const QRect owner = window.frameGeometry();
       const QSize room = owner.size() - dialog.size();
       EXPECT_EQ(dialog.pos(), owner.topLeft() + QPoint(room.width(), room.height()) / 2);

@@ -125,6 +125,19 @@ TEST_F(DesktopTest, TheFileDialogChoosesAnExistingFile) {
   EXPECT_EQ(QDir::currentPath(), "/") << "a cancelled dialog changed the current folder";
 }
 
+// A console window can be read, copied from and closed meanwhile.
+TEST_F(DesktopTest, DialogsBlockTheirOwnerOnly) {
+  QWidget& owner = OpenWindow();
+  DialogAnswers answers;
+  answers.Otherwise([](QWidget& dialog) {
+    EXPECT_EQ(dialog.windowModality(), Qt::WindowModal) << qPrintable(dialog.windowTitle());
+    dialog.close();
+  });
+  real_.ShowMessage(&owner, "?", MessageStyle::kYesNoQuestion, "Message");
+  real_.ChooseColor(&owner, 0, "Color");
+  real_.ChooseFile(&owner, {"File", "A|*.a", "", ""});
+}
+
 // One test, because GLib looks for the desktop's entries in the same folders for a process's life.
 TEST_F(DesktopTest, StartsViewerPrinterAndBrowser) {
   const platform::CommandLine view{platform::kNotepad, {}, Directory() + "\\a \"b\" $c;.txt"};
