@@ -14,7 +14,6 @@ class MainTest : public support::EditorTest {
  protected:
   static bool HasProgramIcon(const QWidget& window) {
     const QImage drawn = window.windowIcon().pixmap(QSize(32, 32), 1.0).toImage();
-
     return drawn == QPixmap(":/pictures/icon32.png").toImage();
   }
   std::unique_ptr<app::frmMain> Start() { return app::Main(ini_, desktop, Settings()); }
