@@ -5,7 +5,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QIcon>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLayout>
 #include <QScreen>
@@ -67,12 +67,6 @@ void BuildLayout(QWidget& area) {
   }
 }
 
-QIcon WindowIcon() {
-  QIcon icon(":/pictures/icon32.png");
-  icon.addFile(":/pictures/icon16.png");
-  return icon;
-}
-
 QString ShortVersion() {
   return QString("%1.%2").arg(VANTREL3_VERSION_MAJOR).arg(VANTREL3_VERSION_MINOR);
 }
@@ -90,7 +84,6 @@ frmMain::frmMain(const config::modIni& ini, ui::Desktop& desktop, QSettings& set
   setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                  Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                  Qt::WindowCloseButtonHint);
-  setWindowIcon(WindowIcon());
   setCentralWidget(new QWidget(this));
   layout()->setSizeConstraint(QLayout::SetFixedSize);
   BuildMenus(*this);
@@ -130,10 +123,11 @@ void frmMain::closeEvent(QCloseEvent* event) {
 }
 
 void frmMain::RestorePosition() {
-  const QSize screenSize = screen()->size() * kTwipsPerPixel;
-  const int top =
-      StoredPixels(settings_, kTopKey, screenSize.height() / 2 - kHeightWithStatusBar / 2);
-  const int left = StoredPixels(settings_, kLeftKey, screenSize.width() / 2 - kWindowWidth / 2);
+  const QRect screen = QGuiApplication::primaryScreen()->geometry();
+  const QSize room = screen.size() * kTwipsPerPixel - QSize(kWindowWidth, kHeightWithStatusBar);
+  const QPoint middle = screen.topLeft() * kTwipsPerPixel + QPoint(room.width(), room.height()) / 2;
+  const int top = StoredPixels(settings_, kTopKey, middle.y());
+  const int left = StoredPixels(settings_, kLeftKey, middle.x());
   move(left, top);
 }
 

@@ -1,5 +1,7 @@
 #include "app/modMain.h"
 
+#include <QGuiApplication>
+#include <QIcon>
 #include <QPointer>
 
 #include "app/file_actions.h"
@@ -9,6 +11,12 @@ namespace app {
 namespace {
 
 QPointer<frmMain> mainWindow;
+
+QIcon ProgramIcon() {
+  QIcon icon(":/pictures/icon32.png");
+  icon.addFile(":/pictures/icon16.png");
+  return icon;
+}
 
 }  // namespace
 
@@ -20,6 +28,7 @@ void ReleaseMainWindow(const frmMain& window) {
 
 std::unique_ptr<frmMain> Main(const config::modIni& ini, ui::Desktop& desktop,
                               QSettings& settings) {
+  QGuiApplication::setWindowIcon(ProgramIcon());
   if (platform::FileExists(ini.ConfigFilePath())) {
     auto window = std::make_unique<frmMain>(ini, desktop, settings);
     mainWindow = window.get();

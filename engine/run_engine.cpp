@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kPollMilliseconds = 100;
 
-void WaitForEnd(int processId) {
+unsigned WaitForEnd(int processId) {
   platform::ProcessHandle process = platform::OpenProcess(processId);
   unsigned exitCode = 0;
   do {
@@ -16,6 +16,7 @@ void WaitForEnd(int processId) {
     ui::PumpEvents();
     ui::WaitHandlingEvents(kPollMilliseconds);
   } while (exitCode == platform::kStillActive);
+  return exitCode;
 }
 
 }  // namespace
@@ -28,7 +29,7 @@ std::string RunEngine(ui::Desktop& desktop, const std::string& programDirectory)
   const platform::StartResult started =
       desktop.StartProgram({EnginePath(programDirectory), {}, {}});
   if (started.processId == 0) return started.reason;
-  WaitForEnd(started.processId);
+  desktop.ProgramEnded(started.processId, WaitForEnd(started.processId));
   return {};
 }
 

@@ -9,6 +9,7 @@
 
 #include "help/system_info.h"
 #include "ui/controls.h"
+#include "ui/fonts.h"
 #include "ui/layout.h"
 
 namespace help {
@@ -20,6 +21,7 @@ using ui::ControlRow;
 using ui::FontFace;
 using ui::FontSpec;
 
+constexpr FontSpec kDialogFont{FontFace::kArial, 8.25, QFont::Bold};
 constexpr FontSpec kTitleFont{FontFace::kCopperplate, 14.25, QFont::DemiBold};
 constexpr FontSpec kVersionFont{FontFace::kCourier, 9.75, QFont::Normal};
 constexpr FontSpec kTextFont{FontFace::kArial, 9.75, QFont::Normal};
@@ -51,8 +53,8 @@ constexpr ControlRow Paragraph(const char* name, int top, int height, const char
       .Wrapped();
 }
 
-// The lines of small print stand closer than their letters are high, so they take turns at the
-// left and at the right edge.
+// The lines of small print stand closer than their letters are high, so they go down in steps from
+// the left edge to the right one.
 constexpr ControlRow SmallPrint(const char* name, const ui::Place& place, Qt::Alignment side,
                                 const char* text) {
   ControlRow row = ControlRow{ControlKind::kLabel, name, "fraBox", place, text}
@@ -87,11 +89,9 @@ const ControlRow kRows[] = {
               "Thank you to everyone who keeps a server running for friends, to the players who "
               "fill its logs, and to the people who write free software and give it away: this "
               "program stands on their work."),
-    SmallPrint("lblDescription", {120, 2730, 5295, 210}, Qt::AlignLeft,
-               "One file, one window, no fuss."),
-    SmallPrint("Label7", {120, 2865, 4935, 255}, Qt::AlignRight, "Your logs stay with you."),
-    SmallPrint("Label3", {120, 3000, 4935, 255}, Qt::AlignLeft,
-               "Any bad aim shown here is your own."),
+    SmallPrint("lblDescription", {120, 2730, 5295, 210}, Qt::AlignLeft, "Your logs,"),
+    SmallPrint("Label7", {120, 2865, 4935, 255}, Qt::AlignHCenter, "your rules,"),
+    SmallPrint("Label3", {120, 3000, 4935, 255}, Qt::AlignRight, "your pages."),
     {ControlKind::kButton, "cmdOK", "", {4680, 3120, 1185, 350}, "OK"},
     {ControlKind::kButton, "cmdSysInfo", "", {3000, 3120, 1665, 350}, "&System Info..."},
 };
@@ -102,6 +102,8 @@ frmAbout::frmAbout(QWidget* owner, ui::Desktop& desktop)
     : QDialog(owner, Qt::Dialog | Qt::FramelessWindowHint), desktop_(desktop) {
   setObjectName("frmAbout");
   setAccessibleName("About Vantorel");
+  ui::BlockOwnerOnly(*this);
+  setFont(ui::MakeFont(kDialogFont));
   auto* border = new QFrame;
   border->setFrameStyle(QFrame::WinPanel | QFrame::Raised);
   auto* area = new QWidget;
@@ -121,6 +123,13 @@ frmAbout::frmAbout(QWidget* owner, ui::Desktop& desktop)
   connect(&Control<QPushButton>(*this, "cmdSysInfo"), &QPushButton::clicked, this,
           &frmAbout::cmdSysInfo_Click);
   Form_Load();
+  layout()->activate();
+  if (owner != nullptr) CenterOn(owner->frameGeometry());
+}
+
+void frmAbout::CenterOn(const QRect& place) {
+  const QSize room = place.size() - size();
+  move(place.topLeft() + QPoint(room.width(), room.height()) / 2);
 }
 
 void frmAbout::Form_Load() {

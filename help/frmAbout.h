@@ -23,6 +23,7 @@ class frmAbout : public QDialog {
   void cmdOK_Click();
   void cmdSysInfo_Click();
   void MoveTextTo(int top);
+  void CenterOn(const QRect& place);
 
   ui::Desktop& desktop_;
   int textTop_ = 0;  // top of the scrolling text within its viewport, in twips

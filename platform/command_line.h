@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/paths.h"
+
 namespace platform {
 
 /// The name that stands for the desktop's viewer of text files, and its switch for printing.
@@ -15,6 +17,16 @@ struct CommandLine {
   std::string program;                // a path, or a bare name such as "notepad.exe"
   std::vector<std::string> switches;  // for instance "/p"
   std::string file;                   // the file to open; may be empty
+
+  /// The argument list of a command that is started as it stands, its paths in the notation of the
+  /// system.
+  std::vector<std::string> Arguments() const {
+    std::vector<std::string> arguments = {HasSeparator(program) ? SystemPath(program).string()
+                                                                : program};
+    arguments.insert(arguments.end(), switches.begin(), switches.end());
+    if (!file.empty()) arguments.push_back(SystemPath(file).string());
+    return arguments;
+  }
 };
 
 }  // namespace platform

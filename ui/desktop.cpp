@@ -14,6 +14,7 @@
 
 #include "platform/paths.h"
 #include "platform/text_viewer.h"
+#include "ui/console_window.h"
 #include "ui/controls.h"
 #include "ui/failure.h"
 #include "ui/layout.h"
@@ -48,6 +49,8 @@ class OpenFileDialog : public QFileDialog {
         defaultExtension_(std::move(defaultExtension)) {
     setFileMode(QFileDialog::ExistingFile);
     setOption(QFileDialog::HideNameFilterDetails);
+    setFilter(filter() | QDir::Hidden);
+    BlockOwnerOnly(*this);
   }
 
  protected:
@@ -75,16 +78,6 @@ bool HasSwitch(const platform::CommandLine& command, const std::string& text) {
          command.switches.end();
 }
 
-/// The argument list of a command that is started as it stands.
-std::vector<std::string> PlainArguments(const platform::CommandLine& command) {
-  const std::string& program = command.program;
-  std::vector<std::string> arguments = {
-      platform::HasSeparator(program) ? platform::SystemPath(program).string() : program};
-  arguments.insert(arguments.end(), command.switches.begin(), command.switches.end());
-  if (!command.file.empty()) arguments.push_back(platform::SystemPath(command.file).string());
-  return arguments;
-}
-
 }  // namespace
 
 void ViewTextFile(Desktop& desktop, QWidget* owner, const std::string& file) {
@@ -94,6 +87,9 @@ void ViewTextFile(Desktop& desktop, QWidget* owner, const std::string& file) {
       desktop, owner,
       {.what = "No text viewer could be started for this file:", .path = file, .reason = reason});
 }
+
+RealDesktop::RealDesktop() = default;
+RealDesktop::~RealDesktop() = default;
 
 Answer RealDesktop::ShowMessage(QWidget* owner, const QString& text, MessageStyle style,
                                 const QString& title) {
@@ -119,7 +115,7 @@ std::optional<int> RealDesktop::ChooseColor(QWidget* owner, int color, const QSt
   QColorDialog dialog(ToQColor(color), owner);
   dialog.setWindowTitle(title);
   GiveDialogFrame(dialog);
-  dialog.setOption(QColorDialog::DontUseNativeDialog);  // some hide the custom colours
+  dialog.setOption(QColorDialog::DontUseNativeDialog);  // some hide the custom colors
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return ToColorValue(dialog.selectedColor());
 }
@@ -135,12 +131,27 @@ std::optional<QString> RealDesktop::ChooseFile(QWidget* owner, const OpenFileReq
 }
 
 platform::StartResult RealDesktop::StartProgram(const platform::CommandLine& command) {
-  return platform::StartProcess(PlainArguments(command));
+  std::erase_if(consoles_, [](const auto& console) { return console.second->IsOver(); });
+  const std::vector<std::string> arguments = command.Arguments();
+  const QString program = QString::fromStdString(arguments.front());
+  auto console =
+      platform::HasTerminal() ? nullptr : ConsoleWindow::Create(QFileInfo(program).fileName());
+  if (!console) return platform::StartProcess(arguments);
+  platform::StartResult started = platform::StartProcess(arguments, console->ProgramStreams());
+  if (started.processId == 0) return started;
+  console->ProgramStarted();
+  consoles_[started.processId] = std::move(console);
+  return started;
+}
+
+void RealDesktop::ProgramEnded(int processId, unsigned exitCode) {
+  const auto console = consoles_.find(processId);
+  if (console != consoles_.end()) console->second->ProgramEnded(exitCode);
 }
 
 std::string RealDesktop::StartDetached(const platform::CommandLine& command) {
   if (command.program != platform::kNotepad)
-    return platform::StartDetachedProcess(PlainArguments(command));
+    return platform::StartDetachedProcess(command.Arguments());
   const std::string file = platform::SystemPath(command.file).string();
   return HasSwitch(command, platform::kPrintSwitch) ? platform::StartDetachedProcess({"lp", file})
                                                     : platform::OpenInTextViewer(file);

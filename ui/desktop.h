@@ -1,5 +1,7 @@
 #pragma once
 
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -11,6 +13,8 @@
 class QWidget;
 
 namespace ui {
+
+class ConsoleWindow;
 
 /// Buttons and icon of a message box.
 enum class MessageStyle { kOk = 0, kCritical = 16, kYesNoQuestion = 36 };
@@ -49,7 +53,12 @@ class Desktop {
   virtual std::optional<QString> ChooseFile(QWidget* owner, const OpenFileRequest& request) = 0;
 
   /// Starts a program as a child whose end can be waited for (see platform/process.h).
+  /// It is shown as a normal window that takes the focus: the terminal that this program was
+  /// started from or, without one, a console window (see ConsoleWindow).
   virtual platform::StartResult StartProgram(const platform::CommandLine& command) = 0;
+
+  /// To be told when a program of StartProgram has ended, with its exit code.
+  virtual void ProgramEnded(int processId, unsigned exitCode) = 0;
 
   /// Starts a program that lives on its own; nothing of it is left behind when it ends.
   /// "notepad.exe" stands for the desktop's viewer of text files, "notepad.exe /p" for its print
@@ -67,13 +76,20 @@ void ViewTextFile(Desktop& desktop, QWidget* owner, const std::string& file);
 /// The desktop that the user sits at.
 class RealDesktop : public Desktop {
  public:
+  RealDesktop();
+  ~RealDesktop() override;
   Answer ShowMessage(QWidget* owner, const QString& text, MessageStyle style,
                      const QString& title) override;
   std::optional<int> ChooseColor(QWidget* owner, int color, const QString& title) override;
   std::optional<QString> ChooseFile(QWidget* owner, const OpenFileRequest& request) override;
   platform::StartResult StartProgram(const platform::CommandLine& command) override;
+  void ProgramEnded(int processId, unsigned exitCode) override;
   std::string StartDetached(const platform::CommandLine& command) override;
   void OpenUrl(const QString& url) override;
+
+ private:
+  /// The windows of programs that run, and of those that ended and left something to read.
+  std::map<int, std::unique_ptr<ConsoleWindow>> consoles_;  // by process id
 };
 
 }  // namespace ui

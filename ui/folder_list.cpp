@@ -1,10 +1,12 @@
 #include "ui/folder_list.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include <QDir>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <QStyle>
 
 #include "platform/paths.h"
@@ -80,12 +82,38 @@ void FolderList::Fill() {
   }
   const QIcon closed = style()->standardIcon(QStyle::SP_DirClosedIcon);
   const QDir folder(path_);
-  for (const QString& name :
-       folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase)) {
+  for (const QString& name : folder.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot,
+                                              QDir::Name | QDir::IgnoreCase)) {
     current->addChild(NewItem(folder.filePath(name), closed));
   }
   expandAll();
   setCurrentItem(current);
+  ShowOpenFolder();
+}
+
+// Its subfolders as far as there is room, and what is left of the room for the folders around it.
+// A deep folder and its subfolders begin at the left edge where they do not fit otherwise.
+void FolderList::ShowOpenFolder() {
+  QTreeWidgetItem* const open = currentItem();
+  if (open == nullptr || open->data(0, kPathRole).toString() != path_) return;
+  // At once, what the view would put off until it is painted: scrolling needs the places.
+  doItemsLayout();
+  resizeColumnToContents(0);
+  updateGeometries();
+  const int left = visualItemRect(open).left() + horizontalScrollBar()->value();
+  int right = left + sizeHintForIndex(indexFromItem(open)).width();
+  for (int at = 0; at < open->childCount(); ++at) {
+    const int width = sizeHintForIndex(indexFromItem(open->child(at))).width();
+    right = std::max(right, left + kIndentation + width);
+  }
+  if (open->childCount() > 0) scrollToItem(open->child(open->childCount() - 1));
+  scrollToItem(open);
+  horizontalScrollBar()->setValue(std::clamp(right - viewport()->width(), 0, left));
+}
+
+void FolderList::showEvent(QShowEvent* event) {
+  QTreeWidget::showEvent(event);
+  ShowOpenFolder();
 }
 
 void FolderList::keyPressEvent(QKeyEvent* event) {

@@ -27,12 +27,14 @@ class FolderList : public QTreeWidget {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   /// The tree is always open, so it shows no arrows to open it with.
   void drawBranches(QPainter* /*painter*/, const QRect& /*rect*/,
                     const QModelIndex& /*index*/) const override {}
 
  private:
   void Fill();
+  void ShowOpenFolder();
 
   QString path_;
   std::function<void(const QString&)> open_;

@@ -206,7 +206,12 @@ void BuildControls(QWidget& area, std::span<const ControlRow> rows) {
   }
 }
 
+void BlockOwnerOnly(QDialog& dialog) {
+  if (dialog.parentWidget() != nullptr) dialog.setWindowModality(Qt::WindowModal);
+}
+
 void GiveDialogFrame(QDialog& dialog) {
+  BlockOwnerOnly(dialog);
   dialog.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                         Qt::WindowCloseButtonHint);
 }

@@ -62,8 +62,8 @@ struct ControlRow {
   Qt::Alignment align = {};        // none: the usual one of the kind
   bool wraps = false;
   int frame = QFrame::NoFrame;  // frame style of a label or a panel
-  QRgb ink = 0;                 // colour of the text; 0 for the usual one
-  QRgb paper = 0;               // colour of the background; 0 for a transparent one
+  QRgb ink = 0;                 // color of the text; 0 for the usual one
+  QRgb paper = 0;               // color of the background; 0 for a transparent one
 
   constexpr ControlRow(ControlKind rowKind, const char* rowName, const char* rowContainer,
                        Place rowPlace, const char* rowCaption = "")
@@ -115,7 +115,12 @@ inline constexpr int kColumnWidth = 1440;
 /// table built.
 void BuildControls(QWidget& area, std::span<const ControlRow> rows);
 
-/// Gives a dialog a frame that has a close box only. Call before it is shown.
+/// Makes a dialog modal to its owner, where it has one, so that a console window can be used while
+/// it is open. Call before it is shown.
+void BlockOwnerOnly(QDialog& dialog);
+
+/// Gives a dialog a frame that has a close box only, and makes it modal to its owner only. Call
+/// before it is shown.
 void GiveDialogFrame(QDialog& dialog);
 
 /// Gives a dialog its rows and the size of its client area in twips, which nobody can change; its

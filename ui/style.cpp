@@ -1,15 +1,32 @@
 #include "ui/style.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 
 #include "ui/controls.h"
 #include "ui/fonts.h"
 
 namespace ui {
 namespace {
+
+/// The frame of a list as four filled edges. Between the whole scale factors a line drawn by a pen
+/// may be rounded to pixels that the list's contents cover, but the edges of filled areas are
+/// rounded like those of the contents.
+void DrawListFrame(const QStyleOption& option, QPainter& painter) {
+  const QColor color = option.palette.color(QPalette::Dark);
+  const QRect frame = option.rect;
+  const int right = frame.width() - 1;
+  const int bottom = frame.height() - 1;
+  for (const QRect& edge : {QRect(0, 0, frame.width(), 1), QRect(0, bottom, frame.width(), 1),
+                            QRect(0, 0, 1, frame.height()), QRect(right, 0, 1, frame.height())}) {
+    painter.fillRect(edge.translated(frame.topLeft()), color);
+  }
+}
 
 /// Fusion with the tab control's strip of a fixed height and access keys always underlined.
 class DesignedStyle : public QProxyStyle {
@@ -32,6 +49,15 @@ class DesignedStyle : public QProxyStyle {
         return {0, strip, width, widget->height() - strip};
       default:
         return QProxyStyle::subElementRect(element, option, widget);
+    }
+  }
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    if (element == PE_Frame && qobject_cast<const QAbstractScrollArea*>(widget) != nullptr) {
+      DrawListFrame(*option, *painter);
+    } else {
+      QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
   }
 

@@ -1,6 +1,10 @@
 #include <filesystem>
 #include <sys/stat.h>
 
+#include <QDialog>
+#include <QImage>
+#include <QPixmap>
+
 #include "app/modMain.h"
 #include "tests/support/editor_test.h"
 
@@ -8,6 +12,10 @@ namespace {
 
 class MainTest : public support::EditorTest {
  protected:
+  static bool HasProgramIcon(const QWidget& window) {
+    const QImage drawn = window.windowIcon().pixmap(QSize(32, 32), 1.0).toImage();
+    return drawn == QPixmap(":/pictures/icon32.png").toImage();
+  }
   std::unique_ptr<app::frmMain> Start() { return app::Main(ini_, desktop, Settings()); }
 
  private:
@@ -20,6 +28,8 @@ TEST_F(MainTest, OpensTheWindowOnTheSettingsFile) {
   ASSERT_NE(window, nullptr);
   EXPECT_TRUE(window->isVisible());
   EXPECT_EQ(app::MainWindow(), window.get());
+  EXPECT_TRUE(HasProgramIcon(*window));
+  EXPECT_TRUE(HasProgramIcon(QDialog())) << "every window carries it";
   EXPECT_TRUE(desktop.messages.empty());
   window->close();
   EXPECT_EQ(app::MainWindow(), nullptr);

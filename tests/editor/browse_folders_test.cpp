@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QScrollBar>
 
 #include "editor/frmBrowseFolders.h"
 #include "tests/editor/fields_test.h"
@@ -48,6 +49,37 @@ TEST_F(Drives, AFolderThatCannotBeOpenedIsNamed) {
   EXPECT_EQ(desktop.messages[0].text,
             "This folder could not be opened:\n" + tree + "/gone\n\nNo such file or directory");
   EXPECT_EQ(folders.Path(), tree);
+}
+
+TEST_F(Drives, ADeepFolderAndItsSubfoldersAreInView) {
+  Open("");
+  std::string deep = "tree";
+  for (int level = 0; level < 40; ++level) deep += "/level " + std::to_string(level);
+  for (const char* name : {"/first", "/.hidden", "/last"}) {
+    std::filesystem::create_directories(PathOf(deep) + name);
+  }
+  for (int sibling = 0; sibling < 50; ++sibling) {
+    std::filesystem::create_directories(PathOf("many/" + std::to_string(sibling)));
+  }
+  frmBrowseFolders browser(Window(), desktop, {"/"}, QString::fromStdString(PathOf(deep)));
+  browser.show();
+  auto& folders = ui::Control<ui::FolderList>(browser, "Folders");
+  const QTreeWidgetItem* const open = folders.currentItem();
+  EXPECT_EQ(open->text(0), "level 39");
+  ASSERT_EQ(open->childCount(), 3) << "hidden folders are shown";
+  const QRect view = folders.viewport()->rect();
+  for (const QTreeWidgetItem* item : {open, static_cast<const QTreeWidgetItem*>(open->child(0)),
+                                      static_cast<const QTreeWidgetItem*>(open->child(2))}) {
+    const QRect place = folders.visualItemRect(item);
+    EXPECT_TRUE(view.contains(place.topLeft()) && view.contains(place.bottomLeft()))
+        << item->text(0).toStdString();
+    EXPECT_LE(place.left() + folders.fontMetrics().horizontalAdvance(item->text(0)), view.right());
+  }
+  ASSERT_FALSE(folders.SetPath(QString::fromStdString(PathOf("many"))));
+  EXPECT_LE(folders.visualItemRect(folders.currentItem()).top(), view.height() / 4)
+      << "as many subfolders as there is room for";
+  ASSERT_FALSE(folders.SetPath("/"));
+  EXPECT_EQ(folders.horizontalScrollBar()->value(), 0);
 }
 
 TEST(DriveOf, IsTheDeepestThatHoldsTheFolder) {

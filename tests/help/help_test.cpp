@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 #include <QAction>
 #include <QFrame>
@@ -60,7 +61,13 @@ TEST_F(HelpTest, TheAboutDialogShowsTheVersionAndClosesWithItsButton) {
   for (int opening = 0; opening < 2; ++opening) {
     answers.Then([&](QWidget& dialog) {
       EXPECT_EQ(dialog.objectName(), "frmAbout");
-      EXPECT_TRUE(dialog.isModal());
+      EXPECT_EQ(dialog.windowModality(), Qt::WindowModal);
+      const QRect owner = window.frameGeometry();
+      const QSize room = owner.size() - dialog.size();
+      EXPECT_EQ(dialog.pos(), owner.topLeft() + QPoint(room.width(), room.height()) / 2);
+      EXPECT_EQ(dialog.font().families().constFirst(), "Arial");
+      EXPECT_EQ(dialog.font().pixelSize(), Pixels(165));
+      EXPECT_EQ(dialog.font().weight(), QFont::Bold);
       EXPECT_TRUE(dialog.windowFlags().testFlag(Qt::FramelessWindowHint));
       EXPECT_EQ(Control<QLabel>(dialog, "lblVersion").text(), "Version [1.0.0]");
       EXPECT_EQ(Control<QLabel>(dialog, "lblTitle").text(), "Quillon's Vantorel for Quake 3 Arena");
@@ -105,6 +112,22 @@ TEST_F(HelpTest, AllOfTheAboutTextFits) {
     EXPECT_LE(needed.width(), label->width()) << label->objectName().toStdString();
     EXPECT_LE(needed.height(), label->height()) << label->objectName().toStdString();
   }
+}
+
+// They stand closer than their letters are high.
+TEST_F(HelpTest, TheLinesOfSmallPrintLeaveEachOtherAlone) {
+  frmAbout dialog(nullptr, desktop);
+  std::vector<QRect> texts;
+  for (const char* name : {"lblDescription", "Label7", "Label3"}) {
+    const auto& label = Control<QLabel>(dialog, name);
+    texts.push_back(
+        label.fontMetrics()
+            .boundingRect(label.rect(), static_cast<int>(label.alignment()), label.text())
+            .translated(label.pos()));
+    EXPECT_FALSE(label.text().isEmpty());
+  }
+  EXPECT_LT(texts[0].right(), texts[1].left());
+  EXPECT_LT(texts[1].right(), texts[2].left());
 }
 
 TEST_F(HelpTest, ReadsRegistryValues) {

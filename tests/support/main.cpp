@@ -6,7 +6,8 @@
 #include "ui/style.h"
 
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  // A test may be run with screens of its own: "offscreen:configfile=FILE".
+  if (!qgetenv("QT_QPA_PLATFORM").startsWith("offscreen")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   ui::UseDesignedLook();
   ::testing::InitGoogleMock(&argc, argv);

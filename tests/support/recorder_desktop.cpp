@@ -56,7 +56,7 @@ std::optional<QString> RecorderDesktop::ChooseFile(QWidget* /*owner*/,
 
 platform::StartResult RecorderDesktop::StartProgram(const platform::CommandLine& command) {
   started.push_back(TextOf(command));
-  return ui::RealDesktop().StartProgram(command);
+  return platform::StartProcess(command.Arguments());
 }
 
 std::string RecorderDesktop::StartDetached(const platform::CommandLine& command) {

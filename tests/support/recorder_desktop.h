@@ -45,6 +45,7 @@ class RecorderDesktop : public ui::Desktop {
   std::optional<int> ChooseColor(QWidget* owner, int color, const QString& title) override;
   std::optional<QString> ChooseFile(QWidget* owner, const ui::OpenFileRequest& request) override;
   platform::StartResult StartProgram(const platform::CommandLine& command) override;
+  void ProgramEnded(int /*processId*/, unsigned /*exitCode*/) override {}
   std::string StartDetached(const platform::CommandLine& command) override;
   void OpenUrl(const QString& url) override;
 };

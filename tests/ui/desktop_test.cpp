@@ -99,6 +99,7 @@ TEST_F(DesktopTest, TheFileDialogChoosesAnExistingFile) {
     EXPECT_EQ(files.nameFilters(),
               QStringList({"Log Files (*.log) (*.log)", "All Files (*.*) (*)"}));
     EXPECT_EQ(files.fileMode(), QFileDialog::ExistingFile);
+    EXPECT_TRUE(files.filter().testFlag(QDir::Hidden));
     files.reject();
   });
   EXPECT_EQ(real_.ChooseFile(nullptr, request), std::nullopt);
@@ -122,6 +123,19 @@ TEST_F(DesktopTest, TheFileDialogChoosesAnExistingFile) {
   const QString last = QString::fromStdString(PathOf("logs/README"));
   EXPECT_EQ(real_.ChooseFile(nullptr, {"", "A|*.a", "", last}), std::nullopt);
   EXPECT_EQ(QDir::currentPath(), "/") << "a cancelled dialog changed the current folder";
+}
+
+// A console window can be read, copied from and closed meanwhile.
+TEST_F(DesktopTest, DialogsBlockTheirOwnerOnly) {
+  QWidget& owner = OpenWindow();
+  DialogAnswers answers;
+  answers.Otherwise([](QWidget& dialog) {
+    EXPECT_EQ(dialog.windowModality(), Qt::WindowModal) << qPrintable(dialog.windowTitle());
+    dialog.close();
+  });
+  real_.ShowMessage(&owner, "?", MessageStyle::kYesNoQuestion, "Message");
+  real_.ChooseColor(&owner, 0, "Color");
+  real_.ChooseFile(&owner, {"File", "A|*.a", "", ""});
 }
 
 // One test, because GLib looks for the desktop's entries in the same folders for a process's life.
