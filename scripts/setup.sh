@@ -7,7 +7,7 @@ packages=(
   # build
   g++ cmake ninja-build pkgconf
   qt6-base-dev qt6-svg-dev qt6-qpa-plugins libglib2.0-dev
-  libkainjow-mustache-dev libmuparser-dev libsqlite3-dev
+  libkainjow-mustache-dev libmuparser-dev libsqlite3-dev libxxhash-dev nlohmann-json3-dev
   # tests
   libgtest-dev libgmock-dev tidy
   # used by the program when it runs: fonts, browser and viewer start, printing

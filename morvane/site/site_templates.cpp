@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "config/text.h"
+#include "morvane/site/template_source.h"
 
 namespace morvane {
 namespace {
@@ -27,6 +28,7 @@ class Loader {
     if (loaded.Load(folder_, config::TrimBlanks(name), fault)) return loaded;
     report_.Severe(Log::kTemplates, fault.text, fault.file,
                    static_cast<std::size_t>(std::max(fault.line, 0)));
+    failed_.push_back(TemplatePath(folder_, config::TrimBlanks(name)).stem().string());
     return {};
   }
 
@@ -44,7 +46,7 @@ class Loader {
   }
 
   /// The names of the folder's files with one of the extensions, in order.
-  std::vector<std::string> Files(const auto& extensions) const {
+  std::vector<std::string> Files(const auto& extensions) {
     std::vector<std::string> names;
     std::error_code error;
     for (fs::directory_iterator entry(folder_, error), end; !error && entry != end;
@@ -54,16 +56,31 @@ class Loader {
           std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
       if (wanted) names.push_back(entry->path().filename().string());
     }
+    folderRead_ = folderRead_ && !error;
     std::sort(names.begin(), names.end());
     return names;
   }
 
+  const std::vector<std::string>& Failed() const { return failed_; }
+  bool FolderRead() const { return folderRead_; }
+
  private:
   fs::path folder_;
   Report& report_;
+  std::vector<std::string> failed_;
+  bool folderRead_ = true;
 };
 
 }  // namespace
+
+bool SiteTemplates::MayLack(const std::string& page) const {
+  return !folderRead || std::any_of(failed.begin(), failed.end(), [&](const std::string& name) {
+    // NAME.html, NAME-2.html, NAME_q3dm17.html
+    return page.starts_with(name) &&
+           std::string_view(".-_").find(page[std::min(name.size(), page.size() - 1)]) !=
+               std::string_view::npos;
+  });
+}
 
 SiteTemplates LoadTemplates(const SiteSettings& settings, Report& report) {
   Loader loader(settings, report);
@@ -77,6 +94,8 @@ SiteTemplates LoadTemplates(const SiteSettings& settings, Report& report) {
   templates.player = loader.One(settings.playerTemplate);
   templates.styles = loader.Many(loader.Files(std::array<std::string_view, 1>{".css"}));
   templates.assets = loader.Files(kAssetExtensions);
+  templates.failed = loader.Failed();
+  templates.folderRead = loader.FolderRead();
   return templates;
 }
 

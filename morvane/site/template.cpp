@@ -90,7 +90,11 @@ bool Template::Load(const fs::path& folder, std::string_view name, TemplateFault
   name_ = TemplatePath(folder, name).stem().string();
   title_ = NoteOr(source, "title", name_);
   group_ = NoteOr(source, "group", title_);
-  return true;
+  split_ = NoteOr(source, "split", {});
+  if (split_.empty() || split_ == "players" || split_ == "games") return true;
+  fault = {TemplatePath(folder, name).string(), 0,
+           "only the lists players and games can be split, not \"" + split_ + "\""};
+  return false;
 }
 
 std::string Template::Render(PageContext& context) {
@@ -105,6 +109,7 @@ Template::Template(const Template& other)
     : name_(other.name_),
       title_(other.title_),
       group_(other.group_),
+      split_(other.split_),
       parsed_(other.parsed_ ? std::make_unique<mustache>(*other.parsed_) : nullptr) {}
 
 }  // namespace morvane

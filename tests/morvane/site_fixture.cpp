@@ -2,6 +2,7 @@
 
 #include "config/modIni.h"
 #include "morvane/run.h"
+#include "morvane/site/page_list.h"
 
 namespace morvane::test {
 namespace {
@@ -80,7 +81,9 @@ int SiteRun::Run() { return morvane::Run(Folder().string()); }
 std::map<std::string, std::string> SiteRun::Pages() const {
   std::map<std::string, std::string> pages;
   for (const auto& entry : fs::directory_iterator(Output())) {
-    if (entry.is_regular_file()) pages[entry.path().filename().string()] = ReadFile(entry.path());
+    const bool isPage = entry.path().filename() != PageList::kFileName;
+    if (isPage && entry.is_regular_file())
+      pages[entry.path().filename().string()] = ReadFile(entry.path());
   }
   return pages;
 }
