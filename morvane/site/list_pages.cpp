@@ -7,7 +7,7 @@
 namespace morvane {
 namespace {
 
-constexpr std::size_t kNeighbours = 2;  // links on either side of the current page
+constexpr std::size_t kNeighbours = 1;  // links on either side of the current page
 constexpr std::size_t kAllLinked = 2 * kNeighbours + 5;
 
 Data Gap() {

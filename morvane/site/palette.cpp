@@ -55,7 +55,7 @@ double Contrast(Rgb one, Rgb other) {
 }
 
 Shades ShadesOf(Rgb background, Rgb text) {
-  return {Mix(background, text, 0.07), Mix(background, text, 0.12)};
+  return {Mix(background, text, 0.07), Mix(background, text, 0.11)};
 }
 
 Rgb InkOn(Rgb background) {

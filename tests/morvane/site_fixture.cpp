@@ -38,16 +38,6 @@ std::string CaptureTheFlag() {
   return log + kShutdown;
 }
 
-/// Sixty players in one game, each of whom kills the next.
-std::string FullHouse(int first) {
-  constexpr int kSlots = 60;
-  std::string log = Init("q3dm6");
-  for (int slot = 0; slot < kSlots; ++slot)
-    log += Join(slot, "Guest" + std::to_string(first + slot));
-  for (int slot = 0; slot < kSlots; ++slot) log += Kill(slot, (slot + 1) % kSlots);
-  return log + kShutdown;
-}
-
 }  // namespace
 
 SiteRun::SiteRun() {
@@ -86,6 +76,15 @@ std::map<std::string, std::string> SiteRun::Pages() const {
       pages[entry.path().filename().string()] = ReadFile(entry.path());
   }
   return pages;
+}
+
+std::string FullHouse(int first) {
+  constexpr int kSlots = 60;
+  std::string log = Init("q3dm6");
+  for (int slot = 0; slot < kSlots; ++slot)
+    log += Join(slot, "Guest" + std::to_string(first + slot));
+  for (int slot = 0; slot < kSlots; ++slot) log += Kill(slot, (slot + 1) % kSlots);
+  return log + kShutdown;
 }
 
 std::string RichLog() {
