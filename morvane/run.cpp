@@ -63,8 +63,9 @@ int Run(const std::string& directory) {
   }
   const Statistics statistics = CountGames(settings, std::move(collected), messages);
   const SiteResult site = WritePages(settings.site, statistics, messages);
-  const std::string counts = std::to_string(site.written) + " files written, " +
-                             std::to_string(site.unchanged) + " unchanged";
+  std::string counts = std::to_string(site.written) + " files written, " +
+                       std::to_string(site.unchanged) + " unchanged";
+  if (site.takenAway > 0) counts += ", " + std::to_string(site.takenAway) + " taken away";
   if (!site.usable || site.written + site.unchanged == 0) {
     messages.Severe(Log::kMain, "no pages could be written", settings.site.outputPath);
     return kNothingWritten;

@@ -289,8 +289,9 @@ void CopyBackgroundImage(const SiteSettings& settings, Report& report, SiteResul
 }
 
 /// What no template makes: a first page, and the file for other programs. Not in the place of what
-/// a template makes, or would make if it could be read.
+/// a template makes, or would make if it could be read; and not alone.
 void WriteOwnFiles(const Site& site, const SiteTemplates& templates) {
+  if (site.output.Folder().Written() + site.output.Folder().Unchanged() == 0) return;
   const auto write = [&](const std::string& name, const std::string& content) {
     if (!content.empty() && !templates.MayLack(name)) site.output.WriteOwn(name, content);
   };
