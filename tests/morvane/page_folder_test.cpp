@@ -237,6 +237,25 @@ TEST(PageFolder, ATornListIsReadAsFarAsItGoes) {
   }
 }
 
+// What a run notes that is cut short is read by the next one, whatever the list was before.
+TEST(PageFolder, ARunCutShortLeavesNoPageUnlisted) {
+  TempFolder temporary;
+  const fs::path list = temporary.Path() / PageList::kFileName;
+  RunOnce(temporary.Path(), {{"a.html", "a"}, {"b.html", "b"}});
+  for (const std::string& text :
+       {ReadFile(list).substr(0, 70), std::string("no list\n"), std::string()}) {
+    WriteFile(list, text);
+    {
+      std::error_code error;
+      PageFolder folder(temporary.Path(), kNoInputs, error);
+      MakePages(folder, {{"c.html", "c"}, {"d.html", "d"}});
+    }
+    RunOnce(temporary.Path(), {});
+    EXPECT_FALSE(FilesOf(temporary.Path()).contains("c.html")) << text;
+    EXPECT_FALSE(FilesOf(temporary.Path()).contains("d.html")) << text;
+  }
+}
+
 // A later version may keep more than "-" in the third place.
 TEST(PageList, CarriesFingerprints) {
   TempFolder temporary;
