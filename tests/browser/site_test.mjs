@@ -134,7 +134,7 @@ for (const [name, site] of Object.entries(sites)) {
   // Every kind in one site; of the others what is other there.
   const files = name === "crowd" ? ["gamelist.html", "gamelist-1.html", "playerrank-2.html"]
     : name === "dark" ? pagesOf(site)
-    : pagesOf(site).filter((file) => /^(stats|allk|lastg|player_|game_|map_|sorting)/.test(file));
+    : pagesOf(site).filter((file) => /^(stats|allkill|lastg|player_|game_|map_|sorting)/.test(file));
   const widths = name === "dark" || name === "crowd" ? WIDTHS : [1280];
   for (const file of files) for (const width of widths) looks.push([name, site, file, width]);
 }
