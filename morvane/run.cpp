@@ -111,9 +111,10 @@ int CountAndWrite(const Settings& settings, const std::string& directory, Messag
     messages.Severe(Log::kMain, "no pages could be written", settings.site.outputPath);
     return kFailed;
   }
-  messages.Normal(Log::kMain, std::to_string(site.written) + " files written, " +
-                                  std::to_string(site.unchanged) + " unchanged, in " +
-                                  Seconds(start) + " s");
+  std::string counts = std::to_string(site.written) + " files written, " +
+                       std::to_string(site.unchanged) + " unchanged";
+  if (site.takenAway > 0) counts += ", " + std::to_string(site.takenAway) + " taken away";
+  messages.Normal(Log::kMain, counts + ", in " + Seconds(start) + " s");
   if (!site.firstPage.empty()) messages.Normal(Log::kMain, "the first page is " + site.firstPage);
   return site.failed == 0 ? kSuccess : kFailed;
 }

@@ -1,14 +1,16 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the build, the tests and the program need and, called with
-# "checks", also those of check.sh. Run by run.sh, test.sh and check.sh; does nothing when
-# everything is there.
+# "checks", also those of check.sh. Called with "browser" it installs besides what the tests of the
+# pages in Chromium need; where that cannot be had it says so, and they are left out. Run by run.sh,
+# test.sh and check.sh; does nothing when everything is there.
 set -euo pipefail
 
 packages=(
   # build
   g++ cmake ninja-build pkgconf
   qt6-base-dev qt6-svg-dev qt6-qpa-plugins libglib2.0-dev
-  libkainjow-mustache-dev libmuparser-dev libsqlitecpp-dev zlib1g-dev
+  libkainjow-mustache-dev libmuparser-dev libsqlitecpp-dev zlib1g-dev libxxhash-dev
+  nlohmann-json3-dev
   # tests
   libgtest-dev libgmock-dev tidy dpkg-dev file
   # used by the program when it runs: fonts, browser and viewer start, printing
@@ -19,22 +21,42 @@ if [ "${1:-}" = checks ]; then
     lintian appstream desktop-file-utils)
 fi
 
-missing=()
-for package in "${packages[@]}"; do
-  state=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)
-  [ "$state" = installed ] || missing+=("$package")
-done
-[ ${#missing[@]} -gt 0 ] || exit 0
+# Installs those of the packages named that are missing.
+install() {
+  local missing=() as_root=() package state
+  for package in "$@"; do
+    state=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)
+    [ "$state" = installed ] || missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || {
+      echo "These packages are missing and only root can install them: ${missing[*]}" >&2
+      return 1
+    }
+    as_root=(sudo)
+  fi
+  echo "Installing ${missing[*]}"
+  "${as_root[@]}" apt-get update -qq &&
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+      apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
 
-as_root=()
-if [ "$(id -u)" -ne 0 ]; then
-  command -v sudo >/dev/null || {
-    echo "These packages are missing and only root can install them: ${missing[*]}" >&2
-    exit 1
-  }
-  as_root=(sudo)
+# Chromium, and the modules of tests/browser in build/browser. Node.js may be there without a package.
+install_browser() {
+  local wanted=(chromium) lock=tests/browser/package-lock.json folder=build/browser
+  command -v node >/dev/null || wanted+=(nodejs)
+  command -v npm >/dev/null || wanted+=(npm)
+  install "${wanted[@]}" || return 1
+  cmp -s "$lock" "$folder/installed.json" && return 0
+  mkdir -p "$folder"
+  cp tests/browser/package.json "$lock" "$folder/"
+  npm ci --prefix "$folder" --ignore-scripts --no-audit --no-fund --silent || return 1
+  cp "$lock" "$folder/installed.json"
+}
+
+install "${packages[@]}"
+if [ "${1:-}" = browser ]; then
+  cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
+  install_browser || echo "The tests of the pages in Chromium are left out."
 fi
-echo "Installing ${missing[*]}"
-"${as_root[@]}" apt-get update -qq
-"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-  apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

@@ -216,11 +216,13 @@ Data PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<P
   return row;
 }
 
-Data PlayerList(const SiteFacts& facts, const std::vector<Player>& players) {
+Data PlayerList(const SiteFacts& facts, const std::vector<Player>& players, std::size_t first,
+                std::size_t end) {
   const Highest highest = HighestOf(players);
-  Data list = List(players.size());
-  for (const Player& player : players) {
-    Append(list, PlayerRow(facts, player, players, highest));
+  end = std::min(end, players.size());
+  Data list = List(end - first);
+  for (std::size_t i = first; i < end; ++i) {
+    Append(list, PlayerRow(facts, players[i], players, highest));
   }
   return list;
 }

@@ -53,8 +53,9 @@ Highest HighestOf(const std::vector<Player>& players);
 Data PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<Player>& rivals,
                const Highest& highest);
 
-/// The whole list, ranked players first.
-Data PlayerList(const SiteFacts& facts, const std::vector<Player>& players);
+/// Rows `first` to before `end` of the list, ranked players first.
+Data PlayerList(const SiteFacts& facts, const std::vector<Player>& players, std::size_t first = 0,
+                std::size_t end = SIZE_MAX);
 
 /// The object `summary` over games, and its lists.
 Data SummaryData(const SiteFacts& facts, const Summary& summary);

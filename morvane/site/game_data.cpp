@@ -254,6 +254,14 @@ Data GameData(const SiteFacts& facts, std::uint32_t index) {
   return object;
 }
 
+Data GameList(const SiteFacts& facts, std::size_t first, std::size_t end) {
+  Data list = List(end - first);
+  for (std::size_t game = end; game > first; --game) {
+    Append(list, GameRow(facts, static_cast<std::uint32_t>(game - 1)));
+  }
+  return list;
+}
+
 Data LatestGames(const SiteFacts& facts, const std::vector<std::uint32_t>& games,
                  std::size_t most) {
   const std::size_t shown = std::min(most, games.size());

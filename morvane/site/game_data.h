@@ -15,6 +15,9 @@ Data GameData(const SiteFacts& facts, std::uint32_t game);
 /// The last `most` of `games` (indices into Statistics::games, in order), the latest first.
 Data LatestGames(const SiteFacts& facts, const std::vector<std::uint32_t>& games, std::size_t most);
 
+/// Rows of the games `first` to before `end` of all, the latest first.
+Data GameList(const SiteFacts& facts, std::size_t first, std::size_t end);
+
 /// Sets `place`, `winner` and `team` of one who played.
 void SetPlace(Data& object, const Entrant& entrant);
 

@@ -3,37 +3,66 @@
 #include <atomic>
 #include <cstddef>
 #include <filesystem>
+#include <functional>
+#include <map>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <system_error>
 
 #include "morvane/site/inputs.h"
+#include "morvane/site/page_list.h"
 
 namespace morvane {
 
-/// The folder of the pages. A page appears whole or not at all, and one whose content is already
-/// there is left alone. May be used from several threads, each with pages of its own.
+/// A folder of pages. A page appears whole or not at all, and one whose content is already there is
+/// left alone. What was written is listed, so that a later run can take away what it makes no more.
+/// May be used from several threads, each with pages of its own.
 class PageFolder {
  public:
-  /// Creates the folder where it is missing and takes away what an interrupted run left.
-  /// `error` says why the folder cannot be used. `inputs`, which must outlive this, are no pages.
+  /// Creates the folder where it is missing and takes away what an interrupted run left half done.
+  /// `error` says why the folder cannot be used. `inputs`, which must outlive this, are no pages:
+  /// they are neither replaced nor taken away nor listed.
   PageFolder(std::filesystem::path folder, const Inputs& inputs, std::error_code& error);
 
   /// Puts a page in place, by way of a temporary file beside it. `name`: a file name. In the place
   /// of an input nothing is put, see IsAnInput.
   std::error_code Write(const std::string& name, std::string_view content);
 
+  /// Whether something stands under a name that no run wrote, that was changed since or that is an
+  /// input.
+  bool HoldsForeign(const std::string& name) const;
+
+  /// Takes away the pages that earlier runs wrote and this one did not: files that are still as
+  /// they were written, byte for byte, and nothing else. Those that `keep` says to keep stay, and
+  /// stay listed. Then the list is written anew. To be called once, after the last Write; the
+  /// result is the first failure.
+  std::error_code Finish(const std::function<bool(const std::string& name)>& keep);
+
   const std::filesystem::path& Path() const { return folder_; }
-  /// Pages written, and pages found as they should be.
+  /// Pages written, pages found as they should be, and pages taken away.
   std::size_t Written() const { return written_; }
   std::size_t Unchanged() const { return unchanged_; }
+  std::size_t TakenAway() const { return takenAway_; }
 
  private:
+  std::filesystem::path Temporary(const std::string& name) const;
+  void Note(const std::string& name, WrittenPage page);
+  /// After a failure what earlier runs wrote under this name is still there.
+  void KeepNoted(const std::string& name);
+  bool IsInput(std::string_view name) const { return inputs_.Cover(canonical_, name); }
+  bool IsMade(const std::filesystem::path& path, const std::string& foldedName) const;
+
   std::filesystem::path folder_;
   std::filesystem::path canonical_;
   const Inputs& inputs_;
+  PageList list_;
+  std::mutex mutex_;  // of the list and what was made
+  PageList::Pages made_;
+  std::multimap<std::string, std::string> madeFolded_;  // names by their lower case
   std::atomic<std::size_t> written_ = 0;
   std::atomic<std::size_t> unchanged_ = 0;
+  std::size_t takenAway_ = 0;
 };
 
 }  // namespace morvane

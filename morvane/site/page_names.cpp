@@ -49,6 +49,12 @@ std::string PageNames::Page(std::string_view templateName) const {
   return std::string(templateName) + extension_;
 }
 
+std::string PageNames::Numbered(const std::string& page, std::size_t number) const {
+  if (number == 0) return page;
+  return page.substr(0, page.size() - extension_.size()) + "-" + std::to_string(number) +
+         extension_;
+}
+
 std::string PageNames::Join(std::string_view templateName, std::string_view part) const {
   return std::string(templateName) + "_" + std::string(part) + extension_;
 }

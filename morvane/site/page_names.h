@@ -19,6 +19,8 @@ class PageNames {
 
   /// The page of a template that has one page: NAME and the extension.
   std::string Page(std::string_view templateName) const;
+  /// The page of that name with a number in it: NAME-2.html for NAME.html; 0 is the name itself.
+  std::string Numbered(const std::string& page, std::size_t number) const;
   std::string PlayerPage(std::string_view templateName, std::uint32_t player) const;
   std::string MapPage(std::string_view templateName, std::uint32_t map) const;
   std::string GamePage(std::string_view templateName, std::uint32_t game) const;

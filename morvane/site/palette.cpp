@@ -7,7 +7,6 @@
 namespace morvane {
 namespace {
 
-constexpr double kReadableContrast = 4.5;
 constexpr Rgb kBlack{0, 0, 0};
 constexpr Rgb kWhite{255, 255, 255};
 
@@ -53,6 +52,10 @@ Rgb Mix(Rgb from, Rgb to, double share) {
 double Contrast(Rgb one, Rgb other) {
   const auto [low, high] = std::minmax({Luminance(one), Luminance(other)});
   return (high + 0.05) / (low + 0.05);
+}
+
+Shades ShadesOf(Rgb background, Rgb text) {
+  return {Mix(background, text, 0.07), Mix(background, text, 0.11)};
 }
 
 Rgb InkOn(Rgb background) {

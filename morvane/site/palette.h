@@ -28,6 +28,16 @@ Rgb Mix(Rgb from, Rgb to, double share);
 /// text is readable from 4.5 on.
 double Contrast(Rgb one, Rgb other);
 
+/// The contrast from which on text can be read.
+inline constexpr double kReadableContrast = 4.5;
+
+/// What stands behind text, besides the background itself: panels, and in them stripes.
+struct Shades {
+  Rgb panel;
+  Rgb stripe;
+};
+Shades ShadesOf(Rgb background, Rgb text);
+
 /// Black or white, whichever reads better on the colour.
 Rgb InkOn(Rgb background);
 

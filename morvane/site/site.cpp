@@ -4,28 +4,28 @@
 #include <atomic>
 #include <filesystem>
 #include <map>
-#include <mutex>
 #include <string>
 #include <system_error>
 #include <thread>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include "morvane/site/figure_data.h"
+#include "morvane/site/first_page.h"
 #include "morvane/site/game_data.h"
 #include "morvane/site/inputs.h"
+#include "morvane/site/list_pages.h"
 #include "morvane/site/map_data.h"
 #include "morvane/site/navigation.h"
 #include "morvane/site/page_folder.h"
 #include "morvane/site/player_data.h"
 #include "morvane/site/site_data.h"
 #include "morvane/site/site_facts.h"
+#include "morvane/site/site_output.h"
 #include "morvane/site/site_templates.h"
+#include "morvane/site/stats_json.h"
 #include "morvane/site/template_source.h"
-#include "platform/files.h"
 #include "platform/threads.h"
-#include "text/text.h"
 
 namespace morvane {
 namespace {
@@ -34,75 +34,16 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kImageFolder = "images";
 
-/// Puts files into the output folder and tells what fails.
-class Output {
- public:
-  Output(PageFolder& folder, Report& report) : folder_(folder), report_(report) {}
-
-  /// Two pages never share a file, also where the file system does not tell A from a.
-  void Write(const std::string& name, std::string_view content) {
-    if (!Claim(name)) {
-      Fail("two pages have the name " + name + "; one of them was left out");
-    } else if (const std::error_code error = folder_.Write(name, content)) {
-      const std::lock_guard lock(mutex_);
-      Unwritten& unwritten = unwritten_[error.message()];
-      if (unwritten.count++ == 0) unwritten.first = (folder_.Path() / name).string();
-    }
-  }
-
-  void Copy(const fs::path& source, const std::string& name) {
-    std::error_code error;
-    const std::string content = platform::ReadWholeFile(source, error);
-    if (error) {
-      Fail(source.string() + " cannot be read: " + error.message());
-    } else {
-      Write(name, content);
-    }
-  }
-
-  /// Tells what could not be written, each reason once: a full disk fails thousands of pages. How
-  /// many files failed in all.
-  std::size_t TellFailures() {
-    std::size_t failed = 0;
-    for (const auto& [reason, unwritten] : unwritten_) {
-      const std::string others =
-          unwritten.count == 2
-              ? "; nor can 1 other file"
-              : "; nor can " + std::to_string(unwritten.count - 1) + " other files";
-      report_.Severe(Log::kMain,
-                     "cannot be written: " + reason + (unwritten.count > 1 ? others : ""),
-                     unwritten.first);
-      failed += unwritten.count;
-    }
-    return failed;
-  }
-
- private:
-  struct Unwritten {
-    std::string first;
-    std::size_t count = 0;
-  };
-
-  bool Claim(const std::string& name) {
-    const std::lock_guard lock(mutex_);
-    return names_.insert(text::FoldCase(name)).second;
-  }
-  void Fail(const std::string& text) { report_.Severe(Log::kMain, text); }
-
-  PageFolder& folder_;
-  Report& report_;
-  std::mutex mutex_;
-  std::unordered_set<std::string> names_;
-  std::map<std::string, Unwritten> unwritten_;  // by reason
-};
-
 /// What all threads read while they render.
 struct Site {
   const SiteFacts& facts;
   const SharedData& shared;
   std::map<std::string, Data> templateData;  // by the name of the template
   Highest highest;                           // of all players
-  Output& output;
+  ListParts& players;                        // of all, as templates that split them show them
+  ListParts& games;
+  SiteOutput& output;
+  std::string& statsJson;  // written after the pages, which come before it where names meet
 };
 
 /// The links between the pages of one map or game, one for each template.
@@ -126,20 +67,39 @@ class Renderer {
   Renderer(const Site& site, SiteTemplates templates)
       : site_(site), templates_(std::move(templates)) {}
 
-  void Main(std::size_t index) { Page(templates_.main[index]); }
+  void Main(std::size_t index) {
+    Template& page = templates_.main[index];
+    if (page.Split().empty()) {
+      Page(page);
+    } else {
+      SplitPage(page, page.Split() == "games" ? site_.games : site_.players);
+    }
+  }
 
   void Map(std::size_t index) {
     const auto map = static_cast<std::uint32_t>(index);
     Data data = MapData(site_.facts, map);
-    Pages(templates_.maps, data,
-          [&](const std::string& name) { return site_.facts.pages.MapPage(name, map); });
+    const auto pageOf = [&](const std::string& name) {
+      return site_.facts.pages.MapPage(name, map);
+    };
+    Pages(templates_.maps, data, pageOf, [](const Template& page) { return !SplitsPlayers(page); });
+    const auto& players = site_.facts.statistics.maps[map].players;
+    const ListPages parts = ListPages::FromFirst(players.size());
+    if (std::none_of(templates_.maps.begin(), templates_.maps.end(), SplitsPlayers)) return;
+    for (std::size_t part = 0; part < parts.Count(); ++part) {
+      const ListPages::Range rows = parts.Of(part);
+      SetData(data, "players", PlayerList(site_.facts, players, rows.first, rows.end));
+      Pages(templates_.maps, data, pageOf, SplitsPlayers, parts, part);
+    }
   }
 
   void Game(std::size_t index) {
     const auto game = static_cast<std::uint32_t>(index);
     Data data = GameData(site_.facts, game);
-    Pages(templates_.games, data,
-          [&](const std::string& name) { return site_.facts.pages.GamePage(name, game); });
+    Pages(
+        templates_.games, data,
+        [&](const std::string& name) { return site_.facts.pages.GamePage(name, game); },
+        [](const Template&) { return true; });
   }
 
   void Player(std::size_t index) {
@@ -160,14 +120,20 @@ class Renderer {
   }
 
   void GameList(std::size_t /*index*/) {
-    std::string rows;
-    const auto games = static_cast<std::uint32_t>(site_.facts.statistics.games.size());
-    for (std::uint32_t game = games; game > 0 && templates_.gameListLoop; --game) {
-      rows += Render(*templates_.gameListLoop, GameRow(site_.facts, game - 1));
+    Template& page = *templates_.gameList;
+    const std::size_t games = site_.facts.statistics.games.size();
+    if (page.Split() != "games") {
+      Data data;
+      Set(data, "games", GameRows({0, games}));
+      Write(site_.facts.pages.Page(page.Name()), Render(page, data));
+      return;
     }
-    Data data;
-    Set(data, "games", rows);
-    Write(site_.facts.pages.Page(templates_.gameList->Name()), Render(*templates_.gameList, data));
+    const ListPages parts = ListPages::FromLast(games);
+    for (std::size_t part = 0; part < parts.Count(); ++part) {
+      Data data;
+      Set(data, "games", GameRows(parts.Of(part)));
+      WritePart(page, site_.facts.pages.Page(page.Name()), parts, part, data);
+    }
   }
 
   void Style(std::size_t index) {
@@ -180,20 +146,56 @@ class Renderer {
     site_.output.Copy(fs::path(site_.facts.settings.sourcePath) / name, name);
   }
 
+  void Statistics(std::size_t /*index*/) { site_.statsJson = StatsJson(site_.facts); }
+
  private:
+  static bool SplitsPlayers(const Template& page) { return page.Split() == "players"; }
+
   void Page(Template& page) { Write(site_.facts.pages.Page(page.Name()), Render(page, Data())); }
 
-  template <class PageOf>
-  void Pages(std::vector<Template>& templates, Data& data, const PageOf& pageOf) {
-    for (Template& page : templates) {
-      SetData(data, "tabs", Tabs(templates, page, pageOf));
-      Write(pageOf(page.Name()), Render(page, data));
+  void SplitPage(Template& page, ListParts& parts) {
+    for (std::size_t part = 0; part < parts.Pages().Count(); ++part) {
+      WritePart(page, site_.facts.pages.Page(page.Name()), parts.Pages(), part, parts.Get(part));
     }
   }
 
-  std::string Render(Template& page, const Data& data) {
+  /// The rows of games as the loop template makes them, the last one first.
+  std::string GameRows(ListPages::Range range) {
+    std::string rows;
+    for (std::size_t game = range.end; game > range.first && templates_.gameListLoop; --game) {
+      rows += Render(*templates_.gameListLoop,
+                     GameRow(site_.facts, static_cast<std::uint32_t>(game - 1)));
+    }
+    return rows;
+  }
+
+  /// Those pages of one map or game that are asked for. `file`: of a template's name.
+  template <class FileOf, class Wanted>
+  void Pages(std::vector<Template>& templates, Data& data, const FileOf& file,
+             const Wanted& isWanted, const ListPages& parts = ListPages::FromFirst(0),
+             std::size_t part = 0) {
+    for (Template& page : templates) {
+      if (!isWanted(page)) continue;
+      SetData(data, "tabs", Tabs(templates, page, file));
+      WritePart(page, file(page.Name()), parts, part, data);
+    }
+  }
+
+  /// A page of a list that is split. `file`: of the first one.
+  void WritePart(Template& page, const std::string& file, const ListPages& parts, std::size_t part,
+                 const Data& data) {
+    const auto numbered = [&](std::size_t number) {
+      return site_.facts.pages.Numbered(file, number);
+    };
+    Data links;
+    parts.SetLinks(links, part, numbered);
+    Write(numbered(parts.Number(part)), Render(page, data, &links));
+  }
+
+  std::string Render(Template& page, const Data& data, const Data* links = nullptr) {
     const auto layer = site_.templateData.find(page.Name());
     std::vector<const Data*> layers = {&data};
+    if (links != nullptr) layers.push_back(links);
     if (layer != site_.templateData.end()) layers.insert(layers.begin(), &layer->second);
     PageContext context(site_.shared, std::move(layers));
     return page.Render(context);
@@ -219,6 +221,7 @@ std::vector<Unit> Units(const SiteTemplates& templates, const Statistics& statis
   const auto add = [&](void (Renderer::*render)(std::size_t), std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) units.push_back({render, i});
   };
+  add(&Renderer::Statistics, 1);
   add(&Renderer::GameList, templates.gameList ? 1 : 0);
   add(&Renderer::Main, templates.main.size());
   add(&Renderer::Map, templates.maps.empty() ? 0 : statistics.maps.size());
@@ -259,23 +262,32 @@ std::map<std::string, Data> TemplateData(const SiteTemplates& templates, const P
   return byName;
 }
 
-/// The background image is named relative to the pages, so it goes with them.
+void AddTo(SiteResult& result, const SiteOutput& output) {
+  result.written += output.Folder().Written();
+  result.unchanged += output.Folder().Unchanged();
+  result.takenAway += output.Folder().TakenAway();
+  result.failed += output.Failed();
+}
+
+/// The background image is named relative to the pages, so it goes with them. One that the settings
+/// do not name any more is taken away.
 void CopyBackgroundImage(const SiteSettings& settings, const Inputs& inputs, Report& report,
                          SiteResult& result) {
-  if (settings.backgroundImage.empty()) return;
-  const fs::path source = settings.backgroundImage;
+  const fs::path folder = fs::path(settings.outputPath) / kImageFolder;
   std::error_code error;
-  PageFolder images(fs::path(settings.outputPath) / kImageFolder, inputs, error);
+  const bool isWanted = !settings.backgroundImage.empty();
+  if (!isWanted && !fs::exists(folder / PageList::kFileName, error)) return;
+  PageFolder images(folder, inputs, error);
   if (error) {
     report.Severe(Log::kMain, images.Path().string() + " cannot be used: " + error.message());
     ++result.failed;
     return;
   }
-  Output output(images, report);
-  output.Copy(source, source.filename().string());
-  result.written += images.Written();
-  result.unchanged += images.Unchanged();
-  result.failed += output.TellFailures();
+  SiteOutput output(images, report);
+  const fs::path source = settings.backgroundImage;
+  if (isWanted) output.Copy(source, source.filename().string());
+  output.Finish([](const std::string& /*name*/) { return false; });
+  AddTo(result, output);
 }
 
 /// What the pages are made from, and what the rest of the engine reads and keeps.
@@ -296,12 +308,15 @@ Inputs InputsOf(const SiteSettings& settings) {
   return inputs;
 }
 
-/// The page that a person looks at first.
-std::string FirstPage(const SiteTemplates& templates, const PageNames& pages) {
-  if (!templates.main.empty()) return pages.Page(templates.main.front().Name());
-  if (templates.gameList) return pages.Page(templates.gameList->Name());
-  if (templates.lastGame) return pages.Page(templates.lastGame->Name());
-  return {};
+/// What no template makes: a first page, and the file for other programs. Not in the place of what
+/// a template makes, or would make if it could be read; and not alone.
+void WriteOwnFiles(const Site& site, const SiteTemplates& templates) {
+  if (site.output.Folder().Written() + site.output.Folder().Unchanged() == 0) return;
+  const auto write = [&](const std::string& name, const std::string& content) {
+    if (!content.empty() && !templates.MayLack(name)) site.output.WriteOwn(name, content);
+  };
+  write(site.facts.pages.Page(kFirstPage), FirstPage(site.facts, templates));
+  write(kStatsJson, site.statsJson);
 }
 
 }  // namespace
@@ -325,14 +340,31 @@ SiteResult WritePages(const SiteSettings& settings, const Statistics& statistics
   }
   SharedData shared;
   DefineSharedData(shared, facts);
-  Output output(folder, report);
-  const Site site{facts, shared, TemplateData(templates, facts.pages),
-                  HighestOf(statistics.players), output};
+  ListParts players(ListPages::FromFirst(statistics.players.size()), [&](ListPages::Range rows) {
+    Data object;
+    SetData(object, "players", PlayerList(facts, statistics.players, rows.first, rows.end));
+    return object;
+  });
+  ListParts games(ListPages::FromLast(statistics.games.size()), [&](ListPages::Range rows) {
+    Data object;
+    SetData(object, "games", GameList(facts, rows.first, rows.end));
+    return object;
+  });
+  SiteOutput output(folder, report);
+  std::string statsJson;
+  const Site site{facts,
+                  shared,
+                  TemplateData(templates, facts.pages),
+                  HighestOf(statistics.players),
+                  players,
+                  games,
+                  output,
+                  statsJson};
   RenderAll(site, templates, report);
-  result.written = folder.Written();
-  result.unchanged = folder.Unchanged();
-  result.failed = output.TellFailures();
-  const std::string first = FirstPage(templates, facts.pages);
+  WriteOwnFiles(site, templates);
+  output.Finish([&](const std::string& name) { return templates.MayLack(name); });
+  AddTo(result, output);
+  const std::string first = FirstPageFile(facts, templates);
   if (!first.empty()) result.firstPage = (folder.Path() / first).string();
   CopyBackgroundImage(settings, inputs, report, result);
   return result;

@@ -4,7 +4,6 @@
 #include <array>
 #include <filesystem>
 #include <functional>
-#include <numeric>
 #include <string>
 #include <utility>
 
@@ -33,12 +32,13 @@ Data UserVariables(const SiteSettings& settings) {
 Data Colours(const SiteSettings& settings) {
   const Rgb text = ParseColour(settings.textColor).value_or(Rgb{});
   const Rgb background = ParseColour(settings.backgroundColor).value_or(Rgb{255, 255, 255});
+  const Shades shades = ShadesOf(background, text);
   Data object;
   const auto set = [&](const char* name, Rgb colour) { Set(object, name, ColourText(colour)); };
   const auto setLink = [&](const std::string& name, const std::string& setting) {
     const Rgb colour = ParseColour(setting).value_or(text);
     set(name.c_str(), colour);
-    set((name + "_text").c_str(), Readable(colour, Mix(background, text, 0.12)));
+    set((name + "_text").c_str(), Readable(colour, shades.stripe));
     set((name + "_ink").c_str(), InkOn(colour));
   };
   set("text", text);
@@ -46,11 +46,11 @@ Data Colours(const SiteSettings& settings) {
   setLink("link", settings.linkColor);
   setLink("visited", settings.visitedLinkColor);
   setLink("active", settings.activeLinkColor);
-  set("panel", Mix(background, text, 0.07));
-  set("stripe", Mix(background, text, 0.12));
+  set("panel", shades.panel);
+  set("stripe", shades.stripe);
   set("line", Mix(background, text, 0.28));
-  set("muted", Readable(Mix(background, text, 0.7), background));
-  set("strong", Readable(Mix(text, InkOn(background), 0.6), background));
+  set("muted", Readable(Mix(background, text, 0.7), shades.stripe));
+  set("strong", Readable(Mix(text, InkOn(background), 0.6), shades.stripe));
   const bool dark = InkOn(background) == Rgb{255, 255, 255};
   Set(object, "scheme", std::string(dark ? "dark" : "light"));
   const std::string image = std::filesystem::path(settings.backgroundImage).filename().string();
@@ -105,22 +105,6 @@ Data LimitData(const SiteFacts& facts) {
   Set(object, "last_placed", limits.gameLastPlaced);
   Set(object, "hilite", Fixed(facts.settings.hiliteMinimum, 0));
   return object;
-}
-
-Data TopPlayers(const SiteFacts& facts) {
-  const std::vector<Player>& players = facts.statistics.players;
-  const Highest highest = HighestOf(players);
-  Data list = List(std::min(players.size(), kTopPlayers));
-  for (std::size_t i = 0; i < std::min(players.size(), kTopPlayers); ++i) {
-    Append(list, PlayerRow(facts, players[i], players, highest));
-  }
-  return list;
-}
-
-std::vector<std::uint32_t> AllGames(const Statistics& statistics) {
-  std::vector<std::uint32_t> games(statistics.games.size());
-  std::iota(games.begin(), games.end(), 0U);
-  return games;
 }
 
 /// How many of the players, the first ones, the overall kill tables show. Where nobody is ranked
@@ -294,20 +278,30 @@ void DefineCounts(SharedData& shared, const SiteFacts& facts) {
   shared.Define("custom_ranking", [&] { return Data(statistics.customRanking); });
 }
 
+/// What a page says whose list is not split.
+void DefineUnsplit(SharedData& shared) {
+  shared.Define("has_pages", [] { return Data(false); });
+  shared.Define("pages", [] { return List(0); });
+  shared.Define("page_range", [] { return Data(false); });
+}
+
 }  // namespace
 
 void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
   DefineSettings(shared, facts);
   DefineCounts(shared, facts);
   const Statistics& statistics = facts.statistics;
+  DefineUnsplit(shared);
   shared.Define("summary", [&] { return SummaryData(facts, statistics.summary); });
   shared.Define("players", [&] { return PlayerList(facts, statistics.players); });
-  shared.Define("top_players", [&] { return TopPlayers(facts); });
+  shared.Define("top_players",
+                [&] { return PlayerList(facts, statistics.players, 0, kTopPlayers); });
   shared.Define("maps", [&] { return MapList(facts); });
-  shared.Define("games",
-                [&] { return LatestGames(facts, AllGames(statistics), statistics.games.size()); });
-  shared.Define("recent_games",
-                [&] { return LatestGames(facts, AllGames(statistics), kRecentGames); });
+  const std::size_t games = statistics.games.size();
+  shared.Define("games", [&facts, games] { return GameList(facts, 0, games); });
+  shared.Define("recent_games", [&facts, games] {
+    return GameList(facts, games - std::min(games, kRecentGames), games);
+  });
   shared.Define("has_weapons", [&] { return Data(!statistics.summary.weapons.empty()); });
   shared.Define("has_items", [&] { return Data(!statistics.summary.itemCounts.empty()); });
   shared.Define("weapons", [&] { return Uses(facts, "weapons"); });

@@ -21,6 +21,20 @@ Label MakeLabel(std::string text, std::string html, std::string page) {
   return label;
 }
 
+/// How name colours are drawn on what may stand behind them.
+NameGround GroundOf(const std::array<Rgb, 10>& colours, const std::vector<Rgb>& behind) {
+  NameGround ground;
+  for (std::size_t i = 0; i < colours.size(); ++i) {
+    const Rgb colour = colours[i];
+    ground.own[i] = std::all_of(behind.begin(), behind.end(), [&](Rgb surface) {
+      return Contrast(colour, surface) >= kReadableContrast;
+    });
+    ground.colours[i] =
+        "color:" + ColourText(ground.own[i] ? colour : Readable(colour, behind.back()));
+  }
+  return ground;
+}
+
 }  // namespace
 
 SiteFacts::SiteFacts(const SiteSettings& theSettings, const Statistics& theStatistics,
@@ -40,18 +54,21 @@ SiteFacts::SiteFacts(const SiteSettings& theSettings, const Statistics& theStati
   IndexPlayers();
 }
 
-// A name keeps the colour that its player chose. Where that can hardly be told from the page, such
-// as pure blue on black, it stands on the colour of the text, or on black or white.
+// A name keeps the colours that its player chose. Where one of them can hardly be told from the
+// page or a panel, such as pure blue on black, the whole name stands on a chip in the colour of the
+// text, in white or in black, and what still cannot be read there becomes lighter or darker.
 void SiteFacts::StyleNames() {
-  constexpr double kLeastContrast = 3;
   const Rgb page = ParseColour(settings.backgroundColor).value_or(Rgb{255, 255, 255});
   const Rgb text = ParseColour(settings.textColor).value_or(Rgb{});
-  for (std::size_t i = 0; i < nameStyles_.size(); ++i) {
-    const Rgb colour = ParseColour(settings.nameColors[i]).value_or(text);
-    nameStyles_[i] = "color:" + ColourText(colour);
-    if (Contrast(colour, page) >= kLeastContrast) continue;
-    const Rgb behind = Contrast(colour, text) >= kLeastContrast ? text : InkOn(colour);
-    nameStyles_[i] += ";background:" + ColourText(behind);
+  const Shades shades = ShadesOf(page, text);
+  std::array<Rgb, 10> colours;
+  std::transform(settings.nameColors.begin(), settings.nameColors.end(), colours.begin(),
+                 [&](const std::string& colour) { return ParseColour(colour).value_or(text); });
+  nameStyles_.page = GroundOf(colours, {page, shades.panel, shades.stripe});
+  for (const Rgb chip : {text, Rgb{255, 255, 255}, Rgb{0, 0, 0}}) {
+    nameStyles_.chips.push_back(GroundOf(colours, {chip}));
+    nameStyles_.chips.back().style =
+        "background:" + ColourText(chip) + ";color:" + ColourText(InkOn(chip));
   }
 }
 

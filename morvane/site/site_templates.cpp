@@ -32,6 +32,7 @@ class Loader {
     if (name.empty()) return {};
     if (!source.Read(folder_, name, fault) || !loaded.Parse(source, PageName(name), fault)) {
       Tell(fault, true);
+      failed_.push_back(PageName(name));
       return {};
     }
     for (const TemplateFault& unknown : variables_.FaultsOf(source)) Tell(unknown, false);
@@ -52,7 +53,7 @@ class Loader {
   }
 
   /// The names of the folder's files with one of the extensions, in order.
-  std::vector<std::string> Files(const auto& extensions) const {
+  std::vector<std::string> Files(const auto& extensions) {
     std::vector<std::string> names;
     std::error_code error;
     for (fs::directory_iterator entry(folder_, error), end; !error && entry != end;
@@ -62,9 +63,13 @@ class Loader {
           std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
       if (wanted) names.push_back(entry->path().filename().string());
     }
+    folderRead_ = folderRead_ && !error;
     std::sort(names.begin(), names.end());
     return names;
   }
+
+  const std::vector<std::string>& Failed() const { return failed_; }
+  bool FolderRead() const { return folderRead_; }
 
  private:
   static std::string PageName(std::string_view name) {
@@ -91,6 +96,8 @@ class Loader {
   fs::path folder_;
   VariableCheck variables_;
   Report& report_;
+  std::vector<std::string> failed_;
+  bool folderRead_ = true;
 };
 
 }  // namespace
@@ -101,6 +108,15 @@ std::vector<std::string> TemplatePatterns() {
     patterns.push_back("*" + std::string(extension));
   }
   return patterns;
+}
+
+bool SiteTemplates::MayLack(const std::string& page) const {
+  return !folderRead || std::any_of(failed.begin(), failed.end(), [&](const std::string& name) {
+    // NAME.html, NAME-2.html, NAME_q3dm17.html
+    return page.starts_with(name) &&
+           std::string_view(".-_").find(page[std::min(name.size(), page.size() - 1)]) !=
+               std::string_view::npos;
+  });
 }
 
 SiteTemplates LoadTemplates(const SiteSettings& settings, Report& report) {
@@ -115,6 +131,8 @@ SiteTemplates LoadTemplates(const SiteSettings& settings, Report& report) {
   templates.player = loader.One(settings.playerTemplate);
   templates.styles = loader.Many(loader.Files(std::array<std::string_view, 1>{".css"}));
   templates.assets = loader.Files(kAssetExtensions);
+  templates.failed = loader.Failed();
+  templates.folderRead = loader.FolderRead();
   return templates;
 }
 

@@ -21,6 +21,11 @@ struct SiteTemplates {
   std::optional<Template> player;
   std::vector<Template> styles;     ///< *.css of the template folder, named with their extension
   std::vector<std::string> assets;  ///< scripts, pictures and fonts of the template folder
+  std::vector<std::string> failed;  ///< names of those that the settings ask for and are not here
+  bool folderRead = true;           ///< the template folder could be looked through
+
+  /// Whether a file of the site may belong to a template that could not be read.
+  bool MayLack(const std::string& page) const;
 };
 
 /// Patterns of the names of all files that templates and what goes with them have.

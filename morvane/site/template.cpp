@@ -94,7 +94,11 @@ bool Template::Parse(const TemplateSource& source, std::string name, TemplateFau
   name_ = std::move(name);
   title_ = NoteOr(source, "title", name_);
   group_ = NoteOr(source, "group", title_);
-  return true;
+  split_ = NoteOr(source, "split", {});
+  if (split_.empty() || split_ == "players" || split_ == "games") return true;
+  fault = {source.Path().string(), 0,
+           "only the lists players and games can be split, not \"" + split_ + "\""};
+  return false;
 }
 
 std::string Template::Render(PageContext& context) {
@@ -109,6 +113,7 @@ Template::Template(const Template& other)
     : name_(other.name_),
       title_(other.title_),
       group_(other.group_),
+      split_(other.split_),
       parsed_(other.parsed_ ? std::make_unique<mustache>(*other.parsed_) : nullptr) {}
 
 }  // namespace morvane

@@ -70,7 +70,8 @@ class PageContext : public kainjow::mustache::basic_context<std::string> {
 
 /// A mustache template read from a file. `{{> NAME}}` puts another file of the same folder in its
 /// place; the comments `{{! title: TEXT }}` and `{{! group: TEXT }}` say how the site's
-/// navigation calls the page. Copies are independent: one for each thread that renders.
+/// navigation calls the page, `{{! split: LIST }}` which list has several pages. Copies are
+/// independent: one for each thread that renders.
 class Template {
  public:
   /// Reads NAME.htmlt of a folder, or NAME where the name has an extension. Returns false and
@@ -86,6 +87,9 @@ class Template {
   /// The heading it stands under in the navigation; the title where the template does not say.
   const std::string& Group() const { return group_; }
 
+  /// The list that is parted into pages of kRowsPerPage rows, `players` or `games`; empty: none.
+  const std::string& Split() const { return split_; }
+
   /// The page. Variables without a value give nothing.
   std::string Render(PageContext& context);
 
@@ -93,6 +97,7 @@ class Template {
   std::string name_;
   std::string title_;
   std::string group_;
+  std::string split_;
   std::size_t typicalSize_ = 0;  // of the pages rendered so far
   std::unique_ptr<kainjow::mustache::mustache> parsed_;
 

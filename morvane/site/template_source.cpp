@@ -53,7 +53,8 @@ fs::path TemplatePath(const fs::path& folder, std::string_view name) {
 
 bool TemplateSource::Read(const fs::path& folder, std::string_view name, TemplateFault& fault) {
   folder_ = folder;
-  return Append(TemplatePath(folder, name), 0, fault);
+  path_ = TemplatePath(folder, name);
+  return Append(path_, 0, fault);
 }
 
 bool TemplateSource::Append(const fs::path& path, int depth, TemplateFault& fault) {

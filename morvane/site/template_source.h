@@ -18,6 +18,7 @@ class TemplateSource {
   /// `fault`.
   bool Read(const std::filesystem::path& folder, std::string_view name, TemplateFault& fault);
 
+  const std::filesystem::path& Path() const { return path_; }
   const std::string& Text() const { return text_; }
   /// What the comments `{{! NAME: TEXT }}` of the file itself say, by lower-case name.
   const std::map<std::string, std::string>& Notes() const { return notes_; }
@@ -40,6 +41,7 @@ class TemplateSource {
   void Note(std::string_view comment);
 
   std::filesystem::path folder_;
+  std::filesystem::path path_;
   std::string text_;
   std::vector<Piece> pieces_;
   std::map<std::string, std::string> notes_;

@@ -112,6 +112,19 @@ std::vector<NameRun> VisibleRuns(std::string_view name) {
   return runs;
 }
 
+const NameGround& GroundOf(const std::vector<NameRun>& runs, const NameStyles& styles) {
+  std::bitset<10> used;
+  for (const NameRun& run : runs) {
+    if (run.colour >= 0) used.set(static_cast<std::size_t>(run.colour));
+  }
+  const bool suitsPage = (used & ~styles.page.own).none();
+  if (suitsPage || styles.chips.empty()) return styles.page;
+  return *std::max_element(styles.chips.begin(), styles.chips.end(),
+                           [&](const NameGround& one, const NameGround& other) {
+                             return (used & one.own).count() < (used & other.own).count();
+                           });
+}
+
 std::string Join(const std::vector<NameRun>& runs) {
   std::string text;
   for (const NameRun& run : runs) text += run.text;
@@ -178,13 +191,14 @@ std::string LowerCase(std::string_view text) {
 std::string NameHtml(std::string_view name, const NameStyles& styles) {
   const std::vector<NameRun> runs = VisibleRuns(name);
   if (IsBlankText(Join(runs))) return "<bdi>" + EscapeHtml(kNoName) + "</bdi>";
-  std::string html = "<bdi>";
+  const NameGround& ground = GroundOf(runs, styles);
+  std::string html = ground.style.empty() ? "<bdi>" : "<bdi style=\"" + ground.style + "\">";
   for (const NameRun& run : runs) {
     if (run.colour < 0) {
       html += EscapeHtml(run.text);
       continue;
     }
-    const std::string& style = styles[static_cast<std::size_t>(run.colour)];
+    const std::string& style = ground.colours[static_cast<std::size_t>(run.colour)];
     html += "<span style=\"" + EscapeHtml(style) + "\">" + EscapeHtml(run.text) + "</span>";
   }
   return html + "</bdi>";

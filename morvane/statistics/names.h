@@ -1,15 +1,27 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace morvane {
 
-/// How the pieces of a name behind the colour codes ^0 to ^9 are drawn: CSS declarations, such as
-/// "color:#FF0000".
-using NameStyles = std::array<std::string, 10>;
+/// What a name stands on, and how its pieces behind the colour codes ^0 to ^9 are drawn there: CSS
+/// declarations, such as "color:#FF0000".
+struct NameGround {
+  std::string style;                    ///< of the whole name; empty: it stands on the page itself
+  std::array<std::string, 10> colours;  ///< by code, each of them fit to be read
+  std::bitset<10> own;                  ///< codes whose colour is the one that was asked for
+};
+
+/// How names are drawn: on the page where it suits every colour of the name, else the whole name on
+/// that chip which suits most of them, the first of equals.
+struct NameStyles {
+  NameGround page;
+  std::vector<NameGround> chips;
+};
 
 /// A piece of a name in one colour.
 struct NameRun {

@@ -2,30 +2,37 @@
 // Without this script the tables stay as they are written.
 "use strict";
 
-function sortKey(row, column) {
+const names = new Intl.Collator(undefined, { numeric: true, sensitivity: "base" });
+
+// What a row is sorted by: a number, a text, or null for a cell that says nothing.
+function sortKey(row, column, ofTexts) {
   const cell = row.cells[column];
+  const isText = cell.dataset.sort === undefined && (ofTexts || cell.tagName === "TH");
   const text = (cell.dataset.sort ?? cell.textContent).trim();
-  const number = Number.parseFloat(text);
-  return Number.isNaN(number) || !/^[-+]?[\d.]+\s*%?$/.test(text) ? text : number;
+  if (text === "" || text === "–") return null;
+  return !isText && /^[-+]?[\d.]+\s*%?$/.test(text) ? Number.parseFloat(text) : text;
 }
 
-function compare(left, right) {
-  if (typeof left === "number" && typeof right === "number") return left - right;
-  if (typeof left !== typeof right) return typeof left === "number" ? 1 : -1;
-  return left.localeCompare(right, undefined, { numeric: true, sensitivity: "base" });
+// Numbers come before texts, and both before nothing, whichever way they are sorted.
+function compare(left, right, sign) {
+  const kind = (key) => (key === null ? 2 : typeof key === "string" ? 1 : 0);
+  if (kind(left) !== kind(right)) return kind(left) - kind(right);
+  if (left === null) return 0;
+  return sign * (typeof left === "number" ? left - right : names.compare(left, right));
 }
 
 function sortBy(table, heading) {
   const column = heading.cellIndex;
+  const ofTexts = heading.classList.contains("text");
   const body = table.tBodies[0];
-  const rows = Array.from(body.rows, (row) => ({ row, key: sortKey(row, column) }));
-  const numbers = rows.some((entry) => typeof entry.key === "number");
+  const rows = Array.from(body.rows, (row) => ({ row, key: sortKey(row, column, ofTexts) }));
   const before = heading.getAttribute("aria-sort");
-  // Figures begin with the greatest, names with A; a rank is best when it is small.
-  const first = numbers && column > 0 ? "descending" : "ascending";
+  // Figures begin with the greatest, names with A, ranks and places with the first.
+  const numbers = rows.some((entry) => typeof entry.key === "number");
+  const first = numbers && heading.dataset.first !== "up" ? "descending" : "ascending";
   const order = before === null ? first : before === "ascending" ? "descending" : "ascending";
   const sign = order === "ascending" ? 1 : -1;
-  rows.sort((left, right) => sign * compare(left.key, right.key));
+  rows.sort((left, right) => compare(left.key, right.key, sign));
   for (const other of table.tHead.rows[0].cells) other.removeAttribute("aria-sort");
   heading.setAttribute("aria-sort", order);
   body.append(...rows.map((entry) => entry.row));

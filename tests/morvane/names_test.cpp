@@ -11,7 +11,16 @@ namespace {
 
 NameStyles Styles() {
   NameStyles styles;
-  for (std::size_t i = 0; i < styles.size(); ++i) styles[i] = "s" + std::to_string(i);
+  styles.page.own.set();
+  styles.page.own.reset(4);  // 4 cannot be read on the page, 4 and 5 can on the one chip, 4 and 6
+  styles.chips = {{"one", {}, {}}, {"other", {}, {}}};  // on the other
+  styles.chips[0].own.set(4).set(5);
+  styles.chips[1].own.set(4).set(6);
+  for (std::size_t i = 0; i < 10; ++i) {
+    styles.page.colours[i] = "s" + std::to_string(i);
+    styles.chips[0].colours[i] = "a" + std::to_string(i);
+    styles.chips[1].colours[i] = "b" + std::to_string(i);
+  }
   return styles;
 }
 
@@ -37,6 +46,10 @@ INSTANTIATE_TEST_SUITE_P(
         NameCase{"^9x^8y", "xy",
                  "<bdi><span style=\"s9\">x</span><span style=\"s8\">y</span></bdi>"},
         NameCase{"^ax^Iy", "xy", "<bdi><span style=\"s1\">xy</span></bdi>"},
+        NameCase{"^4x", "x", "<bdi style=\"one\"><span style=\"a4\">x</span></bdi>"},
+        NameCase{
+            "a^6x^4y", "axy",
+            "<bdi style=\"other\">a<span style=\"b6\">x</span><span style=\"b4\">y</span></bdi>"},
         NameCase{"^^1a^", "^a^", "<bdi>^<span style=\"s1\">a^</span></bdi>"},
         NameCase{"  ^1  a b ^2 ", "a b", "<bdi><span style=\"s1\">a b</span></bdi>"},
         NameCase{"<b>&\"'", "<b>&\"'", "<bdi>&lt;b&gt;&amp;&quot;&#39;</bdi>"},

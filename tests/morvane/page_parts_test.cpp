@@ -72,32 +72,5 @@ TEST(Hilites, AreTheHighestLevelThatACellReaches) {
   EXPECT_EQ(ColourOf(settings, {0, 0, 0}, 0), "") << "nobody killed anybody";
 }
 
-TEST(PageFolder, WritesWhatChangesAndCleansUp) {
-  TempFolder temporary;
-  const fs::path folder = temporary.Path() / "a" / "b";
-  std::error_code error;
-  PageFolder(folder, {}, error).Write("page.html", "old");
-  ASSERT_FALSE(error);
-  WriteFile(folder / ".page.html.morvane-999999999", "half");
-  WriteFile(folder / (".page.html.morvane-" + std::to_string(getpid())), "at work");
-  const Inputs inputs;
-  PageFolder pages(folder, inputs, error);
-  EXPECT_FALSE(pages.Write("page.html", "old"));
-  EXPECT_FALSE(pages.Write("other.html", "new"));
-  EXPECT_EQ(pages.Unchanged(), 1U);
-  EXPECT_EQ(pages.Written(), 1U);
-  EXPECT_FALSE(fs::exists(folder / ".page.html.morvane-999999999"));
-  EXPECT_TRUE(fs::exists(folder / (".page.html.morvane-" + std::to_string(getpid()))));
-  EXPECT_TRUE(pages.Write("no/such/folder.html", "x"));
-}
-
-TEST(PageFolder, SaysWhyItCannotBeUsed) {
-  TempFolder temporary;
-  WriteFile(temporary.Path() / "file", "x");
-  std::error_code error;
-  const PageFolder pages(temporary.Path() / "file" / "output", Inputs(), error);
-  EXPECT_TRUE(error);
-}
-
 }  // namespace
 }  // namespace morvane::test

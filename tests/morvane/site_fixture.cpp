@@ -2,6 +2,7 @@
 
 #include "config/modIni.h"
 #include "morvane/run.h"
+#include "morvane/site/page_list.h"
 
 namespace morvane::test {
 namespace {
@@ -43,16 +44,6 @@ std::string OneDuel(int kills) {
   return Init() + Join(0, "^1Red^7Baron") + JoinBot(1, "Visor") + Kills(kills, 0, 1) + kShutdown;
 }
 
-/// Sixty players in one game, each of whom kills the next.
-std::string FullHouse(int first) {
-  constexpr int kSlots = 60;
-  std::string log = Init("q3dm6");
-  for (int slot = 0; slot < kSlots; ++slot)
-    log += Join(slot, "Guest" + std::to_string(first + slot));
-  for (int slot = 0; slot < kSlots; ++slot) log += Kill(slot, (slot + 1) % kSlots);
-  return log + kShutdown;
-}
-
 }  // namespace
 
 SiteRun::SiteRun() {
@@ -86,9 +77,20 @@ int SiteRun::Run() { return morvane::Run(Folder().string()); }
 std::map<std::string, std::string> SiteRun::Pages() const {
   std::map<std::string, std::string> pages;
   for (const auto& entry : fs::directory_iterator(Output())) {
-    if (entry.is_regular_file()) pages[entry.path().filename().string()] = ReadFile(entry.path());
+    const bool isPage = entry.path().filename() != PageList::kFileName;
+    if (isPage && entry.is_regular_file())
+      pages[entry.path().filename().string()] = ReadFile(entry.path());
   }
   return pages;
+}
+
+std::string FullHouse(int first) {
+  constexpr int kSlots = 60;
+  std::string log = Init("q3dm6");
+  for (int slot = 0; slot < kSlots; ++slot)
+    log += Join(slot, "Guest" + std::to_string(first + slot));
+  for (int slot = 0; slot < kSlots; ++slot) log += Kill(slot, (slot + 1) % kSlots);
+  return log + kShutdown;
 }
 
 std::string RichLog() {

@@ -56,6 +56,9 @@ inline const std::vector<std::string> kHostileNames = {"<script>alert(1)</script
 /// games than fit into a table or a list.
 std::string RichLog();
 
+/// A game of sixty players, each of whom kills the next: Guest`first` and those after.
+std::string FullHouse(int first);
+
 /// A log of one game: the first of `names` kills the others, one kill more than the one before.
 std::string OneGame(const std::vector<std::string>& names);
 

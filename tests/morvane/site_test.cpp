@@ -6,6 +6,9 @@
 #include <spawn.h>
 #include <sys/wait.h>
 
+#include <nlohmann/json.hpp>
+
+#include "morvane/site/palette.h"
 #include "morvane/statistics/names.h"
 #include "tests/morvane/site_fixture.h"
 
@@ -84,10 +87,10 @@ TEST(PageSettings, WithoutLevelsNothingIsHighlighted) {
   site.Log(CaseLog());
   site.Set("KILL TABLES", "hilite_minhilite", "1");
   ASSERT_EQ(site.Run(), 0);
-  EXPECT_GT(Count(site.Page("gamektable_1.html"), "style=\"background"), 0U);
+  EXPECT_GT(Count(site.Page("gamektable_1.html"), "<td class=\"c0\" style"), 0U);
   site.Set("KILL TABLES", "hilite_levels", "0");
   ASSERT_EQ(site.Run(), 0);
-  EXPECT_EQ(Count(site.Page("gamektable_1.html"), "style=\"background"), 0U);
+  EXPECT_EQ(Count(site.Page("gamektable_1.html"), "<td class=\"c0\" style"), 0U);
   EXPECT_EQ(Count(site.Page("gamektable_1.html"), "percentile"), 0U);
 }
 
@@ -189,18 +192,18 @@ TEST(Site, ShowsNoTimeThatIsNotKnown) {
     const char* unknown;
   } kCases[] = {
       {"stats.html", "<strong>5:00</strong> Time played", "<strong>–</strong> Time played"},
-      {"gamelist.html", "<td data-sort=\"300\">5:00</td>", "<td data-sort=\"0\">–</td>"},
-      {"game_1.html", ", 5:00 long", "<td data-sort=\"0\">–</td>"},
+      {"gamelist.html", "<td data-sort=\"300\">5:00</td>", "<td data-sort=\"\">–</td>"},
+      {"game_1.html", ", 5:00 long", "<td data-sort=\"\">–</td>"},
       {"gameplayer_1.html", "0 deaths in 4:59", "0 deaths</p>"},
       {"map_q3dm17.html", "<strong>5:00</strong> Time played", "<strong>–</strong> Time played"},
-      {"maplist.html", "<td data-sort=\"300\">5:00</td>", "<td data-sort=\"0\">–</td>"},
-      {"playerrank.html", "<td data-sort=\"299\">4:59</td>", "<td data-sort=\"0\">–</td>"},
+      {"maplist.html", "<td data-sort=\"300\">5:00</td>", "<td data-sort=\"\">–</td>"},
+      {"playerrank.html", "<td data-sort=\"299\">4:59</td>", "<td data-sort=\"\">–</td>"},
       {"playerperhour.html", "<td class=\"bar\">12.04<", "<td class=\"bar\">–<"},
       {"playerpermin.html", "<td class=\"bar\">0.20<", "<td class=\"bar\">–<"},
       {"player_ann.html", "<strong>0.20</strong> Kills per minute",
        "<strong>–</strong> Kills per minute"},
       {"player_ann.html", "<strong>4:59</strong> Time played", "<strong>–</strong> Time played"},
-      {"playerlist.html", "≈&nbsp;20", "<td class=\"text\" data-sort=\"0\">–</td>"},
+      {"playerlist.html", "≈&nbsp;20", "<td class=\"text\" data-sort=\"\">–</td>"},
   };
   SiteRun site;
   site.Set("Main", "time_format", "%Y");
@@ -358,7 +361,9 @@ TEST(Site, LinksResolveAndLeadNowhereElse) {
   ASSERT_EQ(site.Run(), 0);
   ExpectLinksResolve(site);
   for (const auto& [name, text] : site.Pages()) {
-    EXPECT_EQ(Count(text, "://") + Count(text, "url(//"), 0U) << name;
+    // The name of SVG is an address, but nobody asks for what is there.
+    const std::size_t names = Count(text, "xmlns=\"http://www.w3.org/2000/svg\"");
+    EXPECT_EQ(Count(text, "://") + Count(text, "url(//"), names) << name;
   }
 }
 
@@ -440,10 +445,227 @@ TEST(Site, RewritesOnlyWhatChanges) {
   };
   ASSERT_EQ(site.Run(), 0);
   EXPECT_EQ(rewritten(), std::set<std::string>());
-  site.Set("HTML", "bg_color", "#101010");
+  site.Set("HTML", "link_color", "#101010");
   ASSERT_EQ(site.Run(), 0);
   EXPECT_EQ(rewritten().count("style.css"), 1U);
   EXPECT_EQ(rewritten().count("playerrank.html"), 0U);
+}
+
+// --- what the engine adds -------------------------------------------------------------------
+
+std::set<std::string> NamesOf(const SiteRun& site) {
+  std::set<std::string> names;
+  for (const auto& [name, text] : site.Pages()) names.insert(name);
+  return names;
+}
+
+TEST(Site, PagesOfEarlierRunsGoAndNothingElse) {
+  SiteRun site;
+  site.Log(CaseLog());
+  WriteFile(site.Folder() / "stars.png", "stars");
+  site.Set("HTML", "bg_image", "stars.png");
+  ASSERT_EQ(site.Run(), 0);
+  const std::set<std::string> first = NamesOf(site);
+  ASSERT_TRUE(first.contains("player_three.html") && first.contains("index.html"));
+  WriteFile(site.Output() / "player_one.html", "changed by hand");
+  WriteFile(site.Output() / "own.html", "own");
+  WriteFile(site.Output() / "images" / "own.png", "own");
+
+  site.Log(OneGame({"^4Boss", "Two"}));
+  site.Set("HTML", "bg_image", "");
+  site.Set("HTML", "file_ext", ".htm");
+  ASSERT_EQ(site.Run(), 0);
+  for (const std::string& name : NamesOf(site)) {
+    const bool isOwn = name == "player_one.html" || name == "own.html";
+    EXPECT_TRUE(isOwn || !name.ends_with(".html")) << name;
+  }
+  EXPECT_EQ(site.Page("player_one.html"), "changed by hand");
+  EXPECT_EQ(site.Page("images/stars.png") + site.Page("images/own.png"), "own");
+  EXPECT_EQ(Count(site.Page("index.htm"), "url=stats.htm\""), 1U);
+
+  // Back again: what stood there by hand does not keep the page from being made.
+  site.Log(CaseLog());
+  site.Set("HTML", "file_ext", ".html");
+  ASSERT_EQ(site.Run(), 0);
+  std::set<std::string> expected = first;
+  expected.insert("own.html");
+  EXPECT_EQ(NamesOf(site), expected);
+
+  const fs::path former = site.Output();
+  site.Set("Main", "dest_path", "elsewhere");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(NamesOf(site), expected) << "another folder is no reason to empty this one: " << former;
+}
+
+TEST(Site, TemplatesThatCannotBeReadKeepTheirPages) {
+  SiteRun site;
+  site.Log(CaseLog());
+  const fs::path templates = site.OwnTemplates();
+  ASSERT_EQ(site.Run(), 0);
+  const std::set<std::string> all = NamesOf(site);
+  fs::rename(templates / "game.htmlt", templates / "game.off");
+  site.Set("TEMPLATES", "player_template", "");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_TRUE(NamesOf(site).contains("game_1.html"));
+  EXPECT_FALSE(NamesOf(site).contains("player_boss.html"));
+  fs::rename(templates, site.Folder() / "gone");
+  EXPECT_EQ(site.Run(), 1) << "nothing could be written";
+  EXPECT_TRUE(NamesOf(site).contains("game_1.html") && NamesOf(site).contains("style.css"));
+  fs::rename(site.Folder() / "gone", templates);
+  fs::rename(templates / "game.off", templates / "game.htmlt");
+  site.Set("TEMPLATES", "player_template", "player");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(NamesOf(site), all);
+}
+
+TEST(Site, AFirstPageAndStatsJsonKeepOutOfTheWay) {
+  SiteRun site;
+  site.Log(CaseLog());
+  fs::create_directories(site.Output());
+  WriteFile(site.Output() / "index.html", "own");
+  WriteFile(site.Output() / "stats.json", "own");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(site.Page("index.html") + site.Page("stats.json"), "ownown");
+  EXPECT_EQ(Count(site.Messages("morvane.log.txt"), "is not the engine's"), 2U);
+  EXPECT_EQ(Count(site.Messages("morvane.log.txt"), " severe "), 0U);
+
+  const fs::path templates = site.OwnTemplates();
+  WriteFile(templates / "Index.htmlt", "by a template");
+  site.Set("TEMPLATES", "main_template1", "Index");
+  site.Set("HTML", "file_ext", ".json");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(site.Page("Index.json"), "by a template");
+  EXPECT_EQ(site.Page("index.json"), "");
+  EXPECT_EQ(Count(site.Page("stats.json"), "<!DOCTYPE html>"), 1U);
+  EXPECT_EQ(Count(site.Messages("morvane.log.txt"), " severe "), 0U);
+}
+
+TEST(Site, StatsJsonHasTheFiguresOfThePages) {
+  SiteRun site;
+  site.Log(RichLog());
+  ASSERT_EQ(site.Run(), 0);
+  const auto json = nlohmann::json::parse(site.Page("stats.json"));
+  EXPECT_EQ(json["version"], 1);
+  EXPECT_EQ(json["players"].size(), json["summary"]["players"]);
+  EXPECT_EQ(json["maps"].size(), json["summary"]["maps"]);
+  EXPECT_EQ(json["games"].size(), json["summary"]["games"]);
+  std::set<std::string> names;
+  std::uint64_t kills = 0;
+  for (const auto& player : json["players"]) {
+    names.insert(player["name"]);
+    kills += player["kills"].get<std::uint64_t>();
+    const std::string page = site.Page(player["page"]);
+    EXPECT_EQ(Count(page, "<strong>" + player["kills"].dump() + "</strong> Kills"), 1U);
+    EXPECT_EQ(Count(page, "<strong>" + player["score"].dump() + "</strong> Score"), 1U);
+  }
+  EXPECT_EQ(kills, json["summary"]["kills"]);
+  EXPECT_EQ(names.count("<script>alert(1)</script>"), 1U);
+  std::uint64_t gameKills = 0;
+  for (const auto& game : json["games"]) {
+    gameKills += game["kills"].get<std::uint64_t>();
+    for (const auto& player : game["players"]) EXPECT_TRUE(names.contains(player["player"]));
+  }
+  EXPECT_EQ(gameKills, kills);
+  EXPECT_EQ(json["games"][1]["red_score"], 3);
+  EXPECT_TRUE(json["games"][0]["red_score"].is_null());
+}
+
+/// Numbers of the games or ranks that the rows of a page hold, in order.
+std::vector<int> RowsOf(const std::string& page, const std::string& pattern) {
+  const std::regex row(pattern);
+  std::vector<int> rows;
+  for (std::sregex_iterator at(page.begin(), page.end(), row), end; at != end; ++at) {
+    rows.push_back(std::stoi((*at)[1]));
+  }
+  return rows;
+}
+
+TEST(Site, LongListsHaveSeveralPages) {
+  SiteRun site;
+  std::string log;
+  for (int i = 0; i < 401; ++i) log += Duel("Player" + std::to_string(i), "Victim", 1);
+  site.Log(log);
+  for (const char* key : {"game_templates_number", "map_templates_number"}) {
+    site.Set("TEMPLATES", key, "0");
+  }
+  const fs::path templates = site.OwnTemplates();
+  WriteFile(templates / "every.htmlt", "{{#games}}game {{number}};{{/games}}");
+  WriteFile(templates / "some.htmlt", "{{! split: games }}{{#games}}game {{number}};{{/games}}");
+  site.Set("TEMPLATES", "main_template0", "every");
+  site.Set("TEMPLATES", "main_template1", "some");
+  ASSERT_EQ(site.Run(), 0);
+  ExpectLinksResolve(site);
+  const std::string number = R"re(<th scope="row" data-sort="(\d+)">)re";
+  const auto descending = [](int last, int first) {
+    std::vector<int> rows;
+    for (int i = last; i >= first; --i) rows.push_back(i);
+    return rows;
+  };
+  EXPECT_EQ(RowsOf(site.Page("gamelist.html"), number), descending(401, 202));
+  EXPECT_EQ(RowsOf(site.Page("gamelist-2.html"), number), descending(201, 201));
+  EXPECT_EQ(RowsOf(site.Page("gamelist-1.html"), number), descending(200, 1));
+  EXPECT_EQ(RowsOf(site.Page("every.html"), "game (\\d+);"), descending(401, 1));
+  EXPECT_EQ(RowsOf(site.Page("some.html"), "game (\\d+);"), descending(401, 202));
+  EXPECT_EQ(RowsOf(site.Page("some-1.html"), "game (\\d+);"), descending(200, 1));
+  const std::string player = "<th scope=\"row\"><a href=\"player_";
+  EXPECT_EQ(Count(site.Page("playerrank.html"), player), 200U);
+  EXPECT_EQ(Count(site.Page("playerrank-2.html"), player), 200U);
+  EXPECT_EQ(Count(site.Page("playerrank-3.html"), player), 2U);
+  EXPECT_EQ(Count(site.Page("playerrank-2.html"),
+                  "<a href=\"playerrank-2.html\" aria-current=\"page\">201–400</a>"),
+            1U);
+  // A list that grows leaves its older pages alone.
+  const std::string oldest = site.Page("gamelist-1.html");
+  site.Log(log + Duel("Victim", "Player1", 1));
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(RowsOf(site.Page("gamelist.html"), number), descending(402, 203));
+  EXPECT_EQ(RowsOf(site.Page("gamelist-1.html"), number), descending(200, 1));
+}
+
+/// The colours that names are drawn in and on, over every page.
+TEST(Site, NamesCanBeReadOnEverySurface) {
+  const std::regex surface("--(?:background|panel|stripe): (#[0-9A-F]{6});");
+  const std::regex name(
+      "<bdi(?: style=\"background:(#[0-9A-F]{6});color:(#[0-9A-F]{6})\")?>(.*?)</bdi>");
+  const std::regex piece("style=\"color:(#[0-9A-F]{6})\"");
+  for (const auto& [text, background] : {std::pair{"#C0C0C0", "#000000"},
+                                         {"#202020", "#FFFFFF"},
+                                         {"#FFFFFF", "#777777"},
+                                         {"#FFE0A0", "#203060"}}) {
+    SiteRun site;
+    site.Set("HTML", "text_color", text);
+    site.Set("HTML", "bg_color", background);
+    site.Log(OneGame(
+        {"^1a^2b^3c^4d^5e^6f^7g^8h^9i^0j", "^1Red", "^4Blue", "^7White", "x^3y", "^1a^4b"}));
+    ASSERT_EQ(site.Run(), 0);
+    const std::string style = site.Page("style.css");
+    std::vector<Rgb> surfaces;
+    for (std::sregex_iterator at(style.begin(), style.end(), surface), end; at != end; ++at) {
+      surfaces.push_back(ParseColour((*at)[1].str()).value());
+    }
+    ASSERT_GE(surfaces.size(), 3U);
+    const std::string page = site.Page("playerrank.html");
+    std::size_t pieces = 0;
+    for (std::sregex_iterator at(page.begin(), page.end(), name), end; at != end; ++at) {
+      const std::string inner = (*at)[3];
+      const bool isOnChip = (*at)[1].matched;
+      const std::vector<Rgb> behind =
+          isOnChip ? std::vector{ParseColour((*at)[1].str()).value()} : surfaces;
+      EXPECT_EQ(Count(inner, "background"), 0U) << "a chip behind a part: " << inner;
+      std::vector<std::string> inks;
+      if (isOnChip) inks.push_back((*at)[2]);
+      for (std::sregex_iterator ink(inner.begin(), inner.end(), piece); ink != end; ++ink) {
+        inks.push_back((*ink)[1]);
+      }
+      pieces += inks.size();
+      for (const std::string& ink : inks) {
+        for (const Rgb& one : behind) {
+          EXPECT_GE(Contrast(ParseColour(ink).value(), one), 4.5) << inner << " on " << background;
+        }
+      }
+    }
+    EXPECT_GE(pieces, 15U);
+  }
 }
 
 // --- templates ------------------------------------------------------------------------------

@@ -1,0 +1,76 @@
+#include "morvane/site/list_pages.h"
+
+#include <algorithm>
+
+#include "morvane/site/format.h"
+
+namespace morvane {
+namespace {
+
+constexpr std::size_t kNeighbours = 1;  // links on either side of the current page
+constexpr std::size_t kAllLinked = 2 * kNeighbours + 5;
+
+Data Gap() {
+  Data row;
+  SetFlag(row, "gap", true);
+  SetFlag(row, "title", false);
+  SetFlag(row, "page", false);
+  SetFlag(row, "current", false);
+  return row;
+}
+
+}  // namespace
+
+std::size_t ListPages::Count() const {
+  return std::max<std::size_t>(1, (rows_ + kRowsPerPage - 1) / kRowsPerPage);
+}
+
+ListPages::Range ListPages::Of(std::size_t page) const {
+  if (!fromLast_) return {page * kRowsPerPage, std::min(rows_, (page + 1) * kRowsPerPage)};
+  const std::size_t older = rows_ - std::min(rows_, kRowsPerPage);
+  if (page == 0) return {older, rows_};
+  const std::size_t end = std::min(older, Number(page) * kRowsPerPage);
+  return {(Number(page) - 1) * kRowsPerPage, end};
+}
+
+std::size_t ListPages::Number(std::size_t page) const {
+  if (page == 0) return 0;
+  return fromLast_ ? Count() - page : page + 1;
+}
+
+std::string ListPages::Title(std::size_t page) const {
+  const Range range = Of(page);
+  return Grouped(static_cast<std::int64_t>(range.first + 1)) + "–" +
+         Grouped(static_cast<std::int64_t>(range.end));
+}
+
+void ListPages::SetLinks(Data& object, std::size_t page,
+                         const std::function<std::string(std::size_t)>& file) const {
+  const std::size_t count = Count();
+  const bool all = count <= kAllLinked;
+  Data links = List(count);
+  std::size_t linked = 0;
+  for (std::size_t other = 0; other < count; ++other) {
+    const bool isNear = other + kNeighbours >= page && other <= page + kNeighbours;
+    if (!all && !isNear && other != 0 && other + 1 != count) continue;
+    if (other > linked) Append(links, Gap());
+    linked = other + 1;
+    Data link;
+    SetFlag(link, "gap", false);
+    Set(link, "title", Title(other));
+    Set(link, "page", UrlText(file(Number(other))));
+    SetFlag(link, "current", other == page);
+    Append(links, std::move(link));
+  }
+  SetFlag(object, "has_pages", count > 1);
+  SetOptional(object, "page_range", count > 1 ? Title(page) : std::string());
+  SetData(object, "pages", count > 1 ? std::move(links) : List(0));
+}
+
+const Data& ListParts::Get(std::size_t page) {
+  Part& part = parts_[page];
+  std::call_once(part.made, [&] { part.rows = make_(pages_.Of(page)); });
+  return part.rows;
+}
+
+}  // namespace morvane

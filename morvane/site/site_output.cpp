@@ -1,0 +1,81 @@
+#include "morvane/site/site_output.h"
+
+#include <system_error>
+
+#include "platform/files.h"
+#include "text/text.h"
+
+namespace morvane {
+
+namespace fs = std::filesystem;
+
+void SiteOutput::Write(const std::string& name, std::string_view content) {
+  if (Claim(name)) {
+    Put(name, content);
+  } else {
+    Fail("two pages have the name " + name + "; one of them was left out");
+  }
+}
+
+void SiteOutput::WriteOwn(const std::string& name, std::string_view content) {
+  if (!Claim(name)) return;
+  if (folder_.HoldsForeign(name)) {
+    report_.Normal(Log::kMain, "this file is not the engine's; it stays as it is",
+                   (folder_.Path() / name).string());
+  } else {
+    Put(name, content);
+  }
+}
+
+void SiteOutput::Copy(const fs::path& source, const std::string& name) {
+  std::error_code error;
+  if (fs::equivalent(source, folder_.Path() / name, error)) return;
+  const std::string content = platform::ReadWholeFile(source, error);
+  if (error) {
+    Fail(source.string() + " cannot be read: " + error.message());
+    const std::lock_guard lock(mutex_);
+    lacking_.insert(name);
+  } else {
+    Write(name, content);
+  }
+}
+
+void SiteOutput::Finish(const std::function<bool(const std::string& name)>& keep) {
+  const auto keepAlso = [&](const std::string& name) {
+    return lacking_.contains(name) || keep(name);
+  };
+  TellUnwritten();
+  if (const std::error_code error = folder_.Finish(keepAlso)) {
+    ++failed_;
+    Fail("the pages of earlier runs in " + folder_.Path().string() +
+         " cannot be taken away or listed: " + error.message());
+  }
+}
+
+bool SiteOutput::Claim(const std::string& name) {
+  const std::lock_guard lock(mutex_);
+  return names_.insert(text::FoldCase(name)).second;
+}
+
+void SiteOutput::Put(const std::string& name, std::string_view content) {
+  if (const std::error_code error = folder_.Write(name, content)) {
+    const std::lock_guard lock(mutex_);
+    Unwritten& unwritten = unwritten_[error.message()];
+    if (unwritten.count++ == 0) unwritten.first = (folder_.Path() / name).string();
+    ++failed_;
+  }
+}
+
+void SiteOutput::Fail(const std::string& text) { report_.Severe(Log::kMain, text); }
+
+void SiteOutput::TellUnwritten() {
+  for (const auto& [reason, unwritten] : unwritten_) {
+    const std::string others =
+        unwritten.count == 2 ? "; nor can 1 other file"
+                             : "; nor can " + std::to_string(unwritten.count - 1) + " other files";
+    report_.Severe(Log::kMain, "cannot be written: " + reason + (unwritten.count > 1 ? others : ""),
+                   unwritten.first);
+  }
+}
+
+}  // namespace morvane
