@@ -145,8 +145,7 @@ Data EntrantRow(const SiteFacts& facts, const Game& game, const Labels& labels, 
   SetUses(row, facts, entrant.figures.weapons, entrant.figures.itemCounts);
   SetPercent(row, "kills_percent", entrant.figures.kills, most.kills);
   SetPercent(row, "deaths_percent", entrant.figures.deaths, most.deaths);
-  SetPercent(row, "score_percent", static_cast<double>(entrant.figures.score),
-             static_cast<double>(most.score));
+  SetPercent(row, "score_percent", entrant.figures.score, most.score);
   SetPercent(row, "time_percent", entrant.figures.seconds, game.length);
   return row;
 }
@@ -173,7 +172,7 @@ Labels LabelsOf(const SiteFacts& facts, const Game& game) {
 }
 
 Data GameTable(const SiteFacts& facts, const Game& game, const Labels& labels) {
-  std::vector<std::uint32_t> suicides;
+  std::vector<std::int64_t> suicides;
   suicides.reserve(game.entrants.size());
   for (const Entrant& entrant : game.entrants) suicides.push_back(entrant.figures.suicides);
   return TableData(facts.settings, PairTable(labels, game.pairs), suicides);

@@ -39,7 +39,7 @@ std::uint32_t ColumnTotal(const CountTable& table, std::size_t column) {
 
 /// A game has hundreds of cells and a site thousands of games, so a cell holds no flags for what it
 /// has not; nothing further out has variables of these names.
-Data Cell(std::uint32_t count, std::size_t column, std::string_view style, bool own) {
+Data Cell(std::int64_t count, std::size_t column, std::string_view style, bool own) {
   Data cell;
   Set(cell, "tone", column % std::tuple_size_v<decltype(SiteSettings::columnColors)>);
   if (count > 0) Set(cell, "count", count);
@@ -49,7 +49,7 @@ Data Cell(std::uint32_t count, std::size_t column, std::string_view style, bool 
 }
 
 Data Row(const CountTable& table, std::size_t row, const Hilites& hilites,
-         const std::vector<std::uint32_t>& own) {
+         const std::vector<std::int64_t>& own) {
   Data cells = List(table.columns.size());
   for (std::size_t column = 0; column < table.columns.size(); ++column) {
     if (table.square && row == column) {
@@ -123,7 +123,7 @@ CountTable PairTable(const std::vector<Label>& labels, const std::vector<Pair>& 
 }
 
 Data TableData(const SiteSettings& settings, const CountTable& table,
-               const std::vector<std::uint32_t>& own) {
+               const std::vector<std::int64_t>& own) {
   if (table.rows.empty() || table.columns.empty()) return Data(false);
   const Hilites hilites(settings, CellsOf(table));
   Data columns = List(table.columns.size());

@@ -50,6 +50,6 @@ CountTable PairTable(const std::vector<Label>& labels, const std::vector<Pair>& 
 /// The variables of a table: `columns`, `rows` with their `cells`, totals. The diagonal of a square
 /// table shows `own` (by row) and is not highlighted. A table without rows gives a false flag.
 Data TableData(const SiteSettings& settings, const CountTable& table,
-               const std::vector<std::uint32_t>& own = {});
+               const std::vector<std::int64_t>& own = {});
 
 }  // namespace morvane

@@ -133,7 +133,7 @@ std::size_t TablePlayers(const SiteFacts& facts) {
 
 Data KillTable(const SiteFacts& facts) {
   std::vector<Label> labels;
-  std::vector<std::uint32_t> suicides;
+  std::vector<std::int64_t> suicides;
   for (std::uint32_t i = 0; i < TablePlayers(facts); ++i) {
     labels.push_back(facts.PlayerLabel(i));
     suicides.push_back(facts.statistics.players[i].figures.suicides);
@@ -148,7 +148,7 @@ Data WeaponTable(const SiteFacts& facts,
   CountTable table;
   std::vector<std::size_t> columnOf(statistics.vocabulary.weapons.size(),
                                     statistics.vocabulary.weapons.size());
-  for (const WeaponUse& use : statistics.summary.weapons) {
+  for (const WeaponUse& use : statistics.summary.figures.weapons) {
     if (count(use) == 0) continue;
     columnOf[use.weapon] = table.columns.size();
     const std::string name = PageText(WeaponTitle(statistics.vocabulary.weapons[use.weapon]));
@@ -214,18 +214,24 @@ struct RecordKind {
 };
 
 double KillsPerMinute(const Player& player) {
-  return player.timed.seconds == 0 ? 0 : 60.0 * player.timed.kills / player.timed.seconds;
+  const auto seconds = static_cast<double>(player.timed.seconds);
+  return seconds == 0 ? 0 : 60.0 * static_cast<double>(player.timed.kills) / seconds;
+}
+
+template <std::int64_t Counts::*kMember>
+double Counted(const Player& player) {
+  return static_cast<double>(player.figures.*kMember);
 }
 
 constexpr std::array<RecordKind, 8> kRecords = {{
-    {"Most kills", [](const Player& p) -> double { return p.figures.kills; }, 0},
+    {"Most kills", Counted<&Counts::kills>, 0},
     {"Best kills per death", [](const Player& p) { return Ratio(p.figures); }, 2},
     {"Most kills per minute", KillsPerMinute, 2},
-    {"Longest kill streak", [](const Player& p) -> double { return p.figures.killStreak; }, 0},
+    {"Longest kill streak", Counted<&Counts::killStreak>, 0},
     {"Most games won", [](const Player& p) -> double { return p.wins; }, 0},
-    {"Most items taken", [](const Player& p) -> double { return p.figures.items; }, 0},
-    {"Longest row of deaths", [](const Player& p) -> double { return p.figures.deathStreak; }, 0},
-    {"Most suicides", [](const Player& p) -> double { return p.figures.suicides; }, 0},
+    {"Most items taken", Counted<&Counts::items>, 0},
+    {"Longest row of deaths", Counted<&Counts::deathStreak>, 0},
+    {"Most suicides", Counted<&Counts::suicides>, 0},
 }};
 
 /// The best at one thing among the ranked players, or among all where nobody is ranked.
@@ -250,7 +256,8 @@ Data RecordList(const SiteFacts& facts) {
 
 Data Uses(const SiteFacts& facts, const char* list) {
   Data object;
-  SetUses(object, facts, facts.statistics.summary.weapons, facts.statistics.summary.itemCounts);
+  const Figures& all = facts.statistics.summary.figures;
+  SetUses(object, facts, all.weapons, all.itemCounts);
   return std::move(object[list]);
 }
 
@@ -308,8 +315,8 @@ void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
                 [&] { return LatestGames(facts, AllGames(statistics), statistics.games.size()); });
   shared.Define("recent_games",
                 [&] { return LatestGames(facts, AllGames(statistics), kRecentGames); });
-  shared.Define("has_weapons", [&] { return Data(!statistics.summary.weapons.empty()); });
-  shared.Define("has_items", [&] { return Data(!statistics.summary.itemCounts.empty()); });
+  shared.Define("has_weapons", [&] { return Data(!statistics.summary.figures.weapons.empty()); });
+  shared.Define("has_items", [&] { return Data(!statistics.summary.figures.itemCounts.empty()); });
   shared.Define("weapons", [&] { return Uses(facts, "weapons"); });
   shared.Define("items", [&] { return Uses(facts, "items"); });
   shared.Define("has_splash", [&] { return Uses(facts, "has_splash"); });

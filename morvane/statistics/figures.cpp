@@ -5,15 +5,16 @@
 
 namespace morvane {
 
-void AddFigures(Figures& sum, const Figures& figures) {
-  for (const auto count :
-       {&Figures::kills, &Figures::deaths, &Figures::suicides, &Figures::teamKills,
-        &Figures::worldDeaths, &Figures::seconds, &Figures::items}) {
-    sum.*count += figures.*count;
+void AddCounts(Counts& sum, const Counts& counts) {
+  for (const Counter& counter : kCounters) {
+    std::int64_t& total = sum.*counter.member;
+    const std::int64_t count = counts.*counter.member;
+    total = counter.longest ? std::max(total, count) : total + count;
   }
-  sum.score += figures.score;
-  sum.killStreak = std::max(sum.killStreak, figures.killStreak);
-  sum.deathStreak = std::max(sum.deathStreak, figures.deathStreak);
+}
+
+void AddFigures(Figures& sum, const Figures& figures) {
+  AddCounts(sum, figures);
   AddWeapons(sum.weapons, figures.weapons);
   AddItems(sum.itemCounts, figures.itemCounts);
 }

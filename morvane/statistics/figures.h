@@ -33,6 +33,32 @@ Entry& EntryOf(std::vector<Entry>& entries, Number Entry::*key, Number number) {
   return entry;
 }
 
+/// A counter and the names that it has in templates.
+struct Counter {
+  std::int64_t Counts::*member;
+  const char* name;               ///< of one who has figures
+  const char* summary = nullptr;  ///< of all together; nullptr: not told
+  const char* rate = nullptr;     ///< stem of RATE_per_game and the like; nullptr: not told
+  bool longest = false;           ///< of several the highest counts, not the sum
+};
+
+/// Every counter. The records of games hold them in this order.
+inline constexpr Counter kCounters[] = {
+    {&Counts::kills, "kills", "kills", "kills"},
+    {&Counts::deaths, "deaths", "deaths", "deaths"},
+    {&Counts::suicides, "suicides", "suicides", "suicides"},
+    {&Counts::teamKills, "team_kills", "team_kills"},
+    {&Counts::worldDeaths, "world_deaths", "world_deaths"},
+    {&Counts::score, "score", nullptr, "score"},
+    {&Counts::seconds, "seconds"},
+    {.member = &Counts::killStreak, .name = "kill_streak", .longest = true},
+    {.member = &Counts::deathStreak, .name = "death_streak", .longest = true},
+    {&Counts::items, "items_taken", "items", "items"},
+};
+
+/// Adds counts to others, one counter to the same one.
+void AddCounts(Counts& sum, const Counts& counts);
+
 /// Adds what one did in a game to what one did in all; rivals and favourites are left alone.
 void AddFigures(Figures& sum, const Figures& figures);
 

@@ -105,8 +105,8 @@ void TakeOut(Game& game, const std::vector<std::uint32_t>& newIndex) {
   game.kills = game.frags = 0;
   for (Entrant& entrant : game.entrants) {
     entrant.figures.nemesis = entrant.figures.favouriteVictim = {};
-    game.kills += entrant.figures.deaths;
-    game.frags += entrant.figures.kills;
+    game.kills += static_cast<std::uint32_t>(entrant.figures.deaths);
+    game.frags += static_cast<std::uint32_t>(entrant.figures.kills);
   }
   SettleRivals(game.pairs, [&](std::uint32_t i) -> Figures& { return game.entrants[i].figures; });
 }
@@ -155,23 +155,16 @@ void AddTime(Seen& seen, const Game& game) {
   seen.lastDated = game.dated;
 }
 
-void AddTimed(TimedFigures& timed, const Figures& figures, bool isFirst) {
-  timed.games += isFirst ? 1 : 0;
-  timed.seconds += figures.seconds;
-  timed.kills += figures.kills;
-  timed.deaths += figures.deaths;
-  timed.suicides += figures.suicides;
-  timed.score += figures.score;
-  timed.items += figures.items;
-}
-
 /// One entrant more of a game to a player's figures; of several with the player's name one alone
 /// stands for the game, the place and the win.
 void AddEntrant(Player& player, const Game& game, const Entrant& entrant, int lastPlaced) {
   player.bot = entrant.bot && (player.bot || player.games == 0);
   if (!entrant.joined) player.name = entrant.name;
   AddFigures(player.figures, entrant.figures);
-  if (game.timed) AddTimed(player.timed, entrant.figures, entrant.standsForPlayer);
+  if (game.timed) {
+    AddCounts(player.timed, entrant.figures);
+    player.timed.games += entrant.standsForPlayer ? 1 : 0;
+  }
   AddTime(player.seen, game);
   if (!entrant.standsForPlayer) return;
   ++player.games;
@@ -179,23 +172,6 @@ void AddEntrant(Player& player, const Game& game, const Entrant& entrant, int la
   player.placed += static_cast<int>(entrant.place) <= lastPlaced ? 1 : 0;
   if (player.placings.size() < entrant.place) player.placings.resize(entrant.place);
   ++player.placings[entrant.place - 1];
-}
-
-/// What all players did, together.
-void AddPlayers(Summary& summary, const std::vector<Player>& players) {
-  for (const Player& player : players) {
-    const Figures& figures = player.figures;
-    summary.kills += figures.kills;
-    summary.deaths += figures.deaths;
-    summary.suicides += figures.suicides;
-    summary.teamKills += figures.teamKills;
-    summary.worldDeaths += figures.worldDeaths;
-    summary.items += figures.items;
-    AddWeapons(summary.weapons, figures.weapons);
-    AddItems(summary.itemCounts, figures.itemCounts);
-  }
-  SortWeapons(summary.weapons);
-  SortItems(summary.itemCounts);
 }
 
 /// Adds up games of one kind into a list of players and the kills among them.
@@ -227,12 +203,13 @@ class Totals {
   /// ranks and order.
   void Finish(Summary& summary, std::vector<Player>& players, std::vector<Pair>& pairs) {
     pairs = pairs_.Take();
-    AddPlayers(summary_, players_);
     for (Player& player : players_) {
+      AddFigures(summary_.figures, player.figures);
       SettleFigures(player.figures);
       player.plain = NameText(player.name);
       player.rating = static_cast<double>(player.figures.score);
     }
+    SettleFigures(summary_.figures);
     SettleRivals(pairs, [this](std::uint32_t i) -> Figures& { return players_[i].figures; });
     summary = std::move(summary_);
     players = std::move(players_);
