@@ -25,14 +25,14 @@ T& Control(const QWidget& window, const QString& name) {
   return *control;
 }
 
-/// A colour value 0x00BBGGRR (red in the lowest byte) as Qt has it, and back.
+/// A color value 0x00BBGGRR (red in the lowest byte) as Qt has it, and back.
 QColor ToQColor(int color);
 int ToColorValue(const QColor& color);
 
-/// Black or white, whichever is easier to read on a colour.
+/// Black or white, whichever is easier to read on a color.
 QColor ReadableOn(const QColor& background);
 
-/// A button whose face is the colour value in its dynamic property `BackColor` (an int, 0x00BBGGRR;
+/// A button whose face is the color value in its dynamic property `BackColor` (an int, 0x00BBGGRR;
 /// black when not set). It is no tab stop; see ArrowRing for the keyboard.
 class ColorButton : public QPushButton {
  public:

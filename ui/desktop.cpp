@@ -119,7 +119,7 @@ std::optional<int> RealDesktop::ChooseColor(QWidget* owner, int color, const QSt
   QColorDialog dialog(ToQColor(color), owner);
   dialog.setWindowTitle(title);
   GiveDialogFrame(dialog);
-  dialog.setOption(QColorDialog::DontUseNativeDialog);  // some hide the custom colours
+  dialog.setOption(QColorDialog::DontUseNativeDialog);  // some hide the custom colors
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return ToColorValue(dialog.selectedColor());
 }

@@ -62,8 +62,8 @@ struct ControlRow {
   Qt::Alignment align = {};        // none: the usual one of the kind
   bool wraps = false;
   int frame = QFrame::NoFrame;  // frame style of a label or a panel
-  QRgb ink = 0;                 // colour of the text; 0 for the usual one
-  QRgb paper = 0;               // colour of the background; 0 for a transparent one
+  QRgb ink = 0;                 // color of the text; 0 for the usual one
+  QRgb paper = 0;               // color of the background; 0 for a transparent one
 
   constexpr ControlRow(ControlKind rowKind, const char* rowName, const char* rowContainer,
                        Place rowPlace, const char* rowCaption = "")

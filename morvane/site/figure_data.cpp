@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string>
 
+#include "morvane/site/page_text.h"
 #include "morvane/statistics/figures.h"
-#include "morvane/statistics/names.h"
 
 namespace morvane {
 namespace {

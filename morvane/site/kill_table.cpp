@@ -68,13 +68,13 @@ Data Row(const CountTable& table, std::size_t row, const Hilites& hilites,
 }
 
 Data Column(const SiteSettings& settings, const CountTable& table, std::size_t column) {
-  const std::string& colour = settings.columnColors[column % settings.columnColors.size()];
-  const Rgb background = ParseColour(colour).value_or(Rgb{});
+  const std::string& color = settings.columnColors[column % settings.columnColors.size()];
+  const Rgb background = ParseColor(color).value_or(Rgb{});
   Data object;
   SetLabel(object, table.columns[column]);
   Set(object, "number", column + 1);
-  Set(object, "color", ColourText(background));
-  Set(object, "ink", ColourText(InkOn(background)));
+  Set(object, "color", ColorText(background));
+  Set(object, "ink", ColorText(InkOn(background)));
   Set(object, "total", ColumnTotal(table, column));
   return object;
 }
@@ -85,10 +85,10 @@ Hilites::Hilites(const SiteSettings& settings, std::vector<std::uint32_t> cells)
     : minimum_(settings.hiliteMinimum), cells_(std::move(cells)) {
   std::sort(cells_.begin(), cells_.end());
   for (const HiliteLevel& level : settings.hiliteLevels) {
-    const std::optional<Rgb> colour = ParseColour(level.color);
-    if (!colour) continue;
-    levels_.push_back({level.percentile, "background:" + ColourText(*colour) +
-                                             ";color:" + ColourText(InkOn(*colour))});
+    const std::optional<Rgb> color = ParseColor(level.color);
+    if (!color) continue;
+    levels_.push_back({level.percentile,
+                       "background:" + ColorText(*color) + ";color:" + ColorText(InkOn(*color))});
   }
   std::stable_sort(levels_.begin(), levels_.end(), [](const Level& left, const Level& right) {
     return left.percentile > right.percentile;

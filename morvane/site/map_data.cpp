@@ -5,7 +5,6 @@
 #include "morvane/site/figure_data.h"
 #include "morvane/site/game_data.h"
 #include "morvane/site/kill_table.h"
-#include "morvane/statistics/names.h"
 
 namespace morvane {
 namespace {
@@ -49,13 +48,9 @@ Data MapRow(const SiteFacts& facts, std::uint32_t index, const Most& most) {
 }
 
 Data MapTable(const SiteFacts& facts, const Map& map) {
-  std::vector<Label> labels;
-  std::vector<std::int64_t> suicides;
-  for (const Player& player : map.players) {
-    labels.push_back(facts.PlayerLabel(player.player));
-    suicides.push_back(player.figures.suicides);
-  }
-  return TableData(facts.settings, PairTable(labels, map.pairs), suicides);
+  return KillTableData(
+      facts.settings, map.players, map.pairs,
+      [&](const Player& player) -> const Label& { return facts.PlayerLabel(player.player); });
 }
 
 }  // namespace

@@ -1,13 +1,11 @@
 #include "morvane/site/site.h"
 
 #include <algorithm>
-#include <atomic>
 #include <filesystem>
 #include <map>
 #include <mutex>
 #include <string>
 #include <system_error>
-#include <thread>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -232,16 +230,12 @@ std::vector<Unit> Units(const SiteTemplates& templates, const Statistics& statis
 
 void RenderAll(const Site& site, const SiteTemplates& templates, Report& report) {
   const std::vector<Unit> units = Units(templates, site.facts.statistics);
-  std::atomic<std::size_t> next = 0;
-  const auto work = [&] {
-    Renderer renderer(site, templates);
-    for (std::size_t i = next++; i < units.size(); i = next++) {
+  platform::ShareOnThreads(units.size(), 0, [&]() -> platform::Task {
+    return [&, renderer = Renderer(site, templates)](std::size_t i) mutable {
       (renderer.*units[i].render)(units[i].index);
       report.Progress("Writing pages", i + 1, units.size());
-    }
-  };
-  platform::RunOnThreads(std::min<std::size_t>(std::thread::hardware_concurrency(), units.size()),
-                         work);
+    };
+  });
 }
 
 std::map<std::string, Data> TemplateData(const SiteTemplates& templates, const PageNames& pages) {

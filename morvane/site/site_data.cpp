@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <numeric>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -12,8 +13,8 @@
 #include "morvane/site/game_data.h"
 #include "morvane/site/kill_table.h"
 #include "morvane/site/map_data.h"
+#include "morvane/site/page_text.h"
 #include "morvane/site/palette.h"
-#include "morvane/statistics/names.h"
 
 namespace morvane {
 namespace {
@@ -28,18 +29,18 @@ Data UserVariables(const SiteSettings& settings) {
   return object;
 }
 
-/// The page colours and shades made from them, so that a page of any two colours can have panels,
+/// The page colors and shades made from them, so that a page of any two colors can have panels,
 /// lines and links that are told apart and read.
-Data Colours(const SiteSettings& settings) {
-  const Rgb text = ParseColour(settings.textColor).value_or(Rgb{});
-  const Rgb background = ParseColour(settings.backgroundColor).value_or(Rgb{255, 255, 255});
+Data Colors(const SiteSettings& settings) {
+  const Rgb text = ParseColor(settings.textColor).value_or(Rgb{});
+  const Rgb background = ParseColor(settings.backgroundColor).value_or(Rgb{255, 255, 255});
   Data object;
-  const auto set = [&](const char* name, Rgb colour) { Set(object, name, ColourText(colour)); };
+  const auto set = [&](const char* name, Rgb color) { Set(object, name, ColorText(color)); };
   const auto setLink = [&](const std::string& name, const std::string& setting) {
-    const Rgb colour = ParseColour(setting).value_or(text);
-    set(name.c_str(), colour);
-    set((name + "_text").c_str(), Readable(colour, Mix(background, text, 0.12)));
-    set((name + "_ink").c_str(), InkOn(colour));
+    const Rgb color = ParseColor(setting).value_or(text);
+    set(name.c_str(), color);
+    set((name + "_text").c_str(), Readable(color, Mix(background, text, 0.12)));
+    set((name + "_ink").c_str(), InkOn(color));
   };
   set("text", text);
   set("background", background);
@@ -58,7 +59,7 @@ Data Colours(const SiteSettings& settings) {
   return object;
 }
 
-Data NameColourList(const SiteSettings& settings) {
+Data NameColorList(const SiteSettings& settings) {
   Data list = List(settings.nameColors.size());
   for (std::size_t i = 0; i < settings.nameColors.size(); ++i) {
     Data row;
@@ -72,25 +73,25 @@ Data NameColourList(const SiteSettings& settings) {
 Data HiliteList(const SiteSettings& settings) {
   Data list = List(settings.hiliteLevels.size());
   for (const HiliteLevel& level : settings.hiliteLevels) {
-    const std::optional<Rgb> colour = ParseColour(level.color);
-    if (!colour) continue;
+    const std::optional<Rgb> color = ParseColor(level.color);
+    if (!color) continue;
     Data row;
     Set(row, "percentile", Fixed(level.percentile, 0));
-    Set(row, "color", ColourText(*colour));
-    Set(row, "ink", ColourText(InkOn(*colour)));
+    Set(row, "color", ColorText(*color));
+    Set(row, "ink", ColorText(InkOn(*color)));
     Append(list, std::move(row));
   }
   return list;
 }
 
-Data ColumnColourList(const SiteSettings& settings) {
+Data ColumnColorList(const SiteSettings& settings) {
   Data list = List(settings.columnColors.size());
   for (std::size_t i = 0; i < settings.columnColors.size(); ++i) {
-    const Rgb colour = ParseColour(settings.columnColors[i]).value_or(Rgb{});
+    const Rgb color = ParseColor(settings.columnColors[i]).value_or(Rgb{});
     Data row;
     Set(row, "tone", i);
-    Set(row, "color", ColourText(colour));
-    Set(row, "ink", ColourText(InkOn(colour)));
+    Set(row, "color", ColorText(color));
+    Set(row, "ink", ColorText(InkOn(color)));
     Append(list, std::move(row));
   }
   return list;
@@ -132,13 +133,10 @@ std::size_t TablePlayers(const SiteFacts& facts) {
 }
 
 Data KillTable(const SiteFacts& facts) {
-  std::vector<Label> labels;
-  std::vector<std::int64_t> suicides;
-  for (std::uint32_t i = 0; i < TablePlayers(facts); ++i) {
-    labels.push_back(facts.PlayerLabel(i));
-    suicides.push_back(facts.statistics.players[i].figures.suicides);
-  }
-  return TableData(facts.settings, PairTable(labels, facts.statistics.pairs), suicides);
+  const std::span players(facts.statistics.players.data(), TablePlayers(facts));
+  return KillTableData(
+      facts.settings, players, facts.statistics.pairs,
+      [&](const Player& player) -> const Label& { return facts.PlayerLabel(player.player); });
 }
 
 /// Players by weapon. `count` takes what is counted from a player's use of one.
@@ -266,9 +264,9 @@ Data CountText(std::size_t count) { return Data(Grouped(static_cast<std::int64_t
 void DefineSettings(SharedData& shared, const SiteFacts& facts) {
   const SiteSettings& settings = facts.settings;
   shared.Define("vars", [&] { return UserVariables(settings); });
-  shared.Define("colors", [&] { return Colours(settings); });
-  shared.Define("name_colors", [&] { return NameColourList(settings); });
-  shared.Define("column_colors", [&] { return ColumnColourList(settings); });
+  shared.Define("colors", [&] { return Colors(settings); });
+  shared.Define("name_colors", [&] { return NameColorList(settings); });
+  shared.Define("column_colors", [&] { return ColumnColorList(settings); });
   shared.Define("has_hilites", [&] { return Data(HiliteList(settings).is_non_empty_list()); });
   shared.Define("hilites", [&] { return HiliteList(settings); });
   shared.Define("limits", [&] { return LimitData(facts); });

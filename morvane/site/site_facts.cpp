@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "morvane/site/page_text.h"
 #include "morvane/site/palette.h"
 #include "morvane/statistics/figures.h"
 #include "morvane/statistics/names.h"
@@ -40,18 +41,18 @@ SiteFacts::SiteFacts(const SiteSettings& theSettings, const Statistics& theStati
   IndexPlayers();
 }
 
-// A name keeps the colour that its player chose. Where that can hardly be told from the page, such
-// as pure blue on black, it stands on the colour of the text, or on black or white.
+// A name keeps the color that its player chose. Where that can hardly be told from the page, such
+// as pure blue on black, it stands on the color of the text, or on black or white.
 void SiteFacts::StyleNames() {
   constexpr double kLeastContrast = 3;
-  const Rgb page = ParseColour(settings.backgroundColor).value_or(Rgb{255, 255, 255});
-  const Rgb text = ParseColour(settings.textColor).value_or(Rgb{});
+  const Rgb page = ParseColor(settings.backgroundColor).value_or(Rgb{255, 255, 255});
+  const Rgb text = ParseColor(settings.textColor).value_or(Rgb{});
   for (std::size_t i = 0; i < nameStyles_.size(); ++i) {
-    const Rgb colour = ParseColour(settings.nameColors[i]).value_or(text);
-    nameStyles_[i] = "color:" + ColourText(colour);
-    if (Contrast(colour, page) >= kLeastContrast) continue;
-    const Rgb behind = Contrast(colour, text) >= kLeastContrast ? text : InkOn(colour);
-    nameStyles_[i] += ";background:" + ColourText(behind);
+    const Rgb color = ParseColor(settings.nameColors[i]).value_or(text);
+    nameStyles_[i] = "color:" + ColorText(color);
+    if (Contrast(color, page) >= kLeastContrast) continue;
+    const Rgb behind = Contrast(color, text) >= kLeastContrast ? text : InkOn(color);
+    nameStyles_[i] += ";background:" + ColorText(behind);
   }
 }
 

@@ -13,7 +13,7 @@ struct HiliteLevel {
   std::string color;      ///< as the user gave it: hostile to HTML like any text
 };
 
-/// What the user says about the pages. Paths are absolute, with the system's separators. Colours
+/// What the user says about the pages. Paths are absolute, with the system's separators. Colors
 /// are "#" and six hexadecimal digits.
 struct SiteSettings {
   std::string sourcePath;  ///< the folder of the templates

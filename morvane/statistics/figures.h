@@ -80,8 +80,15 @@ void SortItems(std::vector<ItemCount>& items);
 /// Puts weapons and items in their order.
 void SettleFigures(Figures& figures);
 
+/// Gives games, whose weapons and items have the numbers of `from`, the numbers of `to`. What that
+/// has not yet is added.
+void Renumber(std::vector<Game>& games, const Vocabulary& from, Vocabulary& to);
+
 /// Sorts pairs by killer, then victim, and makes those of the same two one.
 void SortPairs(std::vector<Pair>& pairs);
+
+/// Gives pairs the new indices of a list, by the old ones, and sorts them.
+void RenumberPairs(std::vector<Pair>& pairs, const std::vector<std::uint32_t>& newIndex);
 
 /// Counts the kills between many of a list.
 class PairCounts {

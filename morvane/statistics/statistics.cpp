@@ -1,8 +1,6 @@
 #include "morvane/statistics/statistics.h"
 
 #include <algorithm>
-#include <atomic>
-#include <numeric>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
@@ -11,6 +9,7 @@
 #include "morvane/statistics/names.h"
 #include "morvane/statistics/player_names.h"
 #include "morvane/statistics/ranking.h"
+#include "morvane/statistics/sorting.h"
 #include "platform/threads.h"
 #include "text/text.h"
 
@@ -91,10 +90,7 @@ void TakeOut(Game& game, const std::vector<std::uint32_t>& newIndex) {
   std::erase_if(game.pairs, [&](const Pair& pair) {
     return newIndex[pair.killer] == kNobody || newIndex[pair.victim] == kNobody;
   });
-  for (Pair& pair : game.pairs) {
-    pair.killer = newIndex[pair.killer];
-    pair.victim = newIndex[pair.victim];
-  }
+  RenumberPairs(game.pairs, newIndex);
   for (LeadChange& change : game.lead) {
     if (game.teams || change.leader == kNobody) continue;
     const std::uint32_t leader = newIndex[change.leader];
@@ -249,32 +245,16 @@ void MoveRival(Rival& rival, const std::vector<std::uint32_t>& newIndex) {
 
 /// Sorts players by rank and sets it; the result is the new index of each.
 std::vector<std::uint32_t> RankPlayers(std::vector<Player>& players, std::vector<Pair>& pairs) {
-  std::vector<std::uint32_t> order(players.size());
-  std::iota(order.begin(), order.end(), 0U);
-  std::sort(order.begin(), order.end(), [&](std::uint32_t left, std::uint32_t right) {
-    return IsAhead(players[left], players[right]);
-  });
-  std::vector<std::uint32_t> newIndex(players.size());
-  std::vector<Player> sorted;
-  sorted.reserve(players.size());
-  for (const std::uint32_t old : order) {
-    newIndex[old] = static_cast<std::uint32_t>(sorted.size());
-    sorted.push_back(std::move(players[old]));
-  }
-  for (std::size_t i = 0; i < sorted.size(); ++i) {
-    Player& player = sorted[i];
+  std::vector<std::uint32_t> newIndex = SortAndNumber(players, IsAhead);
+  for (std::size_t i = 0; i < players.size(); ++i) {
+    Player& player = players[i];
     MoveRival(player.figures.nemesis, newIndex);
     MoveRival(player.figures.favouriteVictim, newIndex);
     if (!player.ranked) continue;
-    const bool shared = i > 0 && sorted[i - 1].rating == player.rating;
-    player.rank = shared ? sorted[i - 1].rank : static_cast<std::uint32_t>(i + 1);
+    const bool shared = i > 0 && players[i - 1].rating == player.rating;
+    player.rank = shared ? players[i - 1].rank : static_cast<std::uint32_t>(i + 1);
   }
-  players = std::move(sorted);
-  for (Pair& pair : pairs) {
-    pair.killer = newIndex[pair.killer];
-    pair.victim = newIndex[pair.victim];
-  }
-  SortPairs(pairs);
+  RenumberPairs(pairs, newIndex);
   return newIndex;
 }
 
@@ -373,11 +353,8 @@ Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabul
   const auto newNumbers = LeaveOut(statistics.games, numbers.LeftOut());
   const std::vector<std::string> given = Kept(numbers.Given(), newNumbers);
   // Maps and totals need the same games and nothing of each other.
-  std::atomic<int> next = 0;
-  platform::RunOnThreads(2, [&] {
-    for (int task = next++; task < 2; task = next++) {
-      task == 0 ? AddTotals(given, statistics) : AddMaps(given, statistics);
-    }
+  platform::ForEachOnThreads(2, 2, [&](std::size_t task) {
+    task == 0 ? AddTotals(given, statistics) : AddMaps(given, statistics);
   });
   if (ranking != nullptr) {
     ranks = Kept(std::move(ranks), newNumbers);

@@ -29,7 +29,7 @@ struct Seen {
 
 /// A player over all counted games, or over those on one map.
 struct Player {
-  std::string name;   ///< bytes of the log, colour codes included, as last used; see names.h
+  std::string name;   ///< bytes of the log, color codes included, as last used; see names.h
   std::string plain;  ///< NameText of it
   bool bot = false;   ///< in every game
   Figures figures;    ///< rivals are indices into the same list of players as this one

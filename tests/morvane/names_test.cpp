@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <set>
 
+#include "morvane/site/page_names.h"
+#include "morvane/site/page_text.h"
 #include "tests/morvane/site_fixture.h"
 
 namespace morvane {
@@ -48,7 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "b\xEF\xBF\xBF",
                  "ab", "<bdi>ab</bdi>"}));
 
-TEST(PlayerKeys, TellPlayersApartWithoutCaseAndColour) {
+TEST(PlayerKeys, TellPlayersApartWithoutCaseAndColor) {
   EXPECT_EQ(PlayerKey("^1RED^7baron "), PlayerKey("RedBaron"));
   EXPECT_EQ(PlayerKey("\xC9"
                       "a\xD7"),

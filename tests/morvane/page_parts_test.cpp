@@ -1,4 +1,4 @@
-// The small parts that pages are made with: texts of numbers and times, colours, highlights, files.
+// The small parts that pages are made with: texts of numbers and times, colors, highlights, files.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -36,7 +36,7 @@ TEST(Format, FallsBackToIsoTimes) {
   EXPECT_EQ(TimeFormat("%Y").Text(0), "");
 }
 
-TEST(Palette, KeepsReadableColoursAndMendsOthers) {
+TEST(Palette, KeepsReadableColorsAndMendsOthers) {
   const Rgb black{0, 0, 0};
   const Rgb blue{0, 0, 255};
   EXPECT_EQ(Readable({255, 0, 0}, black), (Rgb{255, 0, 0}));
@@ -45,15 +45,15 @@ TEST(Palette, KeepsReadableColoursAndMendsOthers) {
   EXPECT_EQ(shade.blue, 255);
   EXPECT_GE(Contrast(Readable({250, 250, 250}, {255, 255, 255}), {255, 255, 255}), 4.5);
   EXPECT_NEAR(Contrast({255, 255, 255}, black), 21, 0.01);
-  EXPECT_EQ(ColourText(ParseColour("#0aF").value_or(black)), "#00AAFF");
+  EXPECT_EQ(ColorText(ParseColor("#0aF").value_or(black)), "#00AAFF");
   for (const char* text : {"", "#12345", "red", "#12345g", "-12345"}) {
-    EXPECT_FALSE(ParseColour(text)) << text;
+    EXPECT_FALSE(ParseColor(text)) << text;
   }
 }
 
-/// The colour that a cell of `cells` gets; empty for none.
-std::string ColourOf(const SiteSettings& settings, const std::vector<std::uint32_t>& cells,
-                     std::uint32_t cell) {
+/// The color that a cell of `cells` gets; empty for none.
+std::string ColorOf(const SiteSettings& settings, const std::vector<std::uint32_t>& cells,
+                    std::uint32_t cell) {
   const std::string style = Hilites(settings, cells).Style(cell);
   return style.substr(0, std::min(style.find(';'), style.size()));
 }
@@ -63,13 +63,13 @@ TEST(Hilites, AreTheHighestLevelThatACellReaches) {
   settings.hiliteMinimum = 4;
   settings.hiliteLevels = {{50, "#000050"}, {100, "#000100"}, {90, "#000090"}, {75, "bad\""}};
   const std::vector<std::uint32_t> cells = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
-  EXPECT_EQ(ColourOf(settings, cells, 9), "background:#000100");
-  EXPECT_EQ(ColourOf(settings, cells, 8), "background:#000090");
-  EXPECT_EQ(ColourOf(settings, cells, 7), "background:#000050");
-  EXPECT_EQ(ColourOf(settings, cells, 4), "background:#000050");
-  EXPECT_EQ(ColourOf(settings, cells, 3), "");
+  EXPECT_EQ(ColorOf(settings, cells, 9), "background:#000100");
+  EXPECT_EQ(ColorOf(settings, cells, 8), "background:#000090");
+  EXPECT_EQ(ColorOf(settings, cells, 7), "background:#000050");
+  EXPECT_EQ(ColorOf(settings, cells, 4), "background:#000050");
+  EXPECT_EQ(ColorOf(settings, cells, 3), "");
   settings.hiliteMinimum = 0;
-  EXPECT_EQ(ColourOf(settings, {0, 0, 0}, 0), "") << "nobody killed anybody";
+  EXPECT_EQ(ColorOf(settings, {0, 0, 0}, 0), "") << "nobody killed anybody";
 }
 
 TEST(PageFolder, WritesWhatChangesAndCleansUp) {

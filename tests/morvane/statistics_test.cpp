@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "morvane/log/game_times.h"
 #include "morvane/messages.h"
 #include "morvane/statistics/figures.h"
 #include "morvane/statistics/names.h"
