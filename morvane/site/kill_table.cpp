@@ -4,10 +4,10 @@
 #include <tuple>
 #include <utility>
 
-#include "morvane/site/palette.h"
-
 namespace morvane {
 namespace {
+
+using config::Rgb;
 
 /// The cells of a table that take part in its percentiles.
 std::vector<std::uint32_t> CellsOf(const CountTable& table) {
@@ -68,13 +68,12 @@ Data Row(const CountTable& table, std::size_t row, const Hilites& hilites,
 }
 
 Data Column(const SiteSettings& settings, const CountTable& table, std::size_t column) {
-  const std::string& color = settings.columnColors[column % settings.columnColors.size()];
-  const Rgb background = ParseColor(color).value_or(Rgb{});
+  const Rgb color = settings.columnColors[column % settings.columnColors.size()];
   Data object;
   SetLabel(object, table.columns[column]);
   Set(object, "number", column + 1);
-  Set(object, "color", ColorText(background));
-  Set(object, "ink", ColorText(InkOn(background)));
+  Set(object, "color", ColorText(color));
+  Set(object, "ink", ColorText(InkOn(color)));
   Set(object, "total", ColumnTotal(table, column));
   return object;
 }
@@ -85,10 +84,8 @@ Hilites::Hilites(const SiteSettings& settings, std::vector<std::uint32_t> cells)
     : minimum_(settings.hiliteMinimum), cells_(std::move(cells)) {
   std::sort(cells_.begin(), cells_.end());
   for (const HiliteLevel& level : settings.hiliteLevels) {
-    const std::optional<Rgb> color = ParseColor(level.color);
-    if (!color) continue;
-    levels_.push_back({level.percentile,
-                       "background:" + ColorText(*color) + ";color:" + ColorText(InkOn(*color))});
+    levels_.push_back({level.percentile, "background:" + ColorText(level.color) +
+                                             ";color:" + ColorText(InkOn(level.color))});
   }
   std::stable_sort(levels_.begin(), levels_.end(), [](const Level& left, const Level& right) {
     return left.percentile > right.percentile;

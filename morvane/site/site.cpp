@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "config/file_names.h"
 #include "morvane/site/figure_data.h"
 #include "morvane/site/game_data.h"
 #include "morvane/site/inputs.h"
@@ -29,8 +30,6 @@ namespace morvane {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view kImageFolder = "images";
 
 /// Puts files into the output folder and tells what fails.
 class Output {
@@ -259,7 +258,7 @@ void CopyBackgroundImage(const SiteSettings& settings, const Inputs& inputs, Rep
   if (settings.backgroundImage.empty()) return;
   const fs::path source = settings.backgroundImage;
   std::error_code error;
-  PageFolder images(fs::path(settings.outputPath) / kImageFolder, inputs, error);
+  PageFolder images(fs::path(settings.outputPath) / config::kImageFolder, inputs, error);
   if (error) {
     report.Severe(Log::kMain, images.Path().string() + " cannot be used: " + error.message());
     ++result.failed;

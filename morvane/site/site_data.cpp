@@ -9,15 +9,21 @@
 #include <string>
 #include <utility>
 
+#include "config/file_names.h"
 #include "morvane/site/figure_data.h"
 #include "morvane/site/game_data.h"
 #include "morvane/site/kill_table.h"
 #include "morvane/site/map_data.h"
 #include "morvane/site/page_text.h"
-#include "morvane/site/palette.h"
 
 namespace morvane {
 namespace {
+
+using config::ColorText;
+using config::InkOn;
+using config::Mix;
+using config::Readable;
+using config::Rgb;
 
 constexpr std::size_t kTopPlayers = 100;
 constexpr std::size_t kRecentGames = 20;
@@ -32,12 +38,11 @@ Data UserVariables(const SiteSettings& settings) {
 /// The page colors and shades made from them, so that a page of any two colors can have panels,
 /// lines and links that are told apart and read.
 Data Colors(const SiteSettings& settings) {
-  const Rgb text = ParseColor(settings.textColor).value_or(Rgb{});
-  const Rgb background = ParseColor(settings.backgroundColor).value_or(Rgb{255, 255, 255});
+  const Rgb text = settings.textColor;
+  const Rgb background = settings.backgroundColor;
   Data object;
   const auto set = [&](const char* name, Rgb color) { Set(object, name, ColorText(color)); };
-  const auto setLink = [&](const std::string& name, const std::string& setting) {
-    const Rgb color = ParseColor(setting).value_or(text);
+  const auto setLink = [&](const std::string& name, Rgb color) {
     set(name.c_str(), color);
     set((name + "_text").c_str(), Readable(color, Mix(background, text, 0.12)));
     set((name + "_ink").c_str(), InkOn(color));
@@ -55,7 +60,8 @@ Data Colors(const SiteSettings& settings) {
   const bool dark = InkOn(background) == Rgb{255, 255, 255};
   Set(object, "scheme", std::string(dark ? "dark" : "light"));
   const std::string image = std::filesystem::path(settings.backgroundImage).filename().string();
-  SetOptional(object, "image", image.empty() ? image : "images/" + UrlText(image));
+  SetOptional(object, "image",
+              image.empty() ? image : std::string(config::kImageFolder) + "/" + UrlText(image));
   return object;
 }
 
@@ -64,7 +70,7 @@ Data NameColorList(const SiteSettings& settings) {
   for (std::size_t i = 0; i < settings.nameColors.size(); ++i) {
     Data row;
     Set(row, "code", i);
-    Set(row, "color", settings.nameColors[i]);
+    Set(row, "color", ColorText(settings.nameColors[i]));
     Append(list, std::move(row));
   }
   return list;
@@ -73,12 +79,10 @@ Data NameColorList(const SiteSettings& settings) {
 Data HiliteList(const SiteSettings& settings) {
   Data list = List(settings.hiliteLevels.size());
   for (const HiliteLevel& level : settings.hiliteLevels) {
-    const std::optional<Rgb> color = ParseColor(level.color);
-    if (!color) continue;
     Data row;
     Set(row, "percentile", Fixed(level.percentile, 0));
-    Set(row, "color", ColorText(*color));
-    Set(row, "ink", ColorText(InkOn(*color)));
+    Set(row, "color", ColorText(level.color));
+    Set(row, "ink", ColorText(InkOn(level.color)));
     Append(list, std::move(row));
   }
   return list;
@@ -87,7 +91,7 @@ Data HiliteList(const SiteSettings& settings) {
 Data ColumnColorList(const SiteSettings& settings) {
   Data list = List(settings.columnColors.size());
   for (std::size_t i = 0; i < settings.columnColors.size(); ++i) {
-    const Rgb color = ParseColor(settings.columnColors[i]).value_or(Rgb{});
+    const Rgb color = settings.columnColors[i];
     Data row;
     Set(row, "tone", i);
     Set(row, "color", ColorText(color));

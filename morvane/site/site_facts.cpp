@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "morvane/site/page_text.h"
-#include "morvane/site/palette.h"
 #include "morvane/statistics/figures.h"
 #include "morvane/statistics/names.h"
 #include "text/text.h"
@@ -45,13 +44,13 @@ SiteFacts::SiteFacts(const SiteSettings& theSettings, const Statistics& theStati
 // as pure blue on black, it stands on the color of the text, or on black or white.
 void SiteFacts::StyleNames() {
   constexpr double kLeastContrast = 3;
-  const Rgb page = ParseColor(settings.backgroundColor).value_or(Rgb{255, 255, 255});
-  const Rgb text = ParseColor(settings.textColor).value_or(Rgb{});
+  const config::Rgb page = settings.backgroundColor;
+  const config::Rgb text = settings.textColor;
   for (std::size_t i = 0; i < nameStyles_.size(); ++i) {
-    const Rgb color = ParseColor(settings.nameColors[i]).value_or(text);
+    const config::Rgb color = settings.nameColors[i];
     nameStyles_[i] = "color:" + ColorText(color);
     if (Contrast(color, page) >= kLeastContrast) continue;
-    const Rgb behind = Contrast(color, text) >= kLeastContrast ? text : InkOn(color);
+    const config::Rgb behind = Contrast(color, text) >= kLeastContrast ? text : InkOn(color);
     nameStyles_[i] += ";background:" + ColorText(behind);
   }
 }

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-namespace morvane {
+namespace config {
 
-/// A color of a page, each part 0 to 255.
+/// A color, each part 0 to 255.
 struct Rgb {
   std::uint8_t red = 0;
   std::uint8_t green = 0;
@@ -17,6 +17,9 @@ struct Rgb {
 
 /// Reads "#RRGGBB", "RRGGBB" or the short "#RGB"; nothing for any other text.
 std::optional<Rgb> ParseColor(std::string_view text);
+
+/// The color of a color value, 0x00BBGGRR.
+Rgb RgbOf(int value);
 
 /// "#RRGGBB".
 std::string ColorText(Rgb color);
@@ -35,4 +38,4 @@ Rgb InkOn(Rgb background);
 /// shade of it that can.
 Rgb Readable(Rgb color, Rgb background);
 
-}  // namespace morvane
+}  // namespace config

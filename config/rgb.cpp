@@ -1,10 +1,10 @@
-#include "morvane/site/palette.h"
+#include "config/rgb.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 
-namespace morvane {
+namespace config {
 namespace {
 
 constexpr double kReadableContrast = 4.5;
@@ -32,6 +32,12 @@ std::optional<Rgb> ParseColor(std::string_view text) {
   if (digits.size() != 6 || error != std::errc() || end != digits.data() + digits.size()) return {};
   return Rgb{static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8),
              static_cast<std::uint8_t>(value)};
+}
+
+Rgb RgbOf(int value) {
+  const auto bits = static_cast<std::uint32_t>(value);
+  return {static_cast<std::uint8_t>(bits), static_cast<std::uint8_t>(bits >> 8),
+          static_cast<std::uint8_t>(bits >> 16)};
 }
 
 std::string ColorText(Rgb color) {
@@ -69,4 +75,4 @@ Rgb Readable(Rgb color, Rgb background) {
   return ink;
 }
 
-}  // namespace morvane
+}  // namespace config
