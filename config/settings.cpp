@@ -1,6 +1,8 @@
 #include "config/settings.h"
 
 #include <algorithm>
+#include <iterator>
+#include <stdexcept>
 
 #include "text/text.h"
 
@@ -145,6 +147,13 @@ constexpr int kMostCounted = 32767;
 }  // namespace
 
 std::span<const Setting> Settings() { return kSettings; }
+
+const Setting& SettingOf(std::string_view key) {
+  const auto* const row =
+      std::ranges::find_if(kSettings, [&](const Setting& setting) { return setting.key == key; });
+  if (row == std::end(kSettings)) throw std::out_of_range("no setting " + std::string(key));
+  return *row;
+}
 
 std::vector<Entry> ReadEntries(const SettingsFile& file, std::string_view section,
                                std::string_view countKey, std::string_view key,

@@ -65,6 +65,10 @@ struct Setting {
 /// Every setting in the order of the file.
 std::span<const Setting> Settings();
 
+/// The row of a key; of a list, of the stem of its entries' first key. Throws std::out_of_range for
+/// a key that no row has: a mistake in the program.
+const Setting& SettingOf(std::string_view key);
+
 /// The entries of a numbered list. A count up to 32767 yields exactly that many, empty ones for
 /// missing keys; beyond it entries are read while their keys exist. `secondKey` may be empty.
 std::vector<Entry> ReadEntries(const SettingsFile& file, std::string_view section,

@@ -2,6 +2,7 @@
 
 #include <QLineEdit>
 
+#include "config/file_names.h"
 #include "editor/fields.h"
 #include "editor/frmBrowseFolders.h"
 #include "ui/controls.h"
@@ -18,7 +19,7 @@ void PickFile(QWidget& window, FileDialog& dialog, const char* field) {
 
 void PickTemplate(const Context& context, const char* field) {
   auto& box = Control<QLineEdit>(context.window, field);
-  box.setText(BrowseTemplate(context.dialogs, "htmlt", TrimSpaces(box.text())));
+  box.setText(BrowseTemplate(context.dialogs, config::kTemplateExtension, TrimSpaces(box.text())));
 }
 
 void PickFolder(const Context& context, const char* field) {

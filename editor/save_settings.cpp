@@ -6,6 +6,7 @@
 
 #include <QLineEdit>
 
+#include "config/file_names.h"
 #include "config/settings.h"
 #include "config/user_vars.h"
 #include "editor/fields.h"
@@ -34,7 +35,7 @@ void CopyInto(const fs::path& folder, std::string_view file) {
 /// taken from the current folder.
 void CopyBackgroundImage(QWidget& window) {
   const QString output = ui::Control<QLineEdit>(window, "txtDestPath").text();
-  const fs::path images = platform::SystemPath(output.toStdString()) / "images";
+  const fs::path images = platform::SystemPath(output.toStdString()) / config::kImageFolder;
   std::error_code ignored;
   fs::create_directories(images, ignored);
 

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QWidget>
 
+#include "config/file_names.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "ui/controls.h"
@@ -24,10 +25,10 @@ struct MessageLog {
   const char* file;
   const char* menuItem;
 };
-constexpr MessageLog kCustRankLog = {"custrank.log.txt", "mnuViewLogCustRank"};
-constexpr MessageLog kLogParserLog = {"logparser.log.txt", "mnuViewLogLogParser"};
-constexpr MessageLog kMainLog = {"morvane.log.txt", "mnuViewLogMain"};
-constexpr MessageLog kTemplateParserLog = {"templateparser.log.txt", "mnuViewLogTemplateParser"};
+constexpr MessageLog kCustRankLog = {config::kCustomRankLog, "mnuViewLogCustRank"};
+constexpr MessageLog kLogParserLog = {config::kLogParserLog, "mnuViewLogLogParser"};
+constexpr MessageLog kMainLog = {config::kMainLog, "mnuViewLogMain"};
+constexpr MessageLog kTemplateParserLog = {config::kTemplateParserLog, "mnuViewLogTemplateParser"};
 
 /// In the order of deleting.
 constexpr MessageLog kMessageLogs[] = {kCustRankLog, kLogParserLog, kMainLog, kTemplateParserLog};

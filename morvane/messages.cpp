@@ -6,14 +6,15 @@
 #include <unistd.h>
 #include <utility>
 
+#include "config/file_names.h"
 #include "platform/files.h"
 #include "text/characters.h"
 
 namespace morvane {
 namespace {
 
-constexpr std::array<const char*, 4> kFileNames = {"morvane.log.txt", "logparser.log.txt",
-                                                   "templateparser.log.txt", "custrank.log.txt"};
+constexpr std::array<const char*, 4> kFileNames = {
+    config::kMainLog, config::kLogParserLog, config::kTemplateParserLog, config::kCustomRankLog};
 constexpr double kQuietSeconds = 1;
 constexpr double kSecondsBetween = 0.1;
 

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "config/settings.h"
 #include "config/settings_file.h"
 #include "morvane/messages.h"
 #include "morvane/settings.h"
@@ -38,7 +39,9 @@ std::string FaultOfSettings(const config::SettingsFile& file) {
     return std::make_error_code(std::errc::no_such_file_or_directory).message();
   }
   if (file.IsEmpty()) return "the file is empty";
-  return file.KeyNames("Main").empty() ? "the file has no section [Main]" : std::string();
+  const std::string section(config::Settings().front().section);
+  return file.KeyNames(section).empty() ? "the file has no section [" + section + "]"
+                                        : std::string();
 }
 
 std::optional<Settings> LoadSettings(const std::string& directory) {

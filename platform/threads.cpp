@@ -1,5 +1,7 @@
 #include "platform/threads.h"
 
+#include <algorithm>
+#include <atomic>
 #include <exception>
 #include <mutex>
 #include <new>
@@ -8,7 +10,9 @@
 #include <vector>
 
 namespace platform {
+namespace {
 
+/// Runs `work` on several threads at the same time, this one among them.
 void RunOnThreads(std::size_t threads, const std::function<void()>& work) {
   std::mutex mutex;
   std::exception_ptr thrown;
@@ -31,6 +35,21 @@ void RunOnThreads(std::size_t threads, const std::function<void()>& work) {
     guarded();
   }
   if (thrown) std::rethrow_exception(thrown);
+}
+
+}  // namespace
+
+void ShareOnThreads(std::size_t count, std::size_t threads, const std::function<Task()>& worker) {
+  if (threads == 0) threads = std::thread::hardware_concurrency();
+  std::atomic<std::size_t> next = 0;
+  RunOnThreads(std::min(threads, count), [&] {
+    const Task task = worker();
+    for (std::size_t i = next++; i < count; i = next++) task(i);
+  });
+}
+
+void ForEachOnThreads(std::size_t count, std::size_t threads, const Task& task) {
+  ShareOnThreads(count, threads, [&] { return task; });
 }
 
 }  // namespace platform

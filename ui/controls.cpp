@@ -1,7 +1,6 @@
 #include "ui/controls.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include <QEvent>
@@ -13,6 +12,7 @@
 #include <QStylePainter>
 #include <QTabBar>
 
+#include "config/rgb.h"
 #include "ui/layout.h"
 
 namespace ui {
@@ -28,16 +28,8 @@ int ToColorValue(const QColor& color) {
 }
 
 QColor ReadableOn(const QColor& background) {
-  // The lightness at which black and white text have the same contrast by the usual formula of
-  // relative luminance.
-  constexpr double kEqualContrast = 0.179;
-  const auto linear = [](double part) {
-    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-  };
-  const double luminance = 0.2126 * linear(background.redF()) +
-                           0.7152 * linear(background.greenF()) +
-                           0.0722 * linear(background.blueF());
-  return luminance > kEqualContrast ? Qt::black : Qt::white;
+  const config::Rgb ink = config::InkOn(config::RgbOf(ToColorValue(background)));
+  return QColor(ink.red, ink.green, ink.blue);
 }
 
 ColorButton::ColorButton(QWidget* parent) : QPushButton(parent) {

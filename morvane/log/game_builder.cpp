@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <limits>
-#include <numeric>
 #include <tuple>
 #include <utility>
 
 #include "morvane/statistics/names.h"
+#include "morvane/statistics/sorting.h"
 
 namespace morvane {
 namespace {
@@ -19,24 +19,6 @@ bool IsBetter(const Entrant& left, const Entrant& right) {
          std::tuple(right.stayed, right.figures.score, right.figures.kills);
 }
 
-/// Puts the entrants into the order of their places; the result is the new index of each.
-std::vector<std::uint32_t> SortEntrants(std::vector<Entrant>& entrants) {
-  std::vector<std::uint32_t> order(entrants.size());
-  std::iota(order.begin(), order.end(), 0U);
-  std::stable_sort(order.begin(), order.end(), [&](std::uint32_t left, std::uint32_t right) {
-    return IsBetter(entrants[left], entrants[right]);
-  });
-  std::vector<Entrant> sorted;
-  sorted.reserve(entrants.size());
-  std::vector<std::uint32_t> newIndex(entrants.size());
-  for (const std::uint32_t old : order) {
-    newIndex[old] = static_cast<std::uint32_t>(sorted.size());
-    sorted.push_back(std::move(entrants[old]));
-  }
-  entrants = std::move(sorted);
-  return newIndex;
-}
-
 void SetPlaces(std::vector<Entrant>& entrants) {
   for (std::size_t i = 0; i < entrants.size(); ++i) {
     const bool shared = i > 0 && entrants[i].stayed == entrants[i - 1].stayed &&
@@ -46,10 +28,7 @@ void SetPlaces(std::vector<Entrant>& entrants) {
 }
 
 void MoveIndices(Game& game, const std::vector<std::uint32_t>& newIndex) {
-  for (Pair& pair : game.pairs) {
-    pair.killer = newIndex[pair.killer];
-    pair.victim = newIndex[pair.victim];
-  }
+  RenumberPairs(game.pairs, newIndex);
   for (KillEvent& event : game.events) {
     event.victim = static_cast<std::uint16_t>(newIndex[event.victim]);
     if (event.killer != KillEvent::kWorld) {
@@ -394,8 +373,7 @@ Game GameBuilder::Close() {
   }
   if (!game_.complete) game_.length = SecondsSinceStart();
   game_.pairs = pairs_.Take();
-  MoveIndices(game_, SortEntrants(game_.entrants));
-  SortPairs(game_.pairs);
+  MoveIndices(game_, SortAndNumber(game_.entrants, IsBetter));
   SetPlaces(game_.entrants);
   SettleWinners();
   for (Entrant& entrant : game_.entrants) SettleFigures(entrant.figures);

@@ -63,8 +63,8 @@ class GameBuilder {
   };
   /// What is known of an entrant only while the game runs.
   struct Live {
-    std::uint32_t killRun = 0;
-    std::uint32_t deathRun = 0;
+    std::int64_t killRun = 0;
+    std::int64_t deathRun = 0;
     bool scoreGiven = false;
   };
 

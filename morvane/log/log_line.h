@@ -53,4 +53,7 @@ class LineReader {
   bool hadEnd_ = true;
 };
 
+/// Whether a stamp lies before another, by more than the odd tenth that a mod is off.
+inline bool IsLower(std::int64_t tenths, std::int64_t before) { return tenths + 10 < before; }
+
 }  // namespace morvane

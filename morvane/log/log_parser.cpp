@@ -2,18 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <chrono>
 #include <cstring>
 #include <ctime>
 #include <optional>
-#include <thread>
 #include <utility>
 
 #include "morvane/log/game_builder.h"
 #include "morvane/log/log_line.h"
-#include "morvane/statistics/figures.h"
-#include "platform/threads.h"
 #include "text/text.h"
 
 namespace morvane {
@@ -22,7 +18,6 @@ namespace {
 // Longer ones come from no game; they are cut so that a hostile log cannot fill the memory.
 constexpr std::size_t kLongestName = 128;
 constexpr std::size_t kLongestWord = 64;
-constexpr std::size_t kStretchBytes = std::size_t{8} << 20;
 
 /// Takes `beginning` off the text, if it begins so.
 inline bool Take(std::string_view& text, std::string_view beginning) {
@@ -138,9 +133,8 @@ std::int64_t DateFrom(std::string_view text) {
   return std::max<std::int64_t>(0, std::mktime(&time));
 }
 
-// Stamps: 0:00, and one that lies before another by more than the odd tenth that a mod is off.
+/// Whether a stamp is 0:00, or the odd tenth that a mod is off.
 bool IsZero(std::int64_t tenths) { return tenths < 10; }
-bool IsLower(std::int64_t tenths, std::int64_t before) { return tenths + 10 < before; }
 
 Team TeamFrom(std::string_view value) {
   const bool known = value.size() == 1 && value[0] >= '0' && value[0] <= '3';
@@ -408,177 +402,10 @@ void Parser::Damaged(std::string_view what) {
   log_.notes.push_back({reader_.LineNumber(), "damaged " + std::string(what) + " line, skipped"});
 }
 
-void RenumberFigures(Figures& figures, const std::vector<std::uint16_t>& weapons,
-                     const std::vector<std::uint16_t>& items) {
-  for (WeaponUse& use : figures.weapons) use.weapon = weapons[use.weapon];
-  for (ItemCount& count : figures.itemCounts) count.item = items[count.item];
-  SettleFigures(figures);  // the numbers decide between equals
-}
-
-std::vector<std::uint16_t> NewNumbers(const Names& from, Names& to) {
-  std::vector<std::uint16_t> numbers;
-  for (const std::string& name : from.All()) numbers.push_back(to.Number(name));
-  return numbers;
-}
-
-bool IsUnchanged(const std::vector<std::uint16_t>& numbers) {
-  for (std::size_t i = 0; i < numbers.size(); ++i) {
-    if (numbers[i] != i) return false;
-  }
-  return true;
-}
-
-/// Where the next game begins from `from` on; the log's size when none does.
-std::size_t FindGame(std::string_view log, std::size_t from) {
-  constexpr std::string_view kInit = "InitGame:";
-  constexpr std::size_t kLongestStamp = 32;
-  for (std::size_t at = log.find(kInit, from); at != log.npos; at = log.find(kInit, at + 1)) {
-    const std::size_t searched = std::max(from, at - std::min(at, kLongestStamp));
-    const std::size_t end = log.substr(searched, at - searched).rfind('\n');
-    if (end == log.npos) continue;
-    const std::size_t start = searched + end + 1;
-    const LogLine line = CutLine(log.substr(start, at + kInit.size() - start));
-    if (line.stamped && line.text == kInit) return start;
-  }
-  return log.size();
-}
-
-/// The names at the beginning of a log. It holds nearly all that the log has: stretches that know
-/// them give the same numbers, and need not be renumbered when they are joined.
-Vocabulary FirstNames(std::string_view log) {
-  constexpr std::size_t kBeginning = std::size_t{256} << 10;
-  return ParseLog(log.substr(0, log.rfind('\n', kBeginning) + 1), false).vocabulary;
-}
-
 }  // namespace
 
-ParsedLog ParseLog(std::string_view log, bool keepEvents) {
-  return Parser(log, keepEvents, {}).Run();
-}
-
-void Renumber(std::vector<Game>& games, const Vocabulary& from, Vocabulary& to) {
-  const auto weaponNumbers = NewNumbers(from.weapons, to.weapons);
-  const auto itemNumbers = NewNumbers(from.items, to.items);
-  if (IsUnchanged(weaponNumbers) && IsUnchanged(itemNumbers)) return;
-  for (Game& game : games) {
-    for (Entrant& entrant : game.entrants) {
-      RenumberFigures(entrant.figures, weaponNumbers, itemNumbers);
-    }
-    for (KillEvent& event : game.events) event.weapon = weaponNumbers[event.weapon];
-  }
-}
-
-void MoveTo(ParsedLog& stretch, std::size_t begin) {
-  stretch.resumeAt += begin;
-  for (GameText& text : stretch.texts) {
-    text.begin += begin;
-    text.end += begin;
-  }
-}
-
-void Append(ParsedLog& log, ParsedLog&& next) {
-  if (log.stamped && next.stamped) {
-    log.clock += std::max<std::int64_t>(0, next.firstStamp - log.lastStamp);
-    if (next.beginsAnew || IsLower(next.firstStamp, log.lastStamp)) ++log.runs;
-  }
-  for (GameTime time : next.times) {
-    time.clock += log.clock;
-    time.run += log.runs;
-    log.times.push_back(time);
-  }
-  log.runs += next.runs;
-  if (log.games.empty()) log.strayLines += next.strayLines;
-  log.texts.insert(log.texts.end(), next.texts.begin(), next.texts.end());
-  Renumber(next.games, next.vocabulary, log.vocabulary);
-  log.games.insert(log.games.end(), std::make_move_iterator(next.games.begin()),
-                   std::make_move_iterator(next.games.end()));
-  for (Note& note : next.notes) {
-    if (log.notes.size() < ParsedLog::kMostNotes) {
-      log.notes.push_back({note.line + log.lines, std::move(note.text)});
-    }
-  }
-  log.resumeAt = next.resumeAt;
-  log.resumeLine = log.lines + next.resumeLine;
-  log.openAtEnd = next.openAtEnd;
-  log.lines += next.lines;
-  log.skipped += next.skipped;
-  log.damaged += next.damaged;
-  log.clock += next.clock;
-  if (next.stamped) {
-    if (!log.stamped) {
-      log.firstStamp = next.firstStamp;
-      log.beginsAnew = next.beginsAnew;
-    }
-    log.lastStamp = next.lastStamp;
-    log.stamped = true;
-  }
-}
-
-void SetStarts(ParsedLog& log, std::int64_t lastChange) {
-  struct {
-    GameTime at;
-    Dated dated;
-  } anchor = {{log.clock, lastChange, log.runs}, Dated::kReckoned};
-  const auto start = [&](const GameTime& time) {
-    return anchor.at.date - (anchor.at.clock - time.clock) / 10;
-  };
-  for (std::size_t i = log.games.size(); i-- > 0;) {
-    Game& game = log.games[i];
-    const GameTime& time = log.times[i];
-    if (time.date != 0) anchor = {time, Dated::kKnown};
-    if (time.date == 0 && !game.timed) continue;
-    game.start = start(time);
-    game.dated = time.run == anchor.at.run ? anchor.dated : Dated::kNotAfter;
-  }
-  anchor.dated = Dated::kUnknown;
-  for (std::size_t i = 0; i < log.games.size(); ++i) {
-    Game& game = log.games[i];
-    const GameTime& time = log.times[i];
-    if (time.date != 0) anchor = {time, Dated::kKnown};
-    if (!game.timed || anchor.dated != Dated::kKnown || time.run != anchor.at.run) continue;
-    game.start = start(time);
-    game.dated = Dated::kKnown;
-  }
-}
-
-std::vector<Stretch> CutLogs(const std::vector<std::string_view>& logs, std::size_t bytes) {
-  std::vector<Stretch> stretches;
-  for (std::size_t log = 0; log < logs.size(); ++log) {
-    const std::size_t size = logs[log].size();
-    std::size_t begin = 0;
-    while (size - begin > bytes) {
-      const std::size_t end = FindGame(logs[log], begin + bytes);
-      stretches.push_back({log, begin, end});
-      begin = end;
-    }
-    if (begin < size) stretches.push_back({log, begin, size});
-  }
-  return stretches;
-}
-
-std::vector<ParsedLog> ParseLogs(const std::vector<std::string_view>& logs, bool keepEvents,
-                                 const std::function<void(const Stretch&)>& done,
-                                 unsigned threads) {
-  const std::vector<Stretch> stretches = CutLogs(logs, kStretchBytes);
-  const Vocabulary known = stretches.size() > 1 ? FirstNames(logs[stretches[0].log]) : Vocabulary();
-  std::vector<ParsedLog> parts(stretches.size());
-  std::atomic<std::size_t> next = 0;
-  const auto work = [&] {
-    for (std::size_t i = next++; i < stretches.size(); i = next++) {
-      const Stretch& stretch = stretches[i];
-      const std::size_t size = stretch.end - stretch.begin;
-      parts[i] = Parser(logs[stretch.log].substr(stretch.begin, size), keepEvents, known).Run();
-      MoveTo(parts[i], stretch.begin);
-      done(stretch);
-    }
-  };
-  if (threads == 0) threads = std::thread::hardware_concurrency();
-  platform::RunOnThreads(std::min<std::size_t>(threads, stretches.size()), work);
-  std::vector<ParsedLog> result(logs.size());
-  for (std::size_t i = 0; i < stretches.size(); ++i) {
-    Append(result[stretches[i].log], std::move(parts[i]));
-  }
-  return result;
+ParsedLog ParseLog(std::string_view log, bool keepEvents, const Vocabulary& known) {
+  return Parser(log, keepEvents, known).Run();
 }
 
 }  // namespace morvane

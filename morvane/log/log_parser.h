@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,40 +61,7 @@ struct ParsedLog {
 
 /// Reads a stretch of a log that begins at a line's start. Never fails: what is no line of the
 /// game is counted and skipped. The format is that of the game's own server log.
-/// `keepEvents`: fill Game::events.
-ParsedLog ParseLog(std::string_view log, bool keepEvents);
-
-/// Says of what was read from a stretch where it stands in the log: from byte `begin` on.
-void MoveTo(ParsedLog& stretch, std::size_t begin);
-
-/// Joins a log and the stretch that follows it directly.
-void Append(ParsedLog& log, ParsedLog&& next);
-
-/// Sets the starts of the games. Where the log tells a date ("ServerTime:"), that holds, also for
-/// the games around it for as long as the stamps run on. Else the stamps tell how long before
-/// `lastChange`, when the log was last changed, a game began; but only since they last began anew:
-/// how much time lies before that nobody knows, so that games there were then or earlier. Games
-/// without stamps and date have no start.
-void SetStarts(ParsedLog& log, std::int64_t lastChange);
-
-/// Gives games, whose weapons and items have the numbers of `from`, the numbers of `to`. What that
-/// has not yet is added.
-void Renumber(std::vector<Game>& games, const Vocabulary& from, Vocabulary& to);
-
-/// A stretch of one of several logs.
-struct Stretch {
-  std::size_t log = 0;
-  std::size_t begin = 0;
-  std::size_t end = 0;
-};
-
-/// Cuts logs into stretches of about `bytes`, each but a log's first beginning with a game.
-std::vector<Stretch> CutLogs(const std::vector<std::string_view>& logs, std::size_t bytes);
-
-/// Reads several logs at the same time on `threads` threads (0: as many as the machine has cores).
-/// `done` is called, from any of them, when a stretch has been read. In the order of the logs.
-std::vector<ParsedLog> ParseLogs(const std::vector<std::string_view>& logs, bool keepEvents,
-                                 const std::function<void(const Stretch&)>& done,
-                                 unsigned threads = 0);
+/// `keepEvents`: fill Game::events. `known`: names that have numbers already.
+ParsedLog ParseLog(std::string_view log, bool keepEvents, const Vocabulary& known = {});
 
 }  // namespace morvane

@@ -3,19 +3,21 @@
 #include <algorithm>
 #include <string>
 
+#include "morvane/site/page_text.h"
 #include "morvane/statistics/figures.h"
-#include "morvane/statistics/names.h"
 
 namespace morvane {
 namespace {
 
-constexpr double kSecondsPerHour = 3600;
-constexpr double kSecondsPerMinute = 60;
+double Per(std::int64_t count, double units) {
+  return units > 0 ? static_cast<double>(count) / units : 0;
+}
 
-double Per(double count, double units) { return units > 0 ? count / units : 0; }
+double Hours(std::int64_t seconds) { return static_cast<double>(seconds) / 3600; }
+double Minutes(std::int64_t seconds) { return static_cast<double>(seconds) / 60; }
 
 double KillsPerHour(const Player& player) {
-  return Per(player.timed.kills, player.timed.seconds / kSecondsPerHour);
+  return Per(player.timed.kills, Hours(player.timed.seconds));
 }
 
 void SetRival(Data& object, const char* name, const Rival& rival, const RivalLabel& label) {
@@ -27,17 +29,13 @@ void SetRival(Data& object, const char* name, const Rival& rival, const RivalLab
 }
 
 /// One figure by a unit: kills_per_game, kills_per_hour and so on; not there for 0 units.
-template <class Figures>
-void SetRates(Data& object, const char* unit, const Figures& figures, double units) {
-  const auto set = [&](const char* what, double count) {
-    const std::string name = std::string(what) + "_per_" + unit;
+void SetRates(Data& object, const char* unit, const Counts& counts, double units) {
+  for (const Counter& counter : kCounters) {
+    if (counter.rate == nullptr) continue;
+    const std::string name = std::string(counter.rate) + "_per_" + unit;
+    const auto count = static_cast<double>(counts.*counter.member);
     SetOptional(object, name.c_str(), units > 0 ? Fixed(count / units, 2) : std::string());
-  };
-  set("kills", figures.kills);
-  set("deaths", figures.deaths);
-  set("suicides", figures.suicides);
-  set("score", static_cast<double>(figures.score));
-  set("items", figures.items);
+  }
 }
 
 std::string Rating(const SiteFacts& facts, const Player& player) {
@@ -62,7 +60,7 @@ void SetBars(Data& object, const Player& player, const Highest& highest) {
   const Figures& figures = player.figures;
   SetPercent(object, "kills_percent", figures.kills, highest.kills);
   SetPercent(object, "deaths_percent", figures.deaths, highest.deaths);
-  SetPercent(object, "score_percent", static_cast<double>(figures.score), highest.score);
+  SetPercent(object, "score_percent", figures.score, highest.score);
   SetPercent(object, "time_percent", figures.seconds, highest.seconds);
   SetPercent(object, "games_percent", player.games, highest.games);
   SetPercent(object, "kills_per_game_percent", Per(figures.kills, player.games),
@@ -140,24 +138,17 @@ std::string FavouriteWeapon(const SiteFacts& facts, const std::vector<WeaponUse>
 }
 
 double Ratio(const Figures& figures) {
-  return static_cast<double>(figures.kills) / std::max(figures.deaths, 1U);
+  return static_cast<double>(figures.kills) /
+         static_cast<double>(std::max<std::int64_t>(figures.deaths, 1));
 }
 
 void SetFigures(Data& object, const SiteFacts& facts, const Figures& figures, bool isTimed,
                 const RivalLabel& rival) {
-  Set(object, "kills", figures.kills);
-  Set(object, "deaths", figures.deaths);
-  Set(object, "suicides", figures.suicides);
-  Set(object, "team_kills", figures.teamKills);
-  Set(object, "world_deaths", figures.worldDeaths);
-  Set(object, "score", figures.score);
-  Set(object, "net", std::int64_t{figures.kills} - figures.deaths);
+  for (const Counter& counter : kCounters) Set(object, counter.name, figures.*counter.member);
+  Set(object, "net", figures.kills - figures.deaths);
   SetDecimal(object, "ratio", Ratio(figures));
-  SetPercent(object, "efficiency", figures.kills, double{1.0} * figures.kills + figures.deaths);
+  SetPercent(object, "efficiency", figures.kills, figures.kills + figures.deaths);
   SetDuration(object, figures.seconds, isTimed);
-  Set(object, "items_taken", figures.items);
-  Set(object, "kill_streak", figures.killStreak);
-  Set(object, "death_streak", figures.deathStreak);
   SetOptional(object, "weapon", FavouriteWeapon(facts, figures.weapons));
   SetRival(object, "nemesis", figures.nemesis, rival);
   SetRival(object, "victim", figures.favouriteVictim, rival);
@@ -186,11 +177,11 @@ Highest HighestOf(const std::vector<Player>& players) {
   Highest highest;
   for (const Player& player : players) {
     const Figures& figures = player.figures;
-    highest.kills = std::max<double>(highest.kills, figures.kills);
-    highest.deaths = std::max<double>(highest.deaths, figures.deaths);
-    highest.score = std::max(highest.score, static_cast<double>(figures.score));
-    highest.seconds = std::max<double>(highest.seconds, figures.seconds);
-    highest.games = std::max<double>(highest.games, player.games);
+    highest.kills = std::max(highest.kills, figures.kills);
+    highest.deaths = std::max(highest.deaths, figures.deaths);
+    highest.score = std::max(highest.score, figures.score);
+    highest.seconds = std::max(highest.seconds, figures.seconds);
+    highest.games = std::max(highest.games, player.games);
     highest.killsPerGame = std::max(highest.killsPerGame, Per(figures.kills, player.games));
     highest.killsPerHour = std::max(highest.killsPerHour, KillsPerHour(player));
   }
@@ -208,8 +199,8 @@ Data PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<P
       row, facts, player.figures, player.timed.games > 0,
       [&](std::uint32_t index) -> const Label& { return facts.PlayerLabel(rivals[index].player); });
   SetRates(row, "game", player.figures, player.games);
-  SetRates(row, "hour", player.timed, player.timed.seconds / kSecondsPerHour);
-  SetRates(row, "minute", player.timed, player.timed.seconds / kSecondsPerMinute);
+  SetRates(row, "hour", player.timed, Hours(player.timed.seconds));
+  SetRates(row, "minute", player.timed, Minutes(player.timed.seconds));
   SetGames(row, player);
   SetSeen(row, facts, player.seen);
   SetBars(row, player, highest);
@@ -231,12 +222,10 @@ Data SummaryData(const SiteFacts& facts, const Summary& summary) {
   Data object;
   Set(object, "games", Grouped(summary.games));
   SetOptional(object, "time", summary.timedGames > 0 ? Duration(summary.seconds) : std::string());
-  Set(object, "kills", Grouped(summary.kills));
-  Set(object, "deaths", Grouped(summary.deaths));
-  Set(object, "suicides", Grouped(summary.suicides));
-  Set(object, "team_kills", Grouped(summary.teamKills));
-  Set(object, "world_deaths", Grouped(summary.worldDeaths));
-  Set(object, "items", Grouped(summary.items));
+  for (const Counter& counter : kCounters) {
+    if (counter.summary == nullptr) continue;
+    Set(object, counter.summary, Grouped(summary.figures.*counter.member));
+  }
   SetSeen(object, facts, summary.seen);
   return object;
 }

@@ -38,11 +38,11 @@ double Ratio(const Figures& figures);
 
 /// The figures that bars of a list of players are measured against.
 struct Highest {
-  double kills = 0;
-  double deaths = 0;
-  double score = 0;
-  double seconds = 0;
-  double games = 0;
+  std::int64_t kills = 0;
+  std::int64_t deaths = 0;
+  std::int64_t score = 0;
+  std::int64_t seconds = 0;
+  std::uint32_t games = 0;
   double killsPerGame = 0;
   double killsPerHour = 0;
 };

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "morvane/site/palette.h"
+#include "config/rgb.h"
 #include "morvane/statistics/names.h"
 
 namespace morvane {
@@ -29,13 +29,13 @@ std::string FirstPage(const SiteFacts& facts, const SiteTemplates& templates) {
   if (first == nullptr) return {};
   const std::string title = EscapeHtml(PageText(first->Title()));
   const std::string page = EscapeHtml(UrlText(facts.pages.Page(first->Name())));
-  const Rgb background = ParseColour(facts.settings.backgroundColor).value_or(Rgb{255, 255, 255});
-  const std::string ink = ColourText(InkOn(background));
+  const config::Rgb background = facts.settings.backgroundColor;
+  const std::string ink = ColorText(InkOn(background));
   return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
          "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
          "<meta http-equiv=\"refresh\" content=\"0; url=" +
          page + "\">\n<title>" + title +
-         "</title>\n<style>body { background: " + ColourText(background) + "; } a { color: " + ink +
+         "</title>\n<style>body { background: " + ColorText(background) + "; } a { color: " + ink +
          "; }</style>\n</head>\n<body>\n<main><h1><a href=\"" + page + "\">" + title +
          "</a></h1></main>\n</body>\n</html>\n";
 }

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <ctime>
 
-#include "morvane/statistics/names.h"
+#include "morvane/site/page_text.h"
 
 namespace morvane {
 namespace {

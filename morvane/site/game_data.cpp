@@ -6,12 +6,13 @@
 
 #include "morvane/site/figure_data.h"
 #include "morvane/site/kill_table.h"
-#include "morvane/statistics/names.h"
+#include "morvane/site/page_text.h"
+#include "morvane/statistics/figures.h"
 
 namespace morvane {
 namespace {
 
-constexpr std::size_t kTones = 8;  // colours of the lead's timeline
+constexpr std::size_t kTones = 8;  // colors of the lead's timeline
 
 std::string_view TeamName(Team team) {
   switch (team) {
@@ -49,7 +50,7 @@ void SetTeams(Data& row, const Game& game) {
   SetOptional(row, "blue_score", isKnown ? std::to_string(game.blueScore) : std::string());
 }
 
-/// Steps of the lead's timeline get their colours in the order in which they first lead.
+/// Steps of the lead's timeline get their colors in the order in which they first lead.
 class Tones {
  public:
   explicit Tones(bool teams) : teams_(teams) {}
@@ -145,8 +146,7 @@ Data EntrantRow(const SiteFacts& facts, const Game& game, const Labels& labels, 
   SetUses(row, facts, entrant.figures.weapons, entrant.figures.itemCounts);
   SetPercent(row, "kills_percent", entrant.figures.kills, most.kills);
   SetPercent(row, "deaths_percent", entrant.figures.deaths, most.deaths);
-  SetPercent(row, "score_percent", static_cast<double>(entrant.figures.score),
-             static_cast<double>(most.score));
+  SetPercent(row, "score_percent", entrant.figures.score, most.score);
   SetPercent(row, "time_percent", entrant.figures.seconds, game.length);
   return row;
 }
@@ -173,28 +173,16 @@ Labels LabelsOf(const SiteFacts& facts, const Game& game) {
 }
 
 Data GameTable(const SiteFacts& facts, const Game& game, const Labels& labels) {
-  std::vector<std::uint32_t> suicides;
-  suicides.reserve(game.entrants.size());
-  for (const Entrant& entrant : game.entrants) suicides.push_back(entrant.figures.suicides);
-  return TableData(facts.settings, PairTable(labels, game.pairs), suicides);
+  return KillTableData(facts.settings, game.entrants, game.pairs, [&](const Entrant& entrant) {
+    return labels[static_cast<std::size_t>(&entrant - game.entrants.data())];
+  });
 }
 
 /// The kills and deaths by weapon of all players of a game.
 std::vector<WeaponUse> WeaponsOf(const Game& game) {
-  std::map<std::uint16_t, WeaponUse> sums;
-  for (const Entrant& entrant : game.entrants) {
-    for (const WeaponUse& use : entrant.figures.weapons) {
-      WeaponUse& sum = sums.try_emplace(use.weapon, WeaponUse{use.weapon, 0, 0}).first->second;
-      sum.kills += use.kills;
-      sum.deaths += use.deaths;
-    }
-  }
   std::vector<WeaponUse> weapons;
-  weapons.reserve(sums.size());
-  for (const auto& [weapon, sum] : sums) weapons.push_back(sum);
-  std::stable_sort(weapons.begin(), weapons.end(), [](const WeaponUse& a, const WeaponUse& b) {
-    return a.kills != b.kills ? a.kills > b.kills : a.deaths > b.deaths;
-  });
+  for (const Entrant& entrant : game.entrants) AddWeapons(weapons, entrant.figures.weapons);
+  SortWeapons(weapons);
   return weapons;
 }
 

@@ -4,10 +4,10 @@
 #include <tuple>
 #include <utility>
 
-#include "morvane/site/palette.h"
-
 namespace morvane {
 namespace {
+
+using config::Rgb;
 
 /// The cells of a table that take part in its percentiles.
 std::vector<std::uint32_t> CellsOf(const CountTable& table) {
@@ -39,7 +39,7 @@ std::uint32_t ColumnTotal(const CountTable& table, std::size_t column) {
 
 /// A game has hundreds of cells and a site thousands of games, so a cell holds no flags for what it
 /// has not; nothing further out has variables of these names.
-Data Cell(std::uint32_t count, std::size_t column, std::string_view style, bool own) {
+Data Cell(std::int64_t count, std::size_t column, std::string_view style, bool own) {
   Data cell;
   Set(cell, "tone", column % std::tuple_size_v<decltype(SiteSettings::columnColors)>);
   if (count > 0) Set(cell, "count", count);
@@ -49,7 +49,7 @@ Data Cell(std::uint32_t count, std::size_t column, std::string_view style, bool 
 }
 
 Data Row(const CountTable& table, std::size_t row, const Hilites& hilites,
-         const std::vector<std::uint32_t>& own) {
+         const std::vector<std::int64_t>& own) {
   Data cells = List(table.columns.size());
   for (std::size_t column = 0; column < table.columns.size(); ++column) {
     if (table.square && row == column) {
@@ -68,13 +68,12 @@ Data Row(const CountTable& table, std::size_t row, const Hilites& hilites,
 }
 
 Data Column(const SiteSettings& settings, const CountTable& table, std::size_t column) {
-  const std::string& colour = settings.columnColors[column % settings.columnColors.size()];
-  const Rgb background = ParseColour(colour).value_or(Rgb{});
+  const Rgb color = settings.columnColors[column % settings.columnColors.size()];
   Data object;
   SetLabel(object, table.columns[column]);
   Set(object, "number", column + 1);
-  Set(object, "color", ColourText(background));
-  Set(object, "ink", ColourText(InkOn(background)));
+  Set(object, "color", ColorText(color));
+  Set(object, "ink", ColorText(InkOn(color)));
   Set(object, "total", ColumnTotal(table, column));
   return object;
 }
@@ -85,10 +84,8 @@ Hilites::Hilites(const SiteSettings& settings, std::vector<std::uint32_t> cells)
     : minimum_(settings.hiliteMinimum), cells_(std::move(cells)) {
   std::sort(cells_.begin(), cells_.end());
   for (const HiliteLevel& level : settings.hiliteLevels) {
-    const std::optional<Rgb> colour = ParseColour(level.color);
-    if (!colour) continue;
-    levels_.push_back({level.percentile, "background:" + ColourText(*colour) +
-                                             ";color:" + ColourText(InkOn(*colour))});
+    levels_.push_back({level.percentile, "background:" + ColorText(level.color) +
+                                             ";color:" + ColorText(InkOn(level.color))});
   }
   std::stable_sort(levels_.begin(), levels_.end(), [](const Level& left, const Level& right) {
     return left.percentile > right.percentile;
@@ -123,7 +120,7 @@ CountTable PairTable(const std::vector<Label>& labels, const std::vector<Pair>& 
 }
 
 Data TableData(const SiteSettings& settings, const CountTable& table,
-               const std::vector<std::uint32_t>& own) {
+               const std::vector<std::int64_t>& own) {
   if (table.rows.empty() || table.columns.empty()) return Data(false);
   const Hilites hilites(settings, CellsOf(table));
   Data columns = List(table.columns.size());

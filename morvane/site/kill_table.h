@@ -10,8 +10,8 @@
 
 namespace morvane {
 
-/// The colours of the cells of one kill table. A cell of at least SiteSettings::hiliteMinimum has
-/// the colour of the highest level whose percentile it reaches; its percentile is the share of the
+/// The colors of the cells of one kill table. A cell of at least SiteSettings::hiliteMinimum has
+/// the color of the highest level whose percentile it reaches; its percentile is the share of the
 /// table's cells that are not above it, so the greatest is at 100.
 class Hilites {
  public:
@@ -50,6 +50,21 @@ CountTable PairTable(const std::vector<Label>& labels, const std::vector<Pair>& 
 /// The variables of a table: `columns`, `rows` with their `cells`, totals. The diagonal of a square
 /// table shows `own` (by row) and is not highlighted. A table without rows gives a false flag.
 Data TableData(const SiteSettings& settings, const CountTable& table,
-               const std::vector<std::uint32_t>& own = {});
+               const std::vector<std::int64_t>& own = {});
+
+/// The variables of the table of kills among those of a list who have figures: each against each,
+/// with the suicides on the diagonal. `labelOf(entry)` names one, `pairs` hold indices into the
+/// list.
+template <class List, class LabelOf>
+Data KillTableData(const SiteSettings& settings, const List& list, const std::vector<Pair>& pairs,
+                   const LabelOf& labelOf) {
+  std::vector<Label> labels;
+  std::vector<std::int64_t> suicides;
+  for (const auto& entry : list) {
+    labels.push_back(labelOf(entry));
+    suicides.push_back(entry.figures.suicides);
+  }
+  return TableData(settings, PairTable(labels, pairs), suicides);
+}
 
 }  // namespace morvane

@@ -5,7 +5,6 @@
 #include "morvane/site/figure_data.h"
 #include "morvane/site/game_data.h"
 #include "morvane/site/kill_table.h"
-#include "morvane/statistics/names.h"
 
 namespace morvane {
 namespace {
@@ -14,15 +13,15 @@ constexpr std::size_t kMostGames = 100;
 
 /// The most of any map, for bars.
 struct Most {
-  double games = 0;
-  double kills = 0;
+  std::uint32_t games = 0;
+  std::int64_t kills = 0;
 };
 
 Most MostOf(const std::vector<Map>& maps) {
   Most most;
   for (const Map& map : maps) {
-    most.games = std::max<double>(most.games, map.summary.games);
-    most.kills = std::max(most.kills, static_cast<double>(map.summary.kills));
+    most.games = std::max(most.games, map.summary.games);
+    most.kills = std::max(most.kills, map.summary.figures.kills);
   }
   return most;
 }
@@ -33,14 +32,14 @@ Data MapRow(const SiteFacts& facts, std::uint32_t index, const Most& most) {
   SetLabel(row, facts.MapLabel(index));
   Set(row, "games_played", map.summary.games);
   SetDuration(row, map.summary.seconds, map.summary.timedGames > 0);
-  Set(row, "kills", map.summary.kills);
-  Set(row, "deaths", map.summary.deaths);
-  Set(row, "suicides", map.summary.suicides);
-  Set(row, "world_deaths", map.summary.worldDeaths);
+  Set(row, "kills", map.summary.figures.kills);
+  Set(row, "deaths", map.summary.figures.deaths);
+  Set(row, "suicides", map.summary.figures.suicides);
+  Set(row, "world_deaths", map.summary.figures.worldDeaths);
   Set(row, "player_count", map.players.size());
   SetPercent(row, "games_percent", map.summary.games, most.games);
-  SetPercent(row, "kills_percent", static_cast<double>(map.summary.kills), most.kills);
-  SetOptional(row, "weapon", FavouriteWeapon(facts, map.summary.weapons));
+  SetPercent(row, "kills_percent", map.summary.figures.kills, most.kills);
+  SetOptional(row, "weapon", FavouriteWeapon(facts, map.summary.figures.weapons));
   SetOptional(
       row, "best_link",
       map.players.empty() ? std::string() : facts.PlayerLabel(map.players.front().player).link);
@@ -49,13 +48,9 @@ Data MapRow(const SiteFacts& facts, std::uint32_t index, const Most& most) {
 }
 
 Data MapTable(const SiteFacts& facts, const Map& map) {
-  std::vector<Label> labels;
-  std::vector<std::uint32_t> suicides;
-  for (const Player& player : map.players) {
-    labels.push_back(facts.PlayerLabel(player.player));
-    suicides.push_back(player.figures.suicides);
-  }
-  return TableData(facts.settings, PairTable(labels, map.pairs), suicides);
+  return KillTableData(
+      facts.settings, map.players, map.pairs,
+      [&](const Player& player) -> const Label& { return facts.PlayerLabel(player.player); });
 }
 
 }  // namespace
@@ -75,7 +70,7 @@ Data MapData(const SiteFacts& facts, std::uint32_t index) {
   SetData(object, "summary", SummaryData(facts, map.summary));
   SetFlag(object, "has_players", !map.players.empty());
   SetData(object, "players", PlayerList(facts, map.players));
-  SetUses(object, facts, map.summary.weapons, map.summary.itemCounts);
+  SetUses(object, facts, map.summary.figures.weapons, map.summary.figures.itemCounts);
   SetData(object, "kill_table", MapTable(facts, map));
   SetData(object, "games", LatestGames(facts, map.games, kMostGames));
   const std::size_t more = map.games.size() - std::min(map.games.size(), kMostGames);

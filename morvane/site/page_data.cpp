@@ -10,7 +10,7 @@ void SetDecimal(Data& object, const char* name, double number) {
   object[name] = Data(Fixed(number, 2));
 }
 
-void SetPercent(Data& object, const char* name, double part, double whole) {
+void SetShare(Data& object, const char* name, double part, double whole) {
   object[name] = Data(Fixed(std::clamp(Percent(part, whole), 0.0, 100.0), 1));
 }
 

@@ -29,8 +29,12 @@ inline void SetOptional(Data& object, const char* name, std::string_view text) {
 }
 /// A number with two digits after the point.
 void SetDecimal(Data& object, const char* name, double number);
+void SetShare(Data& object, const char* name, double part, double whole);
 /// `part` of `whole` in percent, one digit after the point, 0 to 100: the length of a bar.
-void SetPercent(Data& object, const char* name, double part, double whole);
+template <class Part, class Whole>
+void SetPercent(Data& object, const char* name, Part part, Whole whole) {
+  SetShare(object, name, static_cast<double>(part), static_cast<double>(whole));
+}
 
 /// An empty list with room for `size` items: a list that grows copies all that it holds.
 Data List(std::size_t size);

@@ -10,6 +10,25 @@
 namespace morvane {
 namespace {
 
+/// FNV-1a, 64 bits: the same number for the same bytes on every machine.
+std::uint64_t Digest(std::string_view bytes) {
+  std::uint64_t hash = 0xCBF29CE484222325U;
+  for (const char c : bytes) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
+  return hash;
+}
+
+std::string HexText(std::uint64_t number) {
+  std::string text(16, '0');
+  for (auto digit = text.rbegin(); digit != text.rend(); ++digit, number >>= 4) {
+    *digit = "0123456789abcdef"[number & 0xF];
+  }
+  return text;
+}
+
+bool IsFileCharacter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
+}
+
 /// One file name part for each name. Names made to meet in one part are told apart by a number,
 /// given in the order of the names, so that it does not depend on anyone's rank.
 std::vector<std::string> Parts(const std::vector<std::string_view>& names) {
@@ -39,6 +58,16 @@ std::vector<std::string_view> NamesOf(const Items& items, Member member) {
 }
 
 }  // namespace
+
+std::string FileNamePart(std::string_view name) {
+  constexpr std::size_t kMostPlain = 40;
+  const std::string folded = LowerCase(name);
+  std::string part = folded.substr(0, kMostPlain);
+  std::replace_if(
+      part.begin(), part.end(), [](char c) { return !IsFileCharacter(c); }, '_');
+  // A part without "-" is the name itself; every other one carries the number after its "-".
+  return part == folded && !part.empty() ? part : part + "-" + HexText(Digest(folded));
+}
 
 PageNames::PageNames(const Statistics& statistics, std::string extension)
     : extension_(std::move(extension)),

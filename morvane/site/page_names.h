@@ -9,6 +9,11 @@
 
 namespace morvane {
 
+/// The file name part for a name: only a-z, 0-9, "_" and "-", never empty, at most 57 characters,
+/// the same in every run. Names that differ in more than case get different parts: where
+/// characters had to be replaced, a number made from the whole name follows. `name`: NameText.
+std::string FileNamePart(std::string_view name);
+
 /// The file names of the pages. Those of players and maps are made from their names and stay the
 /// same from run to run; a game's holds its number.
 class PageNames {

@@ -1,15 +1,14 @@
 #include "morvane/site/site.h"
 
 #include <algorithm>
-#include <atomic>
 #include <filesystem>
 #include <map>
 #include <string>
 #include <system_error>
-#include <thread>
 #include <utility>
 #include <vector>
 
+#include "config/file_names.h"
 #include "morvane/site/figure_data.h"
 #include "morvane/site/first_page.h"
 #include "morvane/site/game_data.h"
@@ -31,8 +30,6 @@ namespace morvane {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view kImageFolder = "images";
 
 /// What all threads read while they render.
 struct Site {
@@ -235,16 +232,12 @@ std::vector<Unit> Units(const SiteTemplates& templates, const Statistics& statis
 
 void RenderAll(const Site& site, const SiteTemplates& templates, Report& report) {
   const std::vector<Unit> units = Units(templates, site.facts.statistics);
-  std::atomic<std::size_t> next = 0;
-  const auto work = [&] {
-    Renderer renderer(site, templates);
-    for (std::size_t i = next++; i < units.size(); i = next++) {
+  platform::ShareOnThreads(units.size(), 0, [&]() -> platform::Task {
+    return [&, renderer = Renderer(site, templates)](std::size_t i) mutable {
       (renderer.*units[i].render)(units[i].index);
       report.Progress("Writing pages", i + 1, units.size());
-    }
-  };
-  platform::RunOnThreads(std::min<std::size_t>(std::thread::hardware_concurrency(), units.size()),
-                         work);
+    };
+  });
 }
 
 std::map<std::string, Data> TemplateData(const SiteTemplates& templates, const PageNames& pages) {
@@ -273,7 +266,7 @@ void AddTo(SiteResult& result, const SiteOutput& output) {
 /// do not name any more is taken away.
 void CopyBackgroundImage(const SiteSettings& settings, const Inputs& inputs, Report& report,
                          SiteResult& result) {
-  const fs::path folder = fs::path(settings.outputPath) / kImageFolder;
+  const fs::path folder = fs::path(settings.outputPath) / config::kImageFolder;
   std::error_code error;
   const bool isWanted = !settings.backgroundImage.empty();
   if (!isWanted && !fs::exists(folder / PageList::kFileName, error)) return;

@@ -4,18 +4,25 @@
 #include <array>
 #include <filesystem>
 #include <functional>
+#include <span>
 #include <string>
 #include <utility>
 
+#include "config/file_names.h"
 #include "morvane/site/figure_data.h"
 #include "morvane/site/game_data.h"
 #include "morvane/site/kill_table.h"
 #include "morvane/site/map_data.h"
-#include "morvane/site/palette.h"
-#include "morvane/statistics/names.h"
+#include "morvane/site/page_text.h"
 
 namespace morvane {
 namespace {
+
+using config::ColorText;
+using config::InkOn;
+using config::Mix;
+using config::Readable;
+using config::Rgb;
 
 constexpr std::size_t kTopPlayers = 100;
 constexpr std::size_t kRecentGames = 20;
@@ -27,19 +34,18 @@ Data UserVariables(const SiteSettings& settings) {
   return object;
 }
 
-/// The page colours and shades made from them, so that a page of any two colours can have panels,
+/// The page colors and shades made from them, so that a page of any two colors can have panels,
 /// lines and links that are told apart and read.
-Data Colours(const SiteSettings& settings) {
-  const Rgb text = ParseColour(settings.textColor).value_or(Rgb{});
-  const Rgb background = ParseColour(settings.backgroundColor).value_or(Rgb{255, 255, 255});
-  const Shades shades = ShadesOf(background, text);
+Data Colors(const SiteSettings& settings) {
+  const Rgb text = settings.textColor;
+  const Rgb background = settings.backgroundColor;
+  const config::Shades shades = ShadesOf(background, text);
   Data object;
-  const auto set = [&](const char* name, Rgb colour) { Set(object, name, ColourText(colour)); };
-  const auto setLink = [&](const std::string& name, const std::string& setting) {
-    const Rgb colour = ParseColour(setting).value_or(text);
-    set(name.c_str(), colour);
-    set((name + "_text").c_str(), Readable(colour, shades.stripe));
-    set((name + "_ink").c_str(), InkOn(colour));
+  const auto set = [&](const char* name, Rgb color) { Set(object, name, ColorText(color)); };
+  const auto setLink = [&](const std::string& name, Rgb color) {
+    set(name.c_str(), color);
+    set((name + "_text").c_str(), Readable(color, shades.stripe));
+    set((name + "_ink").c_str(), InkOn(color));
   };
   set("text", text);
   set("background", background);
@@ -54,16 +60,17 @@ Data Colours(const SiteSettings& settings) {
   const bool dark = InkOn(background) == Rgb{255, 255, 255};
   Set(object, "scheme", std::string(dark ? "dark" : "light"));
   const std::string image = std::filesystem::path(settings.backgroundImage).filename().string();
-  SetOptional(object, "image", image.empty() ? image : "images/" + UrlText(image));
+  SetOptional(object, "image",
+              image.empty() ? image : std::string(config::kImageFolder) + "/" + UrlText(image));
   return object;
 }
 
-Data NameColourList(const SiteSettings& settings) {
+Data NameColorList(const SiteSettings& settings) {
   Data list = List(settings.nameColors.size());
   for (std::size_t i = 0; i < settings.nameColors.size(); ++i) {
     Data row;
     Set(row, "code", i);
-    Set(row, "color", settings.nameColors[i]);
+    Set(row, "color", ColorText(settings.nameColors[i]));
     Append(list, std::move(row));
   }
   return list;
@@ -72,25 +79,23 @@ Data NameColourList(const SiteSettings& settings) {
 Data HiliteList(const SiteSettings& settings) {
   Data list = List(settings.hiliteLevels.size());
   for (const HiliteLevel& level : settings.hiliteLevels) {
-    const std::optional<Rgb> colour = ParseColour(level.color);
-    if (!colour) continue;
     Data row;
     Set(row, "percentile", Fixed(level.percentile, 0));
-    Set(row, "color", ColourText(*colour));
-    Set(row, "ink", ColourText(InkOn(*colour)));
+    Set(row, "color", ColorText(level.color));
+    Set(row, "ink", ColorText(InkOn(level.color)));
     Append(list, std::move(row));
   }
   return list;
 }
 
-Data ColumnColourList(const SiteSettings& settings) {
+Data ColumnColorList(const SiteSettings& settings) {
   Data list = List(settings.columnColors.size());
   for (std::size_t i = 0; i < settings.columnColors.size(); ++i) {
-    const Rgb colour = ParseColour(settings.columnColors[i]).value_or(Rgb{});
+    const Rgb color = settings.columnColors[i];
     Data row;
     Set(row, "tone", i);
-    Set(row, "color", ColourText(colour));
-    Set(row, "ink", ColourText(InkOn(colour)));
+    Set(row, "color", ColorText(color));
+    Set(row, "ink", ColorText(InkOn(color)));
     Append(list, std::move(row));
   }
   return list;
@@ -116,13 +121,10 @@ std::size_t TablePlayers(const SiteFacts& facts) {
 }
 
 Data KillTable(const SiteFacts& facts) {
-  std::vector<Label> labels;
-  std::vector<std::uint32_t> suicides;
-  for (std::uint32_t i = 0; i < TablePlayers(facts); ++i) {
-    labels.push_back(facts.PlayerLabel(i));
-    suicides.push_back(facts.statistics.players[i].figures.suicides);
-  }
-  return TableData(facts.settings, PairTable(labels, facts.statistics.pairs), suicides);
+  const std::span players(facts.statistics.players.data(), TablePlayers(facts));
+  return KillTableData(
+      facts.settings, players, facts.statistics.pairs,
+      [&](const Player& player) -> const Label& { return facts.PlayerLabel(player.player); });
 }
 
 /// Players by weapon. `count` takes what is counted from a player's use of one.
@@ -132,7 +134,7 @@ Data WeaponTable(const SiteFacts& facts,
   CountTable table;
   std::vector<std::size_t> columnOf(statistics.vocabulary.weapons.size(),
                                     statistics.vocabulary.weapons.size());
-  for (const WeaponUse& use : statistics.summary.weapons) {
+  for (const WeaponUse& use : statistics.summary.figures.weapons) {
     if (count(use) == 0) continue;
     columnOf[use.weapon] = table.columns.size();
     const std::string name = PageText(WeaponTitle(statistics.vocabulary.weapons[use.weapon]));
@@ -198,18 +200,24 @@ struct RecordKind {
 };
 
 double KillsPerMinute(const Player& player) {
-  return player.timed.seconds == 0 ? 0 : 60.0 * player.timed.kills / player.timed.seconds;
+  const auto seconds = static_cast<double>(player.timed.seconds);
+  return seconds == 0 ? 0 : 60.0 * static_cast<double>(player.timed.kills) / seconds;
+}
+
+template <std::int64_t Counts::*kMember>
+double Counted(const Player& player) {
+  return static_cast<double>(player.figures.*kMember);
 }
 
 constexpr std::array<RecordKind, 8> kRecords = {{
-    {"Most kills", [](const Player& p) -> double { return p.figures.kills; }, 0},
+    {"Most kills", Counted<&Counts::kills>, 0},
     {"Best kills per death", [](const Player& p) { return Ratio(p.figures); }, 2},
     {"Most kills per minute", KillsPerMinute, 2},
-    {"Longest kill streak", [](const Player& p) -> double { return p.figures.killStreak; }, 0},
+    {"Longest kill streak", Counted<&Counts::killStreak>, 0},
     {"Most games won", [](const Player& p) -> double { return p.wins; }, 0},
-    {"Most items taken", [](const Player& p) -> double { return p.figures.items; }, 0},
-    {"Longest row of deaths", [](const Player& p) -> double { return p.figures.deathStreak; }, 0},
-    {"Most suicides", [](const Player& p) -> double { return p.figures.suicides; }, 0},
+    {"Most items taken", Counted<&Counts::items>, 0},
+    {"Longest row of deaths", Counted<&Counts::deathStreak>, 0},
+    {"Most suicides", Counted<&Counts::suicides>, 0},
 }};
 
 /// The best at one thing among the ranked players, or among all where nobody is ranked.
@@ -234,7 +242,8 @@ Data RecordList(const SiteFacts& facts) {
 
 Data Uses(const SiteFacts& facts, const char* list) {
   Data object;
-  SetUses(object, facts, facts.statistics.summary.weapons, facts.statistics.summary.itemCounts);
+  const Figures& all = facts.statistics.summary.figures;
+  SetUses(object, facts, all.weapons, all.itemCounts);
   return std::move(object[list]);
 }
 
@@ -243,9 +252,9 @@ Data CountText(std::size_t count) { return Data(Grouped(static_cast<std::int64_t
 void DefineSettings(SharedData& shared, const SiteFacts& facts) {
   const SiteSettings& settings = facts.settings;
   shared.Define("vars", [&] { return UserVariables(settings); });
-  shared.Define("colors", [&] { return Colours(settings); });
-  shared.Define("name_colors", [&] { return NameColourList(settings); });
-  shared.Define("column_colors", [&] { return ColumnColourList(settings); });
+  shared.Define("colors", [&] { return Colors(settings); });
+  shared.Define("name_colors", [&] { return NameColorList(settings); });
+  shared.Define("column_colors", [&] { return ColumnColorList(settings); });
   shared.Define("has_hilites", [&] { return Data(HiliteList(settings).is_non_empty_list()); });
   shared.Define("hilites", [&] { return HiliteList(settings); });
   shared.Define("limits", [&] { return LimitData(facts); });
@@ -302,8 +311,8 @@ void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
   shared.Define("recent_games", [&facts, games] {
     return GameList(facts, games - std::min(games, kRecentGames), games);
   });
-  shared.Define("has_weapons", [&] { return Data(!statistics.summary.weapons.empty()); });
-  shared.Define("has_items", [&] { return Data(!statistics.summary.itemCounts.empty()); });
+  shared.Define("has_weapons", [&] { return Data(!statistics.summary.figures.weapons.empty()); });
+  shared.Define("has_items", [&] { return Data(!statistics.summary.figures.itemCounts.empty()); });
   shared.Define("weapons", [&] { return Uses(facts, "weapons"); });
   shared.Define("items", [&] { return Uses(facts, "items"); });
   shared.Define("has_splash", [&] { return Uses(facts, "has_splash"); });

@@ -4,7 +4,7 @@
 
 namespace morvane {
 
-/// What every template can use: the user's variables, the colours and all statistics. The facts
+/// What every template can use: the user's variables, the colors and all statistics. The facts
 /// must outlive the data.
 void DefineSharedData(SharedData& shared, const SiteFacts& facts);
 

@@ -2,13 +2,15 @@
 
 #include <algorithm>
 
-#include "morvane/site/palette.h"
+#include "morvane/site/page_text.h"
 #include "morvane/statistics/figures.h"
 #include "morvane/statistics/names.h"
 #include "text/text.h"
 
 namespace morvane {
 namespace {
+
+using config::Rgb;
 
 std::string LinkHtml(const Label& label) {
   if (label.page.empty()) return label.html;
@@ -21,16 +23,15 @@ Label MakeLabel(std::string text, std::string html, std::string page) {
   return label;
 }
 
-/// How name colours are drawn on what may stand behind them.
-NameGround GroundOf(const std::array<Rgb, 10>& colours, const std::vector<Rgb>& behind) {
+/// How name colors are drawn on what may stand behind them.
+NameGround GroundOf(const std::array<Rgb, 10>& colors, const std::vector<Rgb>& behind) {
   NameGround ground;
-  for (std::size_t i = 0; i < colours.size(); ++i) {
-    const Rgb colour = colours[i];
+  for (std::size_t i = 0; i < colors.size(); ++i) {
+    const Rgb color = colors[i];
     ground.own[i] = std::all_of(behind.begin(), behind.end(), [&](Rgb surface) {
-      return Contrast(colour, surface) >= kReadableContrast;
+      return Contrast(color, surface) >= config::kReadableContrast;
     });
-    ground.colours[i] =
-        "color:" + ColourText(ground.own[i] ? colour : Readable(colour, behind.back()));
+    ground.colors[i] = "color:" + ColorText(ground.own[i] ? color : Readable(color, behind.back()));
   }
   return ground;
 }
@@ -54,21 +55,18 @@ SiteFacts::SiteFacts(const SiteSettings& theSettings, const Statistics& theStati
   IndexPlayers();
 }
 
-// A name keeps the colours that its player chose. Where one of them can hardly be told from the
-// page or a panel, such as pure blue on black, the whole name stands on a chip in the colour of the
+// A name keeps the colors that its player chose. Where one of them can hardly be told from the
+// page or a panel, such as pure blue on black, the whole name stands on a chip in the color of the
 // text, in white or in black, and what still cannot be read there becomes lighter or darker.
 void SiteFacts::StyleNames() {
-  const Rgb page = ParseColour(settings.backgroundColor).value_or(Rgb{255, 255, 255});
-  const Rgb text = ParseColour(settings.textColor).value_or(Rgb{});
-  const Shades shades = ShadesOf(page, text);
-  std::array<Rgb, 10> colours;
-  std::transform(settings.nameColors.begin(), settings.nameColors.end(), colours.begin(),
-                 [&](const std::string& colour) { return ParseColour(colour).value_or(text); });
-  nameStyles_.page = GroundOf(colours, {page, shades.panel, shades.stripe});
+  const Rgb page = settings.backgroundColor;
+  const Rgb text = settings.textColor;
+  const config::Shades shades = ShadesOf(page, text);
+  nameStyles_.page = GroundOf(settings.nameColors, {page, shades.panel, shades.stripe});
   for (const Rgb chip : {text, Rgb{255, 255, 255}, Rgb{0, 0, 0}}) {
-    nameStyles_.chips.push_back(GroundOf(colours, {chip}));
+    nameStyles_.chips.push_back(GroundOf(settings.nameColors, {chip}));
     nameStyles_.chips.back().style =
-        "background:" + ColourText(chip) + ";color:" + ColourText(InkOn(chip));
+        "background:" + ColorText(chip) + ";color:" + ColorText(InkOn(chip));
   }
 }
 

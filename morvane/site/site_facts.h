@@ -8,9 +8,9 @@
 #include "morvane/site/format.h"
 #include "morvane/site/page_data.h"
 #include "morvane/site/page_names.h"
+#include "morvane/site/page_text.h"
 #include "morvane/site/site_settings.h"
 #include "morvane/site/site_templates.h"
-#include "morvane/statistics/names.h"
 #include "morvane/statistics/statistics.h"
 
 namespace morvane {
@@ -18,7 +18,7 @@ namespace morvane {
 /// How pages speak of a player, a map or a game.
 struct Label {
   std::string text;  ///< not escaped
-  std::string html;  ///< escaped, in its colours
+  std::string html;  ///< escaped, in its colors
   std::string page;  ///< the file of its page; empty where there is none
   std::string link;  ///< HTML: `html`, as a link where there is a page
   bool bot = false;  ///< of no person

@@ -5,30 +5,31 @@
 #include <utility>
 #include <vector>
 
+#include "config/rgb.h"
+
 namespace morvane {
 
 /// A highlight of kill tables.
 struct HiliteLevel {
   double percentile = 0;  ///< 0 to 100
-  std::string color;      ///< as the user gave it: hostile to HTML like any text
+  config::Rgb color;
 };
 
-/// What the user says about the pages. Paths are absolute, with the system's separators. Colours
-/// are "#" and six hexadecimal digits.
+/// What the user says about the pages. Paths are absolute, with the system's separators.
 struct SiteSettings {
   std::string sourcePath;  ///< the folder of the templates
   std::string outputPath;
   std::string fileExtension = ".html";  ///< begins with "."
   std::string timeFormat;               ///< as strftime takes it
 
-  std::string textColor;
-  std::string linkColor;
-  std::string visitedLinkColor;
-  std::string activeLinkColor;
-  std::string backgroundColor;
+  config::Rgb textColor;
+  config::Rgb linkColor;
+  config::Rgb visitedLinkColor;
+  config::Rgb activeLinkColor;
+  config::Rgb backgroundColor;
   std::string backgroundImage;  ///< absolute; empty: none
-  std::array<std::string, 10> nameColors;
-  std::array<std::string, 3> columnColors;
+  std::array<config::Rgb, 10> nameColors;
+  std::array<config::Rgb, 3> columnColors;
 
   double hiliteMinimum = 0;
   std::vector<HiliteLevel> hiliteLevels;  ///< in the order of the settings

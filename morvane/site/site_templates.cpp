@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "config/file_names.h"
 #include "morvane/site/template_source.h"
 #include "morvane/site/variable_check.h"
 #include "text/text.h"
@@ -103,7 +104,7 @@ class Loader {
 }  // namespace
 
 std::vector<std::string> TemplatePatterns() {
-  std::vector<std::string> patterns = {"*" + std::string(kTemplateExtension), "*.css"};
+  std::vector<std::string> patterns = {std::string("*.") + config::kTemplateExtension, "*.css"};
   for (const std::string_view extension : kAssetExtensions) {
     patterns.push_back("*" + std::string(extension));
   }

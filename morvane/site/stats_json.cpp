@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "morvane/site/figure_data.h"
+#include "morvane/statistics/figures.h"
 #include "morvane/statistics/names.h"
 
 namespace morvane {
@@ -64,33 +65,23 @@ Json Items(const SiteFacts& facts, const std::vector<ItemCount>& counts) {
   return list;
 }
 
-/// What players, entrants and summaries count alike. `timed`: it is known how long they played.
-template <class Counts>
-void AddCounts(Json& object, const Counts& counts, bool timed) {
-  object["kills"] = counts.kills;
-  object["deaths"] = counts.deaths;
-  object["suicides"] = counts.suicides;
-  object["team_kills"] = counts.teamKills;
-  object["world_deaths"] = counts.worldDeaths;
-  object["items_taken"] = counts.items;
-  object["seconds"] = Known(timed, counts.seconds);
-}
-
+/// `timed`: it is known how long they played.
 void AddFigures(Json& object, const Figures& figures, bool timed) {
-  object["score"] = figures.score;
-  AddCounts(object, figures, timed);
+  for (const Counter& counter : kCounters) object[counter.name] = figures.*counter.member;
+  object["seconds"] = Known(timed, figures.seconds);
   object["ratio"] = Ratio(figures);
-  object["kill_streak"] = figures.killStreak;
-  object["death_streak"] = figures.deathStreak;
 }
 
 Json SummaryJson(const SiteFacts& facts, const Summary& summary) {
   Json object;
   object["games"] = summary.games;
-  AddCounts(object, summary, summary.timedGames > 0);
+  for (const Counter& counter : kCounters) {
+    if (counter.summary != nullptr) object[counter.name] = summary.figures.*counter.member;
+  }
+  object["seconds"] = Known(summary.timedGames > 0, summary.seconds);
   SetSeen(object, summary.seen);
-  object["weapons"] = Weapons(facts, summary.weapons);
-  object["items"] = Items(facts, summary.itemCounts);
+  object["weapons"] = Weapons(facts, summary.figures.weapons);
+  object["items"] = Items(facts, summary.figures.itemCounts);
   return object;
 }
 

@@ -2,8 +2,8 @@
 
 #include <charconv>
 
+#include "morvane/site/page_text.h"
 #include "morvane/site/template_source.h"
-#include "morvane/statistics/names.h"
 
 namespace morvane {
 namespace {

@@ -19,9 +19,6 @@ using Data = kainjow::mustache::data;
 
 class TemplateSource;
 
-/// Extension of a template file whose name is given without one.
-inline constexpr std::string_view kTemplateExtension = ".htmlt";
-
 /// What is wrong with a template, for a message.
 struct TemplateFault {
   std::string file;  ///< path of the file to mend

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "config/file_names.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "text/characters.h"
@@ -47,7 +48,7 @@ struct TemplateSource::File {
 
 fs::path TemplatePath(const fs::path& folder, std::string_view name) {
   fs::path file = platform::SystemPath(name);
-  if (!file.has_extension()) file += kTemplateExtension;
+  if (!file.has_extension()) file.replace_extension(config::kTemplateExtension);
   return folder / file;
 }
 

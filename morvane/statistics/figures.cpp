@@ -4,16 +4,40 @@
 #include <tuple>
 
 namespace morvane {
+namespace {
+
+void RenumberFigures(Figures& figures, const std::vector<std::uint16_t>& weapons,
+                     const std::vector<std::uint16_t>& items) {
+  for (WeaponUse& use : figures.weapons) use.weapon = weapons[use.weapon];
+  for (ItemCount& count : figures.itemCounts) count.item = items[count.item];
+  SettleFigures(figures);  // the numbers decide between equals
+}
+
+std::vector<std::uint16_t> NewNumbers(const Names& from, Names& to) {
+  std::vector<std::uint16_t> numbers;
+  for (const std::string& name : from.All()) numbers.push_back(to.Number(name));
+  return numbers;
+}
+
+bool IsUnchanged(const std::vector<std::uint16_t>& numbers) {
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    if (numbers[i] != i) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+void AddCounts(Counts& sum, const Counts& counts) {
+  for (const Counter& counter : kCounters) {
+    std::int64_t& total = sum.*counter.member;
+    const std::int64_t count = counts.*counter.member;
+    total = counter.longest ? std::max(total, count) : total + count;
+  }
+}
 
 void AddFigures(Figures& sum, const Figures& figures) {
-  for (const auto count :
-       {&Figures::kills, &Figures::deaths, &Figures::suicides, &Figures::teamKills,
-        &Figures::worldDeaths, &Figures::seconds, &Figures::items}) {
-    sum.*count += figures.*count;
-  }
-  sum.score += figures.score;
-  sum.killStreak = std::max(sum.killStreak, figures.killStreak);
-  sum.deathStreak = std::max(sum.deathStreak, figures.deathStreak);
+  AddCounts(sum, figures);
   AddWeapons(sum.weapons, figures.weapons);
   AddItems(sum.itemCounts, figures.itemCounts);
 }
@@ -92,6 +116,14 @@ void SortPairs(std::vector<Pair>& pairs) {
   if (!pairs.empty()) pairs.resize(last + 1);
 }
 
+void RenumberPairs(std::vector<Pair>& pairs, const std::vector<std::uint32_t>& newIndex) {
+  for (Pair& pair : pairs) {
+    pair.killer = newIndex[pair.killer];
+    pair.victim = newIndex[pair.victim];
+  }
+  SortPairs(pairs);
+}
+
 void PairCounts::Add(const Pair& pair) {
   if (pair.killer < kTableSize && pair.victim < kTableSize) {
     if (table_.size() <= pair.killer) table_.resize(pair.killer + 1);
@@ -127,6 +159,18 @@ std::vector<Pair> PairCounts::Take() {
     sorted_ = 0;
   }
   return pairs;
+}
+
+void Renumber(std::vector<Game>& games, const Vocabulary& from, Vocabulary& to) {
+  const auto weaponNumbers = NewNumbers(from.weapons, to.weapons);
+  const auto itemNumbers = NewNumbers(from.items, to.items);
+  if (IsUnchanged(weaponNumbers) && IsUnchanged(itemNumbers)) return;
+  for (Game& game : games) {
+    for (Entrant& entrant : game.entrants) {
+      RenumberFigures(entrant.figures, weaponNumbers, itemNumbers);
+    }
+    for (KillEvent& event : game.events) event.weapon = weaponNumbers[event.weapon];
+  }
 }
 
 }  // namespace morvane

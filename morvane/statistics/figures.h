@@ -33,6 +33,32 @@ Entry& EntryOf(std::vector<Entry>& entries, Number Entry::*key, Number number) {
   return entry;
 }
 
+/// A counter and the names that it has in templates.
+struct Counter {
+  std::int64_t Counts::*member;
+  const char* name;               ///< of one who has figures
+  const char* summary = nullptr;  ///< of all together; nullptr: not told
+  const char* rate = nullptr;     ///< stem of RATE_per_game and the like; nullptr: not told
+  bool longest = false;           ///< of several the highest counts, not the sum
+};
+
+/// Every counter. The records of games hold them in this order.
+inline constexpr Counter kCounters[] = {
+    {&Counts::kills, "kills", "kills", "kills"},
+    {&Counts::deaths, "deaths", "deaths", "deaths"},
+    {&Counts::suicides, "suicides", "suicides", "suicides"},
+    {&Counts::teamKills, "team_kills", "team_kills"},
+    {&Counts::worldDeaths, "world_deaths", "world_deaths"},
+    {&Counts::score, "score", nullptr, "score"},
+    {&Counts::seconds, "seconds"},
+    {.member = &Counts::killStreak, .name = "kill_streak", .longest = true},
+    {.member = &Counts::deathStreak, .name = "death_streak", .longest = true},
+    {&Counts::items, "items_taken", "items", "items"},
+};
+
+/// Adds counts to others, one counter to the same one.
+void AddCounts(Counts& sum, const Counts& counts);
+
 /// Adds what one did in a game to what one did in all; rivals and favourites are left alone.
 void AddFigures(Figures& sum, const Figures& figures);
 
@@ -54,8 +80,15 @@ void SortItems(std::vector<ItemCount>& items);
 /// Puts weapons and items in their order.
 void SettleFigures(Figures& figures);
 
+/// Gives games, whose weapons and items have the numbers of `from`, the numbers of `to`. What that
+/// has not yet is added.
+void Renumber(std::vector<Game>& games, const Vocabulary& from, Vocabulary& to);
+
 /// Sorts pairs by killer, then victim, and makes those of the same two one.
 void SortPairs(std::vector<Pair>& pairs);
+
+/// Gives pairs the new indices of a list, by the old ones, and sorts them.
+void RenumberPairs(std::vector<Pair>& pairs, const std::vector<std::uint32_t>& newIndex);
 
 /// Counts the kills between many of a list.
 class PairCounts {

@@ -38,18 +38,23 @@ struct Rival {
   std::uint32_t count = 0;
 };
 
+/// What was counted of one, or of several together. kCounters (figures.h) has a row for each. Wide,
+/// for a few games of a hostile log are more than 32 bits hold.
+struct Counts {
+  std::int64_t kills = 0;   ///< frags: kills of opponents
+  std::int64_t deaths = 0;  ///< of every kind: by opponents, team mates, own hand, the world
+  std::int64_t suicides = 0;
+  std::int64_t teamKills = 0;
+  std::int64_t worldDeaths = 0;
+  std::int64_t score = 0;
+  std::int64_t seconds = 0;      ///< time played
+  std::int64_t killStreak = 0;   ///< longest row of frags without a death, within one game
+  std::int64_t deathStreak = 0;  ///< longest row of deaths without a frag, within one game
+  std::int64_t items = 0;        ///< items taken
+};
+
 /// What one did: an entrant in a game, a player on a map or over all games.
-struct Figures {
-  std::uint32_t kills = 0;   ///< frags: kills of opponents
-  std::uint32_t deaths = 0;  ///< of every kind: by opponents, team mates, own hand, the world
-  std::uint32_t suicides = 0;
-  std::uint32_t teamKills = 0;
-  std::uint32_t worldDeaths = 0;
-  std::int64_t score = 0;             ///< a few games of a hostile log are more than 32 bits hold
-  std::uint32_t seconds = 0;          ///< time played
-  std::uint32_t killStreak = 0;       ///< longest row of frags without a death, within one game
-  std::uint32_t deathStreak = 0;      ///< longest row of deaths without a frag, within one game
-  std::uint32_t items = 0;            ///< items taken
+struct Figures : Counts {
   Rival nemesis;                      ///< who killed this one most often
   Rival favouriteVictim;              ///< whom this one killed most often
   std::vector<WeaponUse> weapons;     ///< most kills first, then most deaths

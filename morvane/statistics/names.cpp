@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "text/characters.h"
 #include "text/text.h"
@@ -72,34 +73,59 @@ bool IsBlankText(std::string_view text) {
   return true;
 }
 
-/// Appends what a page may show of a text.
-void AppendVisible(std::string& target, std::string_view text) {
-  Reader reader(text);
-  while (!reader.AtEnd()) {
-    const std::string_view character = reader.Next();
-    const std::uint32_t code = CodePoint(character);
-    if (code == '\t' || code == '\n' || code == '\r') {
-      target += ' ';
-    } else if (!IsInvisible(code)) {
-      target += character;
-    }
-  }
-}
-
-/// The colour of the code that follows a "^", which is any character but "^".
-int ColourOf(std::string_view character) {
+/// The color of the code that follows a "^", which is any character but "^".
+int ColorOf(std::string_view character) {
   const std::uint32_t code = CodePoint(character);
   return static_cast<int>(code >= '0' && code <= '9' ? code - '0' : code % 8);
 }
 
 bool StartsCode(const Reader& reader) { return !reader.AtEnd() && reader.Rest().front() != '^'; }
 
-/// The runs as they are shown: visible characters only, no blanks at either end of the whole.
+/// Takes a name apart at its color codes. No run is empty; characters stay as they are.
+std::vector<NameRun> SplitColors(std::string_view name) {
+  const std::string decoded = text::DecodeText(name);
+  std::vector<NameRun> runs;
+  int color = -1;
+  Reader reader(decoded);
+  while (!reader.AtEnd()) {
+    const std::string_view character = reader.Next();
+    if (character == "^" && StartsCode(reader)) {
+      color = ColorOf(reader.Next());
+      continue;
+    }
+    if (runs.empty() || runs.back().color != color) runs.push_back({color, {}});
+    runs.back().text += character;
+  }
+  return runs;
+}
+
+std::string Join(const std::vector<NameRun>& runs) {
+  std::string text;
+  for (const NameRun& run : runs) text += run.text;
+  return text;
+}
+
+}  // namespace
+
+std::string VisibleText(std::string_view text) {
+  std::string visible;
+  Reader reader(text);
+  while (!reader.AtEnd()) {
+    const std::string_view character = reader.Next();
+    const std::uint32_t code = CodePoint(character);
+    if (code == '\t' || code == '\n' || code == '\r') {
+      visible += ' ';
+    } else if (!IsInvisible(code)) {
+      visible += character;
+    }
+  }
+  return visible;
+}
+
 std::vector<NameRun> VisibleRuns(std::string_view name) {
   std::vector<NameRun> runs;
-  for (const NameRun& run : SplitColours(name)) {
-    NameRun visible{run.colour, {}};
-    AppendVisible(visible.text, run.text);
+  for (const NameRun& run : SplitColors(name)) {
+    NameRun visible{run.color, VisibleText(run.text)};
     if (runs.empty()) visible.text.erase(0, visible.text.find_first_not_of(' '));
     if (!visible.text.empty()) runs.push_back(std::move(visible));
   }
@@ -109,70 +135,11 @@ std::vector<NameRun> VisibleRuns(std::string_view name) {
     if (!last.empty()) break;
     runs.pop_back();
   }
+  if (IsBlankText(Join(runs))) runs = {{-1, std::string(kNoName)}};
   return runs;
 }
 
-const NameGround& GroundOf(const std::vector<NameRun>& runs, const NameStyles& styles) {
-  std::bitset<10> used;
-  for (const NameRun& run : runs) {
-    if (run.colour >= 0) used.set(static_cast<std::size_t>(run.colour));
-  }
-  const bool suitsPage = (used & ~styles.page.own).none();
-  if (suitsPage || styles.chips.empty()) return styles.page;
-  return *std::max_element(styles.chips.begin(), styles.chips.end(),
-                           [&](const NameGround& one, const NameGround& other) {
-                             return (used & one.own).count() < (used & other.own).count();
-                           });
-}
-
-std::string Join(const std::vector<NameRun>& runs) {
-  std::string text;
-  for (const NameRun& run : runs) text += run.text;
-  return text;
-}
-
-/// FNV-1a, 64 bits: the same number for the same bytes on every machine.
-std::uint64_t Digest(std::string_view bytes) {
-  std::uint64_t hash = 0xCBF29CE484222325U;
-  for (const char c : bytes) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
-  return hash;
-}
-
-std::string HexText(std::uint64_t number) {
-  std::string text(16, '0');
-  for (auto digit = text.rbegin(); digit != text.rend(); ++digit, number >>= 4) {
-    *digit = "0123456789abcdef"[number & 0xF];
-  }
-  return text;
-}
-
-bool IsFileCharacter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
-}
-
-}  // namespace
-
-std::vector<NameRun> SplitColours(std::string_view name) {
-  const std::string decoded = text::DecodeText(name);
-  std::vector<NameRun> runs;
-  int colour = -1;
-  Reader reader(decoded);
-  while (!reader.AtEnd()) {
-    const std::string_view character = reader.Next();
-    if (character == "^" && StartsCode(reader)) {
-      colour = ColourOf(reader.Next());
-      continue;
-    }
-    if (runs.empty() || runs.back().colour != colour) runs.push_back({colour, {}});
-    runs.back().text += character;
-  }
-  return runs;
-}
-
-std::string NameText(std::string_view name) {
-  std::string text = Join(VisibleRuns(name));
-  return IsBlankText(text) ? std::string(kNoName) : text;
-}
+std::string NameText(std::string_view name) { return Join(VisibleRuns(name)); }
 
 std::string PlayerKey(std::string_view name) { return LowerCase(NameText(name)); }
 
@@ -186,65 +153,6 @@ std::string LowerCase(std::string_view text) {
     if (isCapital) lower[i] = static_cast<char>(byte + 0x20);
   }
   return lower;
-}
-
-std::string NameHtml(std::string_view name, const NameStyles& styles) {
-  const std::vector<NameRun> runs = VisibleRuns(name);
-  if (IsBlankText(Join(runs))) return "<bdi>" + EscapeHtml(kNoName) + "</bdi>";
-  const NameGround& ground = GroundOf(runs, styles);
-  std::string html = ground.style.empty() ? "<bdi>" : "<bdi style=\"" + ground.style + "\">";
-  for (const NameRun& run : runs) {
-    if (run.colour < 0) {
-      html += EscapeHtml(run.text);
-      continue;
-    }
-    const std::string& style = ground.colours[static_cast<std::size_t>(run.colour)];
-    html += "<span style=\"" + EscapeHtml(style) + "\">" + EscapeHtml(run.text) + "</span>";
-  }
-  return html + "</bdi>";
-}
-
-std::string EscapeHtml(std::string_view text) {
-  std::string html;
-  html.reserve(text.size() + text.size() / 8);
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        html += "&amp;";
-        break;
-      case '<':
-        html += "&lt;";
-        break;
-      case '>':
-        html += "&gt;";
-        break;
-      case '"':
-        html += "&quot;";
-        break;
-      case '\'':
-        html += "&#39;";
-        break;
-      default:
-        html += c;
-    }
-  }
-  return html;
-}
-
-std::string PageText(std::string_view bytes) {
-  std::string text;
-  AppendVisible(text, text::DecodeText(bytes));
-  return text;
-}
-
-std::string FileNamePart(std::string_view name) {
-  constexpr std::size_t kMostPlain = 40;
-  const std::string folded = LowerCase(name);
-  std::string part = folded.substr(0, kMostPlain);
-  std::replace_if(
-      part.begin(), part.end(), [](char c) { return !IsFileCharacter(c); }, '_');
-  // A part without "-" is the name itself; every other one carries the number after its "-".
-  return part == folded && !part.empty() ? part : part + "-" + HexText(Digest(folded));
 }
 
 }  // namespace morvane

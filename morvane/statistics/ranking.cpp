@@ -8,6 +8,7 @@
 #include <system_error>
 #include <utility>
 
+#include "config/file_names.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "text/text.h"
@@ -30,7 +31,7 @@ std::vector<fs::path> RulePlaces(const RankingSettings& settings) {
   std::vector<fs::path> places;
   for (const fs::path folder : settings.folders) places.push_back(folder / name);
   const bool tryExtension = !name.has_extension() && !places.empty();
-  if (tryExtension) places.push_back(places.front().string() + ".htmlt");
+  if (tryExtension) places.push_back(places.front().string() + "." + config::kTemplateExtension);
   return places;
 }
 

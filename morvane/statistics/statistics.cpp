@@ -1,8 +1,6 @@
 #include "morvane/statistics/statistics.h"
 
 #include <algorithm>
-#include <atomic>
-#include <numeric>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
@@ -11,6 +9,7 @@
 #include "morvane/statistics/names.h"
 #include "morvane/statistics/player_names.h"
 #include "morvane/statistics/ranking.h"
+#include "morvane/statistics/sorting.h"
 #include "platform/threads.h"
 #include "text/text.h"
 
@@ -91,10 +90,7 @@ void TakeOut(Game& game, const std::vector<std::uint32_t>& newIndex) {
   std::erase_if(game.pairs, [&](const Pair& pair) {
     return newIndex[pair.killer] == kNobody || newIndex[pair.victim] == kNobody;
   });
-  for (Pair& pair : game.pairs) {
-    pair.killer = newIndex[pair.killer];
-    pair.victim = newIndex[pair.victim];
-  }
+  RenumberPairs(game.pairs, newIndex);
   for (LeadChange& change : game.lead) {
     if (game.teams || change.leader == kNobody) continue;
     const std::uint32_t leader = newIndex[change.leader];
@@ -105,8 +101,8 @@ void TakeOut(Game& game, const std::vector<std::uint32_t>& newIndex) {
   game.kills = game.frags = 0;
   for (Entrant& entrant : game.entrants) {
     entrant.figures.nemesis = entrant.figures.favouriteVictim = {};
-    game.kills += entrant.figures.deaths;
-    game.frags += entrant.figures.kills;
+    game.kills += static_cast<std::uint32_t>(entrant.figures.deaths);
+    game.frags += static_cast<std::uint32_t>(entrant.figures.kills);
   }
   SettleRivals(game.pairs, [&](std::uint32_t i) -> Figures& { return game.entrants[i].figures; });
 }
@@ -155,23 +151,16 @@ void AddTime(Seen& seen, const Game& game) {
   seen.lastDated = game.dated;
 }
 
-void AddTimed(TimedFigures& timed, const Figures& figures, bool isFirst) {
-  timed.games += isFirst ? 1 : 0;
-  timed.seconds += figures.seconds;
-  timed.kills += figures.kills;
-  timed.deaths += figures.deaths;
-  timed.suicides += figures.suicides;
-  timed.score += figures.score;
-  timed.items += figures.items;
-}
-
 /// One entrant more of a game to a player's figures; of several with the player's name one alone
 /// stands for the game, the place and the win.
 void AddEntrant(Player& player, const Game& game, const Entrant& entrant, int lastPlaced) {
   player.bot = entrant.bot && (player.bot || player.games == 0);
   if (!entrant.joined) player.name = entrant.name;
   AddFigures(player.figures, entrant.figures);
-  if (game.timed) AddTimed(player.timed, entrant.figures, entrant.standsForPlayer);
+  if (game.timed) {
+    AddCounts(player.timed, entrant.figures);
+    player.timed.games += entrant.standsForPlayer ? 1 : 0;
+  }
   AddTime(player.seen, game);
   if (!entrant.standsForPlayer) return;
   ++player.games;
@@ -179,23 +168,6 @@ void AddEntrant(Player& player, const Game& game, const Entrant& entrant, int la
   player.placed += static_cast<int>(entrant.place) <= lastPlaced ? 1 : 0;
   if (player.placings.size() < entrant.place) player.placings.resize(entrant.place);
   ++player.placings[entrant.place - 1];
-}
-
-/// What all players did, together.
-void AddPlayers(Summary& summary, const std::vector<Player>& players) {
-  for (const Player& player : players) {
-    const Figures& figures = player.figures;
-    summary.kills += figures.kills;
-    summary.deaths += figures.deaths;
-    summary.suicides += figures.suicides;
-    summary.teamKills += figures.teamKills;
-    summary.worldDeaths += figures.worldDeaths;
-    summary.items += figures.items;
-    AddWeapons(summary.weapons, figures.weapons);
-    AddItems(summary.itemCounts, figures.itemCounts);
-  }
-  SortWeapons(summary.weapons);
-  SortItems(summary.itemCounts);
 }
 
 /// Adds up games of one kind into a list of players and the kills among them.
@@ -227,12 +199,13 @@ class Totals {
   /// ranks and order.
   void Finish(Summary& summary, std::vector<Player>& players, std::vector<Pair>& pairs) {
     pairs = pairs_.Take();
-    AddPlayers(summary_, players_);
     for (Player& player : players_) {
+      AddFigures(summary_.figures, player.figures);
       SettleFigures(player.figures);
       player.plain = NameText(player.name);
       player.rating = static_cast<double>(player.figures.score);
     }
+    SettleFigures(summary_.figures);
     SettleRivals(pairs, [this](std::uint32_t i) -> Figures& { return players_[i].figures; });
     summary = std::move(summary_);
     players = std::move(players_);
@@ -272,32 +245,16 @@ void MoveRival(Rival& rival, const std::vector<std::uint32_t>& newIndex) {
 
 /// Sorts players by rank and sets it; the result is the new index of each.
 std::vector<std::uint32_t> RankPlayers(std::vector<Player>& players, std::vector<Pair>& pairs) {
-  std::vector<std::uint32_t> order(players.size());
-  std::iota(order.begin(), order.end(), 0U);
-  std::sort(order.begin(), order.end(), [&](std::uint32_t left, std::uint32_t right) {
-    return IsAhead(players[left], players[right]);
-  });
-  std::vector<std::uint32_t> newIndex(players.size());
-  std::vector<Player> sorted;
-  sorted.reserve(players.size());
-  for (const std::uint32_t old : order) {
-    newIndex[old] = static_cast<std::uint32_t>(sorted.size());
-    sorted.push_back(std::move(players[old]));
-  }
-  for (std::size_t i = 0; i < sorted.size(); ++i) {
-    Player& player = sorted[i];
+  std::vector<std::uint32_t> newIndex = SortAndNumber(players, IsAhead);
+  for (std::size_t i = 0; i < players.size(); ++i) {
+    Player& player = players[i];
     MoveRival(player.figures.nemesis, newIndex);
     MoveRival(player.figures.favouriteVictim, newIndex);
     if (!player.ranked) continue;
-    const bool shared = i > 0 && sorted[i - 1].rating == player.rating;
-    player.rank = shared ? sorted[i - 1].rank : static_cast<std::uint32_t>(i + 1);
+    const bool shared = i > 0 && players[i - 1].rating == player.rating;
+    player.rank = shared ? players[i - 1].rank : static_cast<std::uint32_t>(i + 1);
   }
-  players = std::move(sorted);
-  for (Pair& pair : pairs) {
-    pair.killer = newIndex[pair.killer];
-    pair.victim = newIndex[pair.victim];
-  }
-  SortPairs(pairs);
+  RenumberPairs(pairs, newIndex);
   return newIndex;
 }
 
@@ -396,11 +353,8 @@ Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabul
   const auto newNumbers = LeaveOut(statistics.games, numbers.LeftOut());
   const std::vector<std::string> given = Kept(numbers.Given(), newNumbers);
   // Maps and totals need the same games and nothing of each other.
-  std::atomic<int> next = 0;
-  platform::RunOnThreads(2, [&] {
-    for (int task = next++; task < 2; task = next++) {
-      task == 0 ? AddTotals(given, statistics) : AddMaps(given, statistics);
-    }
+  platform::ForEachOnThreads(2, 2, [&](std::size_t task) {
+    task == 0 ? AddTotals(given, statistics) : AddMaps(given, statistics);
   });
   if (ranking != nullptr) {
     ranks = Kept(std::move(ranks), newNumbers);

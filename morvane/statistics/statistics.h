@@ -15,14 +15,8 @@ class Ranking;
 
 /// What was counted in games of known length, so that rates by time are of what was timed. Of games
 /// without stamps nobody knows how long they were.
-struct TimedFigures {
+struct TimedFigures : Counts {
   std::uint32_t games = 0;
-  std::uint32_t seconds = 0;  ///< played
-  std::uint32_t kills = 0;
-  std::uint32_t deaths = 0;
-  std::uint32_t suicides = 0;
-  std::int64_t score = 0;
-  std::uint32_t items = 0;
 };
 
 /// The time between the first and the last game of some.
@@ -35,7 +29,7 @@ struct Seen {
 
 /// A player over all counted games, or over those on one map.
 struct Player {
-  std::string name;   ///< bytes of the log, colour codes included, as last used; see names.h
+  std::string name;   ///< bytes of the log, color codes included, as last used; see names.h
   std::string plain;  ///< NameText of it
   bool bot = false;   ///< in every game
   Figures figures;    ///< rivals are indices into the same list of players as this one
@@ -56,15 +50,8 @@ struct Summary {
   std::uint32_t games = 0;
   std::uint32_t timedGames = 0;  ///< those of known length
   std::int64_t seconds = 0;      ///< length of these
-  std::int64_t kills = 0;        ///< frags of all players
-  std::int64_t deaths = 0;
-  std::int64_t suicides = 0;
-  std::int64_t teamKills = 0;
-  std::int64_t worldDeaths = 0;
-  std::int64_t items = 0;
+  Figures figures;               ///< of all players, without rivals
   Seen seen;
-  std::vector<WeaponUse> weapons;  ///< over all players; most kills first, then most deaths
-  std::vector<ItemCount> itemCounts;
 };
 
 /// A map: `players` and `pairs` count on this map alone.

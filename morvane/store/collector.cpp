@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "morvane/statistics/figures.h"
 #include "morvane/store/recurrence.h"
 
 namespace morvane {

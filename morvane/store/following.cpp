@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "morvane/statistics/figures.h"
 #include "morvane/store/collector.h"
 #include "morvane/store/continuation.h"
 #include "morvane/store/digest.h"

@@ -4,6 +4,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "morvane/statistics/figures.h"
+
 namespace morvane {
 namespace {
 
@@ -27,8 +29,10 @@ class Writer {
     Number(text.size());
     bytes_ += text;
   }
+  /// A number that is never negative.
+  void Count(std::int64_t count) { Number(static_cast<std::uint64_t>(count)); }
   template <class Entry>
-  std::size_t Count(const std::vector<Entry>& list) {
+  std::size_t Size(const std::vector<Entry>& list) {
     Number(list.size());
     return list.size();
   }
@@ -57,8 +61,9 @@ class Reader {
     text = bytes_.substr(0, size);
     bytes_.remove_prefix(size);
   }
+  void Count(std::int64_t& count) { count = static_cast<std::uint32_t>(Number()); }
   template <class Entry>
-  std::size_t Count(std::vector<Entry>& list) {
+  std::size_t Size(std::vector<Entry>& list) {
     const std::uint64_t count = Number();
     if (count > bytes_.size()) return Fail(), 0;  // every entry takes a byte or more
     list.resize(count);
@@ -101,15 +106,20 @@ void WalkRival(Stream& stream, Rival& rival) {
 
 template <class Stream, class Figures>
 void WalkFigures(Stream& stream, Figures& f, int version) {
-  Each(stream, f.kills, f.deaths, f.suicides, f.teamKills, f.worldDeaths, f.score, f.seconds,
-       f.killStreak, f.deathStreak, f.items);
+  for (const Counter& counter : kCounters) {
+    if (counter.member == &Counts::score) {
+      stream.Value(f.score);
+    } else {
+      stream.Count(f.*counter.member);
+    }
+  }
   std::uint16_t favouriteWeapon = 0;  // told by the weapons themselves
   if (version < 3) Each(stream, favouriteWeapon);
   WalkRival(stream, f.nemesis);
   WalkRival(stream, f.favouriteVictim);
-  stream.Count(f.weapons);
+  stream.Size(f.weapons);
   for (auto& use : f.weapons) Each(stream, use.weapon, use.kills, use.deaths);
-  stream.Count(f.itemCounts);
+  stream.Size(f.itemCounts);
   for (auto& item : f.itemCounts) Each(stream, item.item, item.count);
 }
 
@@ -118,17 +128,17 @@ void WalkGame(Stream& stream, Game& game, int version) {
   Each(stream, game.map, game.type, game.start, game.length, game.timed, game.warmup, game.complete,
        game.exitReason, game.hasTeamScores, game.redScore, game.blueScore, game.kills, game.frags);
   if (version >= 3) Each(stream, game.dated, game.teams, game.winningTeam);
-  stream.Count(game.entrants);
+  stream.Size(game.entrants);
   for (auto& entrant : game.entrants) {
     Each(stream, entrant.name, entrant.team, entrant.place, entrant.stayed, entrant.winner);
     if (version >= 3) Each(stream, entrant.bot);
     WalkFigures(stream, entrant.figures, version);
   }
-  stream.Count(game.pairs);
+  stream.Size(game.pairs);
   for (auto& pair : game.pairs) Each(stream, pair.killer, pair.victim, pair.kills, pair.teamKills);
-  stream.Count(game.lead);
+  stream.Size(game.lead);
   for (auto& change : game.lead) Each(stream, change.second, change.leader, change.score);
-  stream.Count(game.events);
+  stream.Size(game.events);
   for (auto& event : game.events) {
     Each(stream, event.killer, event.victim, event.weapon, event.teamKill);
   }

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <atomic>
 #include <iterator>
-#include <thread>
 #include <unordered_set>
 #include <utility>
 
+#include "morvane/log/game_times.h"
+#include "morvane/log/stretches.h"
+#include "morvane/statistics/figures.h"
 #include "morvane/store/continuation.h"
 #include "platform/threads.h"
 
@@ -30,12 +32,8 @@ std::vector<GameMark> MarkGames(const ParsedLog& parsed, std::string_view text) 
 
 /// Unpacks the packed ones among logs, on all cores.
 void UnpackAll(std::vector<OpenLog>& logs) {
-  std::atomic<std::size_t> next = 0;
-  const std::size_t cores = std::thread::hardware_concurrency();
-  platform::RunOnThreads(std::min(cores, logs.size()), [&] {
-    for (std::size_t i = next++; i < logs.size(); i = next++) {
-      if (logs[i].problem.empty()) logs[i].text.Unpack(logs[i].problem);
-    }
+  platform::ForEachOnThreads(logs.size(), 0, [&](std::size_t i) {
+    if (logs[i].problem.empty()) logs[i].text.Unpack(logs[i].problem);
   });
 }
 

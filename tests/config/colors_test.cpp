@@ -4,6 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "config/rgb.h"
+
 namespace config {
 namespace {
 
@@ -50,6 +52,21 @@ TEST(Colors, NamesAndTextsBecomeValues) {
 TEST(Colors, EveryValueSurvivesTheFile) {
   for (int value = 0; value <= 0xFFFFFF; value += 251) {
     ASSERT_EQ(ColorValue(HtmlToColor(ColorToHtml(std::to_string(value)))), value);
+  }
+}
+
+TEST(Rgb, KeepsReadableColorsAndMendsOthers) {
+  const Rgb black{0, 0, 0};
+  const Rgb blue{0, 0, 255};
+  EXPECT_EQ(Readable({255, 0, 0}, black), (Rgb{255, 0, 0}));
+  const Rgb shade = Readable(blue, black);
+  EXPECT_GE(Contrast(shade, black), 4.5);
+  EXPECT_EQ(shade.blue, 255);
+  EXPECT_GE(Contrast(Readable({250, 250, 250}, {255, 255, 255}), {255, 255, 255}), 4.5);
+  EXPECT_NEAR(Contrast({255, 255, 255}, black), 21, 0.01);
+  EXPECT_EQ(ColorText(ParseColor("#0aF").value_or(black)), "#00AAFF");
+  for (const char* text : {"", "#12345", "red", "bad\"", "#12345g", "-12345"}) {
+    EXPECT_FALSE(ParseColor(text)) << text;
   }
 }
 

@@ -38,6 +38,7 @@
 #include <vector>
 
 #include "morvane/log/log_parser.h"
+#include "morvane/statistics/figures.h"
 #include "morvane/store/collect.h"
 #include "morvane/store/game_record.h"
 #include "tests/morvane/test_support.h"

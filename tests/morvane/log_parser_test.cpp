@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "bench/log_generator.h"
+#include "morvane/log/game_times.h"
+#include "morvane/log/stretches.h"
 #include "morvane/store/game_record.h"
 #include "tests/morvane/test_support.h"
 

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <set>
 
+#include "morvane/site/page_names.h"
+#include "morvane/site/page_text.h"
 #include "tests/morvane/site_fixture.h"
 
 namespace morvane {
@@ -17,9 +19,9 @@ NameStyles Styles() {
   styles.chips[0].own.set(4).set(5);
   styles.chips[1].own.set(4).set(6);
   for (std::size_t i = 0; i < 10; ++i) {
-    styles.page.colours[i] = "s" + std::to_string(i);
-    styles.chips[0].colours[i] = "a" + std::to_string(i);
-    styles.chips[1].colours[i] = "b" + std::to_string(i);
+    styles.page.colors[i] = "s" + std::to_string(i);
+    styles.chips[0].colors[i] = "a" + std::to_string(i);
+    styles.chips[1].colors[i] = "b" + std::to_string(i);
   }
   return styles;
 }
@@ -61,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "b\xEF\xBF\xBF",
                  "ab", "<bdi>ab</bdi>"}));
 
-TEST(PlayerKeys, TellPlayersApartWithoutCaseAndColour) {
+TEST(PlayerKeys, TellPlayersApartWithoutCaseAndColor) {
   EXPECT_EQ(PlayerKey("^1RED^7baron "), PlayerKey("RedBaron"));
   EXPECT_EQ(PlayerKey("\xC9"
                       "a\xD7"),

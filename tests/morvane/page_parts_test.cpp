@@ -1,11 +1,11 @@
-// The small parts that pages are made with: texts of numbers and times, colours, highlights, files.
+// The small parts that pages are made with: texts of numbers and times, colors, highlights, files.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "config/rgb.h"
 #include "morvane/site/format.h"
 #include "morvane/site/kill_table.h"
 #include "morvane/site/page_folder.h"
-#include "morvane/site/palette.h"
 #include "tests/morvane/test_support.h"
 
 namespace morvane::test {
@@ -36,24 +36,9 @@ TEST(Format, FallsBackToIsoTimes) {
   EXPECT_EQ(TimeFormat("%Y").Text(0), "");
 }
 
-TEST(Palette, KeepsReadableColoursAndMendsOthers) {
-  const Rgb black{0, 0, 0};
-  const Rgb blue{0, 0, 255};
-  EXPECT_EQ(Readable({255, 0, 0}, black), (Rgb{255, 0, 0}));
-  const Rgb shade = Readable(blue, black);
-  EXPECT_GE(Contrast(shade, black), 4.5);
-  EXPECT_EQ(shade.blue, 255);
-  EXPECT_GE(Contrast(Readable({250, 250, 250}, {255, 255, 255}), {255, 255, 255}), 4.5);
-  EXPECT_NEAR(Contrast({255, 255, 255}, black), 21, 0.01);
-  EXPECT_EQ(ColourText(ParseColour("#0aF").value_or(black)), "#00AAFF");
-  for (const char* text : {"", "#12345", "red", "#12345g", "-12345"}) {
-    EXPECT_FALSE(ParseColour(text)) << text;
-  }
-}
-
-/// The colour that a cell of `cells` gets; empty for none.
-std::string ColourOf(const SiteSettings& settings, const std::vector<std::uint32_t>& cells,
-                     std::uint32_t cell) {
+/// The color that a cell of `cells` gets; empty for none.
+std::string ColorOf(const SiteSettings& settings, const std::vector<std::uint32_t>& cells,
+                    std::uint32_t cell) {
   const std::string style = Hilites(settings, cells).Style(cell);
   return style.substr(0, std::min(style.find(';'), style.size()));
 }
@@ -61,15 +46,15 @@ std::string ColourOf(const SiteSettings& settings, const std::vector<std::uint32
 TEST(Hilites, AreTheHighestLevelThatACellReaches) {
   SiteSettings settings;
   settings.hiliteMinimum = 4;
-  settings.hiliteLevels = {{50, "#000050"}, {100, "#000100"}, {90, "#000090"}, {75, "bad\""}};
+  settings.hiliteLevels = {{50, {0, 0, 0x50}}, {100, {0, 1, 0}}, {90, {0, 0, 0x90}}};
   const std::vector<std::uint32_t> cells = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
-  EXPECT_EQ(ColourOf(settings, cells, 9), "background:#000100");
-  EXPECT_EQ(ColourOf(settings, cells, 8), "background:#000090");
-  EXPECT_EQ(ColourOf(settings, cells, 7), "background:#000050");
-  EXPECT_EQ(ColourOf(settings, cells, 4), "background:#000050");
-  EXPECT_EQ(ColourOf(settings, cells, 3), "");
+  EXPECT_EQ(ColorOf(settings, cells, 9), "background:#000100");
+  EXPECT_EQ(ColorOf(settings, cells, 8), "background:#000090");
+  EXPECT_EQ(ColorOf(settings, cells, 7), "background:#000050");
+  EXPECT_EQ(ColorOf(settings, cells, 4), "background:#000050");
+  EXPECT_EQ(ColorOf(settings, cells, 3), "");
   settings.hiliteMinimum = 0;
-  EXPECT_EQ(ColourOf(settings, {0, 0, 0}, 0), "") << "nobody killed anybody";
+  EXPECT_EQ(ColorOf(settings, {0, 0, 0}, 0), "") << "nobody killed anybody";
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "morvane/site/palette.h"
+#include "config/rgb.h"
 #include "morvane/statistics/names.h"
 #include "tests/morvane/site_fixture.h"
 
@@ -622,7 +622,7 @@ TEST(Site, LongListsHaveSeveralPages) {
   EXPECT_EQ(RowsOf(site.Page("gamelist-1.html"), number), descending(200, 1));
 }
 
-/// The colours that names are drawn in and on, over every page.
+/// The colors that names are drawn in and on, over every page.
 TEST(Site, NamesCanBeReadOnEverySurface) {
   const std::regex surface("--(?:background|panel|stripe): (#[0-9A-F]{6});");
   const std::regex name(
@@ -639,9 +639,9 @@ TEST(Site, NamesCanBeReadOnEverySurface) {
         {"^1a^2b^3c^4d^5e^6f^7g^8h^9i^0j", "^1Red", "^4Blue", "^7White", "x^3y", "^1a^4b"}));
     ASSERT_EQ(site.Run(), 0);
     const std::string style = site.Page("style.css");
-    std::vector<Rgb> surfaces;
+    std::vector<config::Rgb> surfaces;
     for (std::sregex_iterator at(style.begin(), style.end(), surface), end; at != end; ++at) {
-      surfaces.push_back(ParseColour((*at)[1].str()).value());
+      surfaces.push_back(config::ParseColor((*at)[1].str()).value());
     }
     ASSERT_GE(surfaces.size(), 3U);
     const std::string page = site.Page("playerrank.html");
@@ -649,8 +649,8 @@ TEST(Site, NamesCanBeReadOnEverySurface) {
     for (std::sregex_iterator at(page.begin(), page.end(), name), end; at != end; ++at) {
       const std::string inner = (*at)[3];
       const bool isOnChip = (*at)[1].matched;
-      const std::vector<Rgb> behind =
-          isOnChip ? std::vector{ParseColour((*at)[1].str()).value()} : surfaces;
+      const std::vector<config::Rgb> behind =
+          isOnChip ? std::vector{config::ParseColor((*at)[1].str()).value()} : surfaces;
       EXPECT_EQ(Count(inner, "background"), 0U) << "a chip behind a part: " << inner;
       std::vector<std::string> inks;
       if (isOnChip) inks.push_back((*at)[2]);
@@ -659,8 +659,9 @@ TEST(Site, NamesCanBeReadOnEverySurface) {
       }
       pieces += inks.size();
       for (const std::string& ink : inks) {
-        for (const Rgb& one : behind) {
-          EXPECT_GE(Contrast(ParseColour(ink).value(), one), 4.5) << inner << " on " << background;
+        for (const config::Rgb& one : behind) {
+          EXPECT_GE(Contrast(config::ParseColor(ink).value(), one), 4.5)
+              << inner << " on " << background;
         }
       }
     }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "morvane/log/game_times.h"
 #include "morvane/messages.h"
 #include "morvane/statistics/figures.h"
 #include "morvane/statistics/names.h"
@@ -280,8 +281,8 @@ TEST(MakeStatistics, IndicesPointAtWhomTheyMean) {
   EXPECT_EQ(nameOf(bob.figures.favouriteVictim), "Cid");
   EXPECT_EQ(FindPair(statistics.pairs, 0, 1)->kills, 7U);
   EXPECT_EQ(statistics.players[statistics.games[0].entrants[0].player].name, "Bob");
-  EXPECT_EQ(statistics.summary.kills, 8U);
-  EXPECT_EQ(statistics.vocabulary.weapons[statistics.summary.weapons[0].weapon], "RAILGUN");
+  EXPECT_EQ(statistics.summary.figures.kills, 8U);
+  EXPECT_EQ(statistics.vocabulary.weapons[statistics.summary.figures.weapons[0].weapon], "RAILGUN");
 }
 
 /// Holds what is said of players.txt.
@@ -422,7 +423,7 @@ TEST_F(PlayerNamesTest, WhoIsLeftOutStandsNowhereAndChangesNothingForOthers) {
             "1Ann - 3Bob Ann1 10? 40- 50Ann 3/3 pairs 1\n"
             "2Bob - 60? 0/1 pairs 0\n"
             "1Bob - 2Cid Bob2 60Bob 2/2 pairs 1\n");
-  EXPECT_EQ(statistics.summary.kills, 5U);
+  EXPECT_EQ(statistics.summary.figures.kills, 5U);
   EXPECT_EQ(statistics.pairs.size(), 2U);
   EXPECT_EQ(statistics.maps[0].players.size(), 3U);
 }

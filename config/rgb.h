@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-namespace morvane {
+namespace config {
 
-/// A colour of a page, each part 0 to 255.
+/// A color, each part 0 to 255.
 struct Rgb {
   std::uint8_t red = 0;
   std::uint8_t green = 0;
@@ -16,12 +16,15 @@ struct Rgb {
 };
 
 /// Reads "#RRGGBB", "RRGGBB" or the short "#RGB"; nothing for any other text.
-std::optional<Rgb> ParseColour(std::string_view text);
+std::optional<Rgb> ParseColor(std::string_view text);
+
+/// The color of a color value, 0x00BBGGRR.
+Rgb RgbOf(int value);
 
 /// "#RRGGBB".
-std::string ColourText(Rgb colour);
+std::string ColorText(Rgb color);
 
-/// The colour that lies `share` (0 to 1) of the way from one to the other.
+/// The color that lies `share` (0 to 1) of the way from one to the other.
 Rgb Mix(Rgb from, Rgb to, double share);
 
 /// How well one is told from the other, 1 to 21, as the web's accessibility guidelines reckon it:
@@ -38,11 +41,11 @@ struct Shades {
 };
 Shades ShadesOf(Rgb background, Rgb text);
 
-/// Black or white, whichever reads better on the colour.
+/// Black or white, whichever reads better on the color.
 Rgb InkOn(Rgb background);
 
-/// The colour itself where it can be read on the background, else the nearest lighter or darker
+/// The color itself where it can be read on the background, else the nearest lighter or darker
 /// shade of it that can.
-Rgb Readable(Rgb colour, Rgb background);
+Rgb Readable(Rgb color, Rgb background);
 
-}  // namespace morvane
+}  // namespace config

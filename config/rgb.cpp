@@ -1,10 +1,10 @@
-#include "morvane/site/palette.h"
+#include "config/rgb.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 
-namespace morvane {
+namespace config {
 namespace {
 
 constexpr Rgb kBlack{0, 0, 0};
@@ -15,13 +15,13 @@ double Linear(std::uint8_t part) {
   return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
 }
 
-double Luminance(Rgb colour) {
-  return 0.2126 * Linear(colour.red) + 0.7152 * Linear(colour.green) + 0.0722 * Linear(colour.blue);
+double Luminance(Rgb color) {
+  return 0.2126 * Linear(color.red) + 0.7152 * Linear(color.green) + 0.0722 * Linear(color.blue);
 }
 
 }  // namespace
 
-std::optional<Rgb> ParseColour(std::string_view text) {
+std::optional<Rgb> ParseColor(std::string_view text) {
   if (text.starts_with('#')) text.remove_prefix(1);
   std::string digits(text);
   if (text.size() == 3) digits = {text[0], text[0], text[1], text[1], text[2], text[2]};
@@ -33,9 +33,15 @@ std::optional<Rgb> ParseColour(std::string_view text) {
              static_cast<std::uint8_t>(value)};
 }
 
-std::string ColourText(Rgb colour) {
+Rgb RgbOf(int value) {
+  const auto bits = static_cast<std::uint32_t>(value);
+  return {static_cast<std::uint8_t>(bits), static_cast<std::uint8_t>(bits >> 8),
+          static_cast<std::uint8_t>(bits >> 16)};
+}
+
+std::string ColorText(Rgb color) {
   std::string text = "#";
-  for (const unsigned part : {colour.red, colour.green, colour.blue}) {
+  for (const unsigned part : {color.red, color.green, color.blue}) {
     text += "0123456789ABCDEF"[part >> 4];
     text += "0123456789ABCDEF"[part & 0xF];
   }
@@ -62,14 +68,14 @@ Rgb InkOn(Rgb background) {
   return Contrast(kWhite, background) >= Contrast(kBlack, background) ? kWhite : kBlack;
 }
 
-Rgb Readable(Rgb colour, Rgb background) {
+Rgb Readable(Rgb color, Rgb background) {
   constexpr int kSteps = 20;
   const Rgb ink = InkOn(background);
   for (int step = 0; step <= kSteps; ++step) {
-    const Rgb shade = Mix(colour, ink, static_cast<double>(step) / kSteps);
+    const Rgb shade = Mix(color, ink, static_cast<double>(step) / kSteps);
     if (Contrast(shade, background) >= kReadableContrast) return shade;
   }
   return ink;
 }
 
-}  // namespace morvane
+}  // namespace config
