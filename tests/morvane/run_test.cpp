@@ -150,7 +150,7 @@ TEST_F(RunTest, SaysWhichLimitDroppedHowMany) {
 TEST_F(RunTest, MessagesGoWhereTheSettingsSay) {
   WriteFile(At("games.log"), Duel("Ann", "Bob", 1));
   for (int options = 0; options <= 15; ++options) {
-    Configure({"games.log", "evil\x1b[2J.log"});
+    Configure({"games.log", "evil\x1b[2J\xC2\x9B.log"});
     std::string settings = ReadFile(At("morvane.cfg"));
     const std::string key = "use_logparser_log=";
     settings.replace(settings.find(key) + key.size(), 1, std::to_string(options));
@@ -163,9 +163,9 @@ TEST_F(RunTest, MessagesGoWhereTheSettingsSay) {
     const std::string file = ParserLog();
     EXPECT_EQ(file.find(" normal games.log: ") != file.npos, (options & 1) != 0);
     EXPECT_EQ(screen.find(" normal games.log: ") != file.npos, (options & 2) != 0);
-    EXPECT_EQ(file.find(" severe evil?[2J.log: ") != file.npos, (options & 4) != 0);
-    EXPECT_EQ(errors.find(" severe evil?[2J.log: ") != file.npos, (options & 8) != 0);
-    EXPECT_EQ((screen + errors).find('\x1b'), file.npos);
+    EXPECT_EQ(file.find(" severe evil?[2J?.log: ") != file.npos, (options & 4) != 0);
+    EXPECT_EQ(errors.find(" severe evil?[2J?.log: ") != file.npos, (options & 8) != 0);
+    EXPECT_EQ((screen + errors).find_first_of("\x1b\x9B"), file.npos);
   }
 }
 
@@ -212,8 +212,11 @@ TEST_F(DatabaseTest, AGrownLogIsReadOnFromWhereItEnded) {
     return static_cast<int>(std::count(log.begin(), log.end(), '\n'));
   };
   EXPECT_EQ(LinesRead(), linesOf(two_ + three_) - 1) << "from the open game's first line";
-  Write("games.log", one_ + two_ + three_ + one_ + "  5:01 Item: 77 x\n" + Init() + "  1:0");
+  const std::string before = one_ + two_ + three_ + one_ + "  5:01 Item: 77 x\n" + Init();
+  Write("games.log", before + "  0:02 Item: 77 x\n  1:0");
   EXPECT_EQ(Games(), 5);
+  const std::string line = std::to_string(linesOf(before) + 1);
+  EXPECT_NE(ParserLog().find(" games.log:" + line + ": damaged item line"), std::string::npos);
 }
 
 TEST_F(DatabaseTest, RotatedLogsKeepTheirGames) {

@@ -339,9 +339,22 @@ TEST_F(CollectTest, ALogThatDiffersAtItsStartHasNotGrown) {
   EXPECT_EQ(Collect({"a.log"}).size(), 3U);
   EXPECT_TRUE(Said("a.log: 51 lines read")) << said_;
   std::string other = two_ + one_ + Duel("Ann", "Cid", 8) + Duel("Dan", "Bob", 9);
-  other[other.find("Cid")] = 'D';  // one letter, the first 4 KB long gone by
+  other[other.find("Cid")] = 'D';
   Log("a.log", other);
   EXPECT_EQ(Collect({"a.log"}).size(), 4U + 1U) << "an edited first game stays in both forms";
+}
+
+TEST_F(CollectTest, ALogThatDiffersFarBehindItsStartHasNotGrown) {
+  const std::string start = Duel("Ann", "Bob", 200);
+  ASSERT_GT(start.size(), 8192U);
+  Log("a.log", start + two_);
+  EXPECT_EQ(Collect({"a.log"}).size(), 2U);
+  std::string other = start + two_ + one_;
+  other[other.find("Cid")] = 'D';
+  Log("a.log", other);
+  Collect({"a.log"});
+  const auto lines = std::to_string(std::count(other.begin(), other.end(), '\n'));
+  EXPECT_TRUE(Said("a.log: " + lines + " lines read")) << said_;
 }
 
 TEST_F(CollectTest, DatesStayWhenALogIsTouchedMovedOrCopied) {

@@ -11,6 +11,7 @@
 #include "config/rgb.h"
 #include "morvane/statistics/names.h"
 #include "tests/morvane/site_fixture.h"
+#include "text/text.h"
 
 extern char** environ;
 
@@ -694,9 +695,16 @@ TEST(Site, MissingAndBrokenTemplatesCostOnlyTheirPages) {
 TEST(Site, TwoPagesOfOneNameAreASevereMessage) {
   SiteRun site;
   site.Log(OneGame({"Zeh", "Mal"}));
-  WriteFile(site.OwnTemplates() / "player_zeh.htmlt", "own");
+  const fs::path templates = site.OwnTemplates();
+  WriteFile(templates / "player_zeh.htmlt", "own");
+  WriteFile(templates / "Player_Mal.htmlt", "own");
   site.Set("TEMPLATES", "main_template1", "player_zeh");
+  site.Set("TEMPLATES", "main_template2", "Player_Mal");
   ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(Count(text::FoldCase(site.Messages("morvane.log.txt")),
+                  "two pages have the name player_mal.html"),
+            1U)
+      << "where the file system does not tell A from a, they are the same";
   EXPECT_EQ(Count(site.Messages("morvane.log.txt"), "two pages have the name player_zeh.html"), 1U);
 }
 

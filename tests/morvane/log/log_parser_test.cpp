@@ -66,6 +66,7 @@ TEST(ParseLog, ReadsAnyLineOfKill) {
       {"Kill: 0 1 10: a killed b by MOD_RAILGUN", 1, "RAILGUN"},
       {"Kill: 0 1 10: a killed b by MOD_RAILGUN in arena 0", 1, "RAILGUN"},
       {"Kill: 0 1 10: a killed b by MOD_RAILGUN 17", 1, "RAILGUN"},
+      {"Kill: 0 1 10: a by MOD_BFG killed b by MOD_RAILGUN in arena 0", 1, "RAILGUN"},
       {"Kill: 0 1 99: a by MOD_BFG killed b by MOD_FAKE by MOD_NAIL", 1, "NAIL"},
       {"Kill: -1 1 0: <world> killed b by MOD_CRUSH", 1, "CRUSH"},
       {"Kill: 0 1 10: a killed b by", 0, ""},
@@ -105,7 +106,7 @@ TEST(ParseLog, ScoreLinesStandAboveTheScoreRule) {
       Init("q3ctf1", 4) + Join(0, "Ann", 1) + Join(1, "Bob", 2) + Join(2, "Cid", 2) + Kill(0, 1) +
       "  4:00 ClientDisconnect: 2\n  4:00 Exit: Capturelimit hit.\n  4:00 red:3  blue:8\n"
       "  4:00 score: 41  ping: 4  client: 1 Bob\n  4:00 score: -7  ping: 4  client: 0 Ann\n" +
-      kShutdown);
+      Kill(1, 0, "RAILGUN", "  4:00 ") + kShutdown);
   EXPECT_TRUE(game.complete);
   EXPECT_EQ(game.exitReason, "Capturelimit");
   EXPECT_EQ(game.blueScore, 8);
