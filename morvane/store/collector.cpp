@@ -101,11 +101,15 @@ std::vector<std::int64_t> Collector::ReadingOrder() const {
 /// Which games count, by log. The oldest log is the first: what was stored first stays.
 std::map<std::int64_t, std::vector<bool>> Collector::Counting() {
   std::vector<MarkedLog> marked;
+  std::vector<std::vector<std::int64_t>> ids;  // of the games; below of the logs
+  std::vector<std::int64_t> logs;
   std::map<std::int64_t, std::size_t> positions;
   for (const auto& [id, log] : stored_) {
     positions[id] = marked.size();
-    marked.emplace_back();
-    if (database_ != nullptr) marked.back().games = database_->GamesOf(id).marks;
+    StoredGames games = database_ != nullptr ? database_->GamesOf(id) : StoredGames();
+    ids.push_back(std::move(games.ids));
+    logs.push_back(id);
+    marked.push_back({std::move(games.marks), {}});
   }
   for (const auto& [id, log] : stored_) {
     const auto before = positions.find(log.goesOnWith);
@@ -116,10 +120,32 @@ std::map<std::int64_t, std::vector<bool>> Collector::Counting() {
       if (log.kind != Kind::kTwin) marked[positions[log.stored.id]].games = log.marks;
     }
   }
-  const std::vector<std::vector<bool>> counts = CountOnce(marked);
+  const Once once = CountOnce(marked);
+  const auto idOf = [&](const GamePlace& place) {
+    return StoredGame{logs[place.log], ids[place.log][place.game]};
+  };
+  for (const SameGames& same : database_ != nullptr ? once.same : std::vector<SameGames>()) {
+    ShareStart(idOf(same.earlier), idOf(same.later));
+  }
   std::map<std::int64_t, std::vector<bool>> result;
-  for (const auto& [id, position] : positions) result[id] = counts[position];
+  for (const auto& [id, position] : positions) result[id] = once.counts[position];
   return result;
+}
+
+/// Gives one of two games that are one, if it is new in this run, the start of the other one: which
+/// of them counts may change.
+void Collector::ShareStart(const StoredGame& earlier, const StoredGame& later) {
+  const auto isNew = [&](const StoredGame& game) {
+    const auto first = firstNew_.find(game.log);
+    return first != firstNew_.end() && game.id >= first->second;
+  };
+  if (!isNew(later) && !isNew(earlier)) return;
+  const bool isTargetLater = isNew(later);
+  const std::int64_t target = isTargetLater ? later.id : earlier.id;
+  Game game = database_->ReadGame(target);
+  const GameStart own = StartOf(game);
+  KeepStart(game, StartOf(database_->ReadGame(isTargetLater ? earlier.id : later.id)));
+  if (StartOf(game) != own) database_->ReplaceGame(target, game);
 }
 
 void Collector::TellTwins() {

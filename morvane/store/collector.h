@@ -14,6 +14,12 @@
 
 namespace morvane {
 
+/// A game in the database and the log it stands in.
+struct StoredGame {
+  std::int64_t log = 0;
+  std::int64_t id = 0;
+};
+
 /// One run over the logs, with a database or without.
 class Collector {
  public:
@@ -34,8 +40,8 @@ class Collector {
   void FindElsewhere(std::size_t index, bool whole);
   bool HasGrown(std::int64_t id) const;
   bool BeginsWith(const OpenLog& log, const StoredLog& stored) const;
-  bool IsDisplaced(const StoredLog& stored) const;
-  bool MayHaveMoved(const StoredLog& stored);
+  std::optional<std::size_t> DisplacedBy(const StoredLog& stored) const;
+  bool MayHaveMoved(const StoredLog& stored, std::size_t to);
   void TakeAs(OpenLog& log, const StoredLog& stored);
   OpenLog* TwinOf(const OpenLog& log);
 
@@ -43,7 +49,6 @@ class Collector {
   void SettleGrown(OpenLog& log);
   void SettleNew(std::size_t index);
   bool ReplaceOld(std::size_t index, const StoredLog& old);
-  void MoveFollowers(std::int64_t from, std::int64_t to);
   void Refollow(std::size_t index);
   void ReadAgain(OpenLog& log);
   void KeepStarts(OpenLog& log, const StoredGames& known);
@@ -65,6 +70,7 @@ class Collector {
   // What counts.
   std::vector<std::int64_t> ReadingOrder() const;
   std::map<std::int64_t, std::vector<bool>> Counting();
+  void ShareStart(const StoredGame& earlier, const StoredGame& later);
   void TellTwins();
   void TellStray(const OpenLog& log);
   void TellTwice(const std::map<std::int64_t, std::vector<bool>>& counts);
@@ -83,6 +89,7 @@ class Collector {
   std::map<std::int64_t, std::string> rests_;
   std::map<std::int64_t, GameStart> openStarts_;  // of open last games that were read
   std::int64_t lastId_ = 0;
+  std::map<std::int64_t, std::int64_t> firstNew_;  // by log: the first game stored in this run
 };
 
 }  // namespace morvane

@@ -8,10 +8,11 @@
 namespace morvane {
 namespace {
 
-/// The stamp of the first line of a text that has one, dashes left out.
+/// The stamp of the first whole line of a text that has one, dashes left out. What is torn may
+/// become the line that opens a game.
 std::optional<std::int64_t> FirstStamp(std::string_view text) {
   LineReader reader(text);
-  for (std::string_view line; reader.Next(line);) {
+  for (std::string_view line; reader.Next(line) && reader.HadLineEnd();) {
     const LogLine cut = CutLine(line);
     if (cut.stamped && !cut.text.empty() && !cut.text.starts_with('-')) return cut.tenths;
   }
@@ -30,7 +31,7 @@ std::optional<std::int64_t> LastStamp(std::string_view text) {
 
 bool HasGameLine(std::string_view text) {
   LineReader reader(text);
-  for (std::string_view line; reader.Next(line);) {
+  for (std::string_view line; reader.Next(line) && reader.HadLineEnd();) {
     const std::string_view event = CutLine(line).text;
     if (IsKnownText(event) && !event.starts_with('-')) return true;
   }

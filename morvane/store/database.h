@@ -92,8 +92,11 @@ class Database {
   Game ReadGame(std::int64_t game);
   /// The games of a log. `keepEvents`: fill Game::events.
   std::vector<Game> ReadGames(std::int64_t log, bool keepEvents);
-  void AddGames(std::int64_t log, const std::vector<Game>& games,
-                const std::vector<GameMark>& marks);
+  /// The ids of games added now are not lower than the returned one.
+  std::int64_t AddGames(std::int64_t log, const std::vector<Game>& games,
+                        const std::vector<GameMark>& marks);
+  /// Puts another form of a game, known by the same mark, into its place.
+  void ReplaceGame(std::int64_t id, const Game& game);
   void DeleteGame(std::int64_t game);
 
   /// The names by which games are numbered. A new one is kept by the next AddGames.

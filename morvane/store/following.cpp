@@ -104,7 +104,7 @@ void Collector::Keep(OpenLog& log) {
   if (database_ == nullptr) return;
   Renumber(log.parsed.games, log.parsed.vocabulary, database_->Words());
   log.parsed.vocabulary = database_->Words();
-  database_->AddGames(log.stored.id, log.parsed.games, log.marks);
+  firstNew_[log.stored.id] = database_->AddGames(log.stored.id, log.parsed.games, log.marks);
   database_->UpdateLog(log.stored);
   database_->SetUnfinished(log.stored.id, log.unfinished);
 }

@@ -43,7 +43,7 @@ bool Collector::IsInPlace(OpenLog& log, const StoredPath& path) {
   if (HasGrown(path.log) || !BeginsWith(log, stored)) return false;
   const bool isAnother = std::ranges::any_of(stored_, [&](const auto& entry) {
     const StoredLog& other = entry.second;
-    return other.size > stored.size && BeginsWith(log, other) && IsDisplaced(other);
+    return other.size > stored.size && BeginsWith(log, other) && DisplacedBy(other);
   });
   if (isAnother) return false;  // names were passed on
   TakeAs(log, stored);
@@ -114,28 +114,42 @@ void Collector::FindElsewhere(std::size_t index, bool whole) {
     if (best != nullptr && stored.size <= best->size) continue;
     const bool isAll = stored.size == static_cast<std::int64_t>(log.Bytes().size());
     if (isAll != whole || !BeginsWith(log, stored)) continue;
-    if (isAll || (!HasGrown(id) && MayHaveMoved(stored))) best = &stored;
+    if (isAll || (!HasGrown(id) && MayHaveMoved(stored, index))) best = &stored;
   }
   if (best != nullptr) TakeAs(log, *best);
 }
 
 /// Whether a log that begins with all of a stored one can be that log under another name, grown:
 /// what it begins with must prove it, or the stored one's own place be taken by another log. The
-/// same few lines of an empty server may begin many logs.
-bool Collector::MayHaveMoved(const StoredLog& stored) {
+/// same few lines of an empty server may begin many logs: then it is the one that stands nearest to
+/// that place in the list, as a rotated log does.
+bool Collector::MayHaveMoved(const StoredLog& stored, std::size_t to) {
   const std::vector<GameMark> marks = database_->GamesOf(stored.id).marks;
   std::uint32_t weight = 0;
   for (const GameMark& mark : marks) weight += mark.weight;
-  return weight >= kEvidence || (!found_.contains(stored.id) && IsDisplaced(stored));
+  if (weight >= kEvidence) return true;
+  const std::optional<std::size_t> place = DisplacedBy(stored);
+  if (!place || found_.contains(stored.id)) return false;
+  const auto distance = [&](std::size_t from) {
+    return std::max(from, *place) - std::min(from, *place);
+  };
+  for (std::size_t i = 0; i < logs_.size(); ++i) {
+    const bool nearer = distance(i) < distance(to);
+    if (nearer && logs_[i].kind == Kind::kNew && BeginsWith(logs_[i], stored)) return false;
+  }
+  return true;
 }
 
-/// Whether another log stands in a stored one's place.
-bool Collector::IsDisplaced(const StoredLog& stored) const {
-  return std::ranges::any_of(logs_, [&](const OpenLog& other) {
-    const auto path = paths_.find(other.file.path);
-    return path != paths_.end() && path->second.log == stored.id && path->second.whole &&
-           !BeginsWith(other, stored);
-  });
+/// The log that stands in a stored one's place, if another one does.
+std::optional<std::size_t> Collector::DisplacedBy(const StoredLog& stored) const {
+  for (std::size_t i = 0; i < logs_.size(); ++i) {
+    const auto path = paths_.find(logs_[i].file.path);
+    if (path != paths_.end() && path->second.log == stored.id && path->second.whole &&
+        !BeginsWith(logs_[i], stored)) {
+      return i;
+    }
+  }
+  return std::nullopt;
 }
 
 }  // namespace morvane

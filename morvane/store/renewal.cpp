@@ -11,7 +11,7 @@ namespace morvane {
 void Collector::SettleGrown(OpenLog& log) {
   const StoredGames known = database_->GamesOf(log.stored.id);
   std::vector<Game>& games = log.parsed.games;
-  if (log.begin == 0 || static_cast<std::int64_t>(log.begin) <= log.stored.head) {
+  if (static_cast<std::int64_t>(log.begin) <= log.stored.head) {
     log.stored.head = static_cast<std::int64_t>(log.FirstGame());
   }
   if (!log.stored.marked) {  // read again from its first byte, for the marks
@@ -84,40 +84,20 @@ bool Collector::ReplaceOld(std::size_t index, const StoredLog& old) {
   report_.Normal(Log::kParser, "has changed since the last run; its games are read anew",
                  log.file.name);
   const std::size_t first = pairs.front().left;
-  if (first == 0) {
-    log.stored.id = old.id;
-    log.stored.inPlaceOf = old.inPlaceOf;
-    if (front) {
-      GoOnWith(log, old.goesOnWith, std::move(*front));
-    } else {
-      log.stored.head = -1;
-    }
-  } else {
-    // What lies before its first game is the end of a game that stays.
-    log.stored.id = NewId();
+  log.stored.id = old.id;
+  log.stored.inPlaceOf = old.inPlaceOf;
+  if (first == 0 && front) {
+    GoOnWith(log, old.goesOnWith, std::move(*front));
+  } else {  // what lies before its first game is the end of one that is known
     log.stored.head = -1;
-    database_->SetUnfinished(old.id, {});
-    MoveFollowers(old.id, log.stored.id);
+    if (first > 0) log.stored.goesOnWith = old.goesOnWith;
+    if (first > 0) log.stored.goesOnRest = old.goesOnRest;
   }
   KeepStarts(log, known);
   for (std::size_t i = first; i < known.ids.size(); ++i) database_->DeleteGame(known.ids[i]);
   found_.insert(log.stored.id);
   Keep(log);
   return true;
-}
-
-/// What went on with one log goes on with another one.
-void Collector::MoveFollowers(std::int64_t from, std::int64_t to) {
-  const auto move = [&](StoredLog& log) {
-    const bool follows = log.goesOnWith == from || log.inPlaceOf == from;
-    if (log.goesOnWith == from) log.goesOnWith = to;
-    if (log.inPlaceOf == from) log.inPlaceOf = to;
-    return follows;
-  };
-  for (OpenLog& log : logs_) move(log.stored);
-  for (auto& [id, log] : stored_) {
-    if (move(log)) database_->UpdateLog(log);
-  }
 }
 
 /// A log that was read before goes on with the one before it: that may be another one now, or have
