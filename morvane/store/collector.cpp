@@ -56,6 +56,7 @@ std::optional<Collected> Collector::Collect() {
   }
   if (FindTorn()) return {};  // some are read a second time
   if (database_ != nullptr) KeepPaths();
+  if (database_ != nullptr) DropUnfinished();
   Collected collected = Result();
   if (database_ != nullptr) database_->Commit();
   return collected;
@@ -76,6 +77,24 @@ void Collector::KeepPaths() {
   for (const auto& [path, state] : paths) {
     const auto before = paths_.find(path);
     if (before == paths_.end() || before->second != state) database_->SetPath(path, state);
+  }
+}
+
+/// Drops the lines of unfinished games with which no log can go on any more, so far as one can
+/// know: those of logs long gone from the list. A log of this run may still be read anew.
+void Collector::DropUnfinished() {
+  constexpr std::ptrdiff_t kNewest = 32;  // what was just rotated away, by each of many servers
+  std::set<std::int64_t> kept;
+  for (const OpenLog& log : logs_) {
+    kept.insert(log.stored.id);
+    kept.insert(stored_[log.stored.id].goesOnWith);
+  }
+  const auto newest = std::ranges::next(stored_.rbegin(), kNewest, stored_.rend());
+  for (const std::int64_t id : database_->UnfinishedLogs()) {
+    const bool isNew = newest == stored_.rend() || id > newest->first;
+    if (!isNew && !kept.contains(id)) {
+      database_->SetUnfinished(id, {database_->UnfinishedOf(id).carried, {}});
+    }
   }
 }
 

@@ -49,6 +49,7 @@ class Collector {
   void SettleGrown(OpenLog& log);
   void SettleNew(std::size_t index);
   bool ReplaceOld(std::size_t index, const StoredLog& old);
+  std::int64_t RotatedFrom(std::size_t index) const;
   void Refollow(std::size_t index);
   void ReadAgain(OpenLog& log);
   void KeepStarts(OpenLog& log, const StoredGames& known);
@@ -64,6 +65,7 @@ class Collector {
   bool FindTorn();
   void Keep(OpenLog& log);
   void KeepPaths();
+  void DropUnfinished();
   std::string RestOf(std::int64_t log);
   std::int64_t NewId() { return database_ != nullptr ? database_->AddLog() : ++lastId_; }
 

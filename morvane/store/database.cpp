@@ -254,6 +254,13 @@ void Database::SetUnfinished(std::int64_t log, const Unfinished& unfinished) {
   Run(statement, unfinished.carried, unfinished.rest, log);
 }
 
+std::vector<std::int64_t> Database::UnfinishedLogs() {
+  SQLite::Statement row(*database_, "SELECT id FROM logs WHERE length(rest) > 0");
+  std::vector<std::int64_t> logs;
+  while (row.executeStep()) logs.push_back(row.getColumn(0).getInt64());
+  return logs;
+}
+
 StoredGames Database::GamesOf(std::int64_t log) {
   SQLite::Statement row(*database_,
                         "SELECT id, digest, beginning, opening, facts, weight, kills, size, open "

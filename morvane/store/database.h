@@ -87,6 +87,8 @@ class Database {
   void UpdateLog(const StoredLog& log);
   Unfinished UnfinishedOf(std::int64_t log);
   void SetUnfinished(std::int64_t log, const Unfinished& unfinished);
+  /// The logs with an Unfinished::rest.
+  std::vector<std::int64_t> UnfinishedLogs();
 
   StoredGames GamesOf(std::int64_t log);
   Game ReadGame(std::int64_t game);

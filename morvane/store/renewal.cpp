@@ -45,6 +45,7 @@ void Collector::SettleNew(std::size_t index) {
       stored_[path->second.log].size == 0) {
     log.stored = stored_[path->second.log];  // was empty when it was last read
     log.stored.head = static_cast<std::int64_t>(log.FirstGame());
+    if (const std::int64_t moved = RotatedFrom(index); moved != 0) log.stored.inPlaceOf = moved;
     found_.insert(log.stored.id);
   } else {
     log.stored.id = NewId();
@@ -57,6 +58,17 @@ void Collector::SettleNew(std::size_t index) {
   }
   Follow(index);
   Keep(log);
+}
+
+/// The log that stood at the path of an empty one since the last run, and was rotated: it is new,
+/// and bears the name with something behind it. 0: none.
+std::int64_t Collector::RotatedFrom(std::size_t index) const {
+  for (std::size_t i = index; i-- > 0;) {
+    if (logs_[i].kind == Kind::kTwin) continue;
+    const bool isNew = logs_[i].kind == Kind::kNew;
+    return isNew && logs_[i].file.path.starts_with(logs_[index].file.path) ? logs_[i].stored.id : 0;
+  }
+  return 0;
 }
 
 /// The log at a known path is another than it was. Where its games tell that it is still the same,

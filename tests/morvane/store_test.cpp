@@ -437,6 +437,28 @@ TEST_F(CollectTest, APackedLogCountsOnce) {
   }
 }
 
+TEST_F(CollectTest, UnfinishedLinesOfLogsLongGoneAreDropped) {
+  const std::string open = one_ + two_.substr(0, 300);
+  Log("a.log", open);
+  for (int day = 0; day < 50; ++day) {
+    const std::string log = "day" + std::to_string(day) + ".log";
+    Log(log, Init("q3dm6") + Join(0, "Day" + std::to_string(day)));
+    Collect({"a.log", log});
+  }
+  const auto logs = [&] {
+    return SQLite::Database(At("db/morvane.db").string())
+        .execAndGet("SELECT count(*) FROM logs WHERE length(rest) > 0")
+        .getInt();
+  };
+  EXPECT_EQ(logs(), 32 + 1);
+  Log("z.log", two_.substr(300));
+  const std::vector<Game> games = Collect({"a.log", "z.log"});
+  ASSERT_EQ(games.size(), 52U) << said_;
+  EXPECT_EQ(games[51].kills, 7U) << "the first is in the list, and goes on";
+  EXPECT_EQ(Collect({"z.log"}).size(), 52U);
+  EXPECT_EQ(logs(), 31 + 1);
+}
+
 TEST_F(CollectTest, WhoIsABotAndWhenStaysWithAGameThatRecurs) {
   std::string first =
       Init() + test::JoinBot(0, "Xaero") + Join(1, "Bob") + Kills(5, 1, 0) + kShutdown;
