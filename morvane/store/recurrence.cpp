@@ -154,6 +154,7 @@ class OnceCounter {
   void LeaveOutOne(GamePlace later, GamePlace earlier);
   /// Whether it is the open game of a log with which another one goes on.
   bool IsContinued(GamePlace place) const { return continued_[place.log] && IsOpen(place); }
+  bool GoesOnWith(std::size_t log, std::size_t before) const;
   bool IsOpen(GamePlace place) const { return logs_[place.log].games[place.game].open; }
   void LeaveOut(GamePlace place) { counts_[place.log][place.game] = false; }
 
@@ -190,12 +191,21 @@ void OnceCounter::LeaveOutOne(GamePlace later, GamePlace earlier) {
   for (const auto& [one, other] : {std::pair(later, earlier), std::pair(earlier, later)}) {
     if (!IsContinued(one)) continue;
     // That one will not count: what goes on with it does. So a copy of it does not count either.
-    if (IsOpen(other) && logs_[other.log].goesOnWith != one.log) LeaveOut(other);
+    if (IsOpen(other) && !GoesOnWith(other.log, one.log)) LeaveOut(other);
     return;
   }
   const bool better =
       IsBetter(logs_[later.log].games[later.game], logs_[earlier.log].games[earlier.game]);
   LeaveOut(better ? earlier : later);
+}
+
+/// Whether a log goes on with another one, over further ones or not.
+bool OnceCounter::GoesOnWith(std::size_t log, std::size_t before) const {
+  for (std::size_t steps = 0; steps < logs_.size() && logs_[log].goesOnWith; ++steps) {
+    log = *logs_[log].goesOnWith;
+    if (log == before) return true;
+  }
+  return false;
 }
 
 }  // namespace

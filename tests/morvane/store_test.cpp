@@ -96,6 +96,9 @@ TEST(CountOnce, LeavesOutWhatStandsInAnotherLog) {
   const auto counts =
       CountOnce({{Marks("AB'!"), {}}, {Marks("BC"), 0}, {Marks("AB'!"), {}}}).counts;
   EXPECT_EQ(counts, (std::vector<std::vector<bool>>{{true, false}, {true, true}, {false, false}}));
+  // B lies in three logs and is still open.
+  const auto chain = CountOnce({{Marks("AB!"), {}}, {Marks("B!"), 0}, {Marks("B!"), 1}}).counts;
+  EXPECT_EQ(chain, (std::vector<std::vector<bool>>{{true, false}, {false}, {true}}));
 }
 
 TEST(MarkGame, KnowsAGameByItsLines) {
