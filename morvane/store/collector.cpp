@@ -9,19 +9,23 @@ namespace morvane {
 
 Collector::Collector(const Sources& sources, bool keepEvents, Report& report, Database* database)
     : sources_(sources), report_(report), database_(database), keepEvents_(keepEvents) {
-  logs_ = OpenLogs(sources.logs, report);
+  if (database_ != nullptr) {
+    paths_ = database_->Paths();
+    for (const StoredLog& log : database_->Logs()) stored_[log.id] = log;
+  }
+  logs_ = OpenLogs(
+      sources.logs, [&](const OpenLog& log) { return IsUntouched(log); }, report);
   wanted_.events = keepEvents || database != nullptr;
   wanted_.marks = database != nullptr || logs_.size() > 1;
-  if (database_ == nullptr) return;
-  paths_ = database_->Paths();
-  for (const StoredLog& log : database_->Logs()) stored_[log.id] = log;
 }
 
 bool Collector::FindTorn() {
   for (const OpenLog& log : logs_) {
-    if (log.text.IsWhole()) continue;
+    if (log.text.IsWhole() && log.problem.empty()) continue;
     report_.Severe(Log::kParser,
-                   "was cut or written anew while it was read; it is left out of this run",
+                   log.problem.empty()
+                       ? "was cut or written anew while it was read; it is left out of this run"
+                       : "cannot be read: " + log.problem,
                    log.file.name);
     torn_.push_back(log.file.path);
   }
@@ -70,9 +74,9 @@ void Collector::KeepPaths() {
   }
   for (OpenLog& log : logs_) {
     if (log.kind == Kind::kTwin && log.stored.id == 0) log.stored.id = TwinOf(log)->stored.id;
-    const auto size = static_cast<std::int64_t>(log.Bytes().size());
-    paths[log.file.path] = {log.stored.id, size, log.text.LastChange(),
-                            size == stored_[log.stored.id].size};
+    const bool whole = static_cast<std::int64_t>(log.Size()) == stored_[log.stored.id].size;
+    paths[log.file.path] = {log.stored.id, static_cast<std::int64_t>(log.text.FileSize()),
+                            log.text.LastChange(), whole};
   }
   for (const auto& [path, state] : paths) {
     const auto before = paths_.find(path);

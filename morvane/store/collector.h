@@ -28,7 +28,8 @@ class Collector {
   /// Nothing, and no change of the database, where a log was cut while it was read, see Torn.
   std::optional<Collected> Collect();
 
-  /// The paths of the logs that were cut or written anew while they were read.
+  /// The paths of the logs that were cut or written anew while they were read, or could not be read
+  /// after all.
   const std::vector<std::string>& Torn() const { return torn_; }
 
  private:
@@ -36,6 +37,7 @@ class Collector {
 
   // Which log is which: recognition.cpp.
   void Recognize();
+  bool IsUntouched(const OpenLog& log) const;
   bool IsInPlace(OpenLog& log, const StoredPath& path);
   void FindElsewhere(std::size_t index, bool whole);
   bool HasGrown(std::int64_t id) const;
@@ -57,7 +59,8 @@ class Collector {
   // What they go on with: following.cpp.
   void Follow(std::size_t index);
   std::vector<std::int64_t> LogsBefore(std::size_t index) const;
-  std::optional<std::int64_t> LogBeforeInList(std::size_t index) const;
+  std::vector<std::int64_t> LogsBeforeInList(std::size_t index) const;
+  std::uint64_t DigestOfRests(const std::vector<std::int64_t>& logs);
   bool IsFollowed(std::int64_t log, std::size_t index) const;
   std::optional<FrontGames> FrontOf(const OpenLog& log, std::int64_t before);
   void GoOnWith(OpenLog& log, std::int64_t before, FrontGames front);

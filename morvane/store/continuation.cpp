@@ -56,7 +56,11 @@ bool IsLineBroken(std::string_view rest, std::string_view log) {
     return false;
   }
   // No more than a piece of a stamp: what it makes of the line decides.
-  if (broken.find_first_not_of(" 0123456789:.") == broken.npos) return true;
+  // A line that is whole without it may also stand in a log that has no stamps.
+  if (broken.find_first_not_of(" 0123456789:.") == broken.npos) {
+    const std::string_view second = FirstLine(log.substr(log.find('\n') + 1));
+    return own.stamped || !IsKnownText(own.text) || second.empty() || CutLine(second).stamped;
+  }
   return joined.stamped ? !own.stamped : !IsKnownText(own.text);
 }
 

@@ -18,20 +18,27 @@ void Collector::Recognize() {
   }
 }
 
+/// Whether a file is the one that was read, of a log of which nothing has to be read again.
+bool Collector::IsUntouched(const OpenLog& log) const {
+  const auto path = paths_.find(log.file.path);
+  if (path == paths_.end() || path->second.size != static_cast<std::int64_t>(log.text.FileSize()) ||
+      path->second.changed != log.text.LastChange()) {
+    return false;
+  }
+  const auto stored = stored_.find(path->second.log);
+  return stored != stored_.end() && (stored->second.marked || !path->second.whole);
+}
+
 bool Collector::IsInPlace(OpenLog& log, const StoredPath& path) {
   if (path.size < 0) return false;
   const StoredLog& stored = stored_[path.log];
-  const bool untouched = path.size == static_cast<std::int64_t>(log.Bytes().size()) &&
-                         path.changed == log.text.LastChange();
-  if (untouched && !path.whole) {  // the log goes on elsewhere
-    log.kind = Kind::kTwin;
-    log.stored.id = path.log;
-    return true;
-  }
-  if (untouched && stored.marked) {
-    const bool isTwin = found_.contains(stored.id);
-    TakeAs(log, stored);
+  if (IsUntouched(log)) {
+    // What held no more than its beginning goes on elsewhere.
+    const bool isTwin = !path.whole || !found_.insert(stored.id).second;
     log.kind = isTwin ? Kind::kTwin : Kind::kUnchanged;
+    if (path.whole) log.stored = stored;
+    log.stored.id = path.log;
+    if (static_cast<std::int64_t>(log.Size()) == stored.size) log.digest = stored.digest;
     return true;
   }
   log.digest = Digest(log.Bytes());
@@ -88,8 +95,7 @@ void Collector::TakeAs(OpenLog& log, const StoredLog& stored) {
 OpenLog* Collector::TwinOf(const OpenLog& log) {
   for (OpenLog& other : logs_) {
     if (&other == &log) break;
-    if (other.kind == Kind::kTwin || other.Bytes().empty() ||
-        other.Bytes().size() != log.Bytes().size()) {
+    if (other.kind == Kind::kTwin || other.Size() == 0 || other.Size() != log.Size()) {
       continue;
     }
     if (other.digest == 0) other.digest = Digest(other.Bytes());
@@ -100,9 +106,8 @@ OpenLog* Collector::TwinOf(const OpenLog& log) {
 
 void Collector::FindElsewhere(std::size_t index, bool whole) {
   OpenLog& log = logs_[index];
-  const bool twinPossible = std::ranges::any_of(logs_, [&](const OpenLog& other) {
-    return &other != &log && other.Bytes().size() == log.Bytes().size();
-  });
+  const bool twinPossible = std::ranges::any_of(
+      logs_, [&](const OpenLog& other) { return &other != &log && other.Size() == log.Size(); });
   if (log.digest == 0 && (database_ != nullptr || twinPossible)) log.digest = Digest(log.Bytes());
   if (const OpenLog* twin = TwinOf(log)) {
     log.kind = Kind::kTwin;

@@ -117,16 +117,25 @@ bool Collector::ReplaceOld(std::size_t index, const StoredLog& old) {
 void Collector::Refollow(std::size_t index) {
   OpenLog& log = logs_[index];
   if (log.stored.head < 0) return;
+  const std::vector<std::int64_t> candidates = LogsBefore(index);
+  const std::uint64_t unfinished = DigestOfRests(candidates);
+  const bool alone = log.stored.goesOnWith == 0;
+  if (alone && log.kind == Kind::kUnchanged && log.stored.goesOnRest == unfinished) return;
   std::int64_t before = 0;
   std::string rest;
-  for (const std::int64_t candidate : LogsBefore(index)) {
+  for (const std::int64_t candidate : candidates) {
     rest = RestOf(candidate);
+    if (candidate == log.stored.goesOnWith && Digest(rest) == log.stored.goesOnRest) return;
     if (!GoesOn(rest, log.Bytes(), static_cast<std::size_t>(log.stored.head))) continue;
     before = candidate;
     break;
   }
-  if (before == 0) return;
-  if (before == log.stored.goesOnWith && Digest(rest) == log.stored.goesOnRest) return;
+  if (before == 0) {
+    if (!alone || log.stored.goesOnRest == unfinished) return;
+    log.stored.goesOnRest = unfinished;
+    stored_[log.stored.id] = log.stored;
+    return database_->UpdateLog(log.stored);
+  }
   ReadAgain(log);
   GoOnWith(log, before, ReadFront(log, rest, wanted_));
   const StoredGames known = database_->GamesOf(log.stored.id);

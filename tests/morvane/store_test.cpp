@@ -143,6 +143,8 @@ TEST(GoesOn, WhereAGameOrALineIsTorn) {
       {rest + "  1:10 Kill: 0 0 10: x ki", "  0:00 " + test::kDashes + "\n", false},
       {"  0:0", "0 InitGame: \\mapname\\x\n", true},
       {"  0:00 ", "InitGame: \\mapname\\x\n", true},
+      {"  0:00 ", "InitGame: \\mapname\\x\n  0:01 ClientConnect: 0\n", true},
+      {"  0:00 ", "InitGame: \\mapname\\x\nClientConnect: 0\n", false},  // a log without stamps
       {"  0:0", "  0:00 InitGame: \\mapname\\x\n", false},
       {"InitGame: \\mapname\\x\nKi", "ll: 0 1 10: a killed b by MOD_BFG\n", true},
       {"InitGame: \\mapname\\x\n", "Kill: 0 1 10: a killed b by MOD_BFG\n", true},
@@ -438,6 +440,27 @@ TEST_F(CollectTest, APackedLogCountsOnce) {
     EXPECT_EQ(Collect({"a.log.2.gz", "a.log"}, useDatabase).size(), 4U) << said_;
     EXPECT_EQ(Collect({"a.log"}, useDatabase).size(), useDatabase ? 4U : 1U) << said_;
   }
+}
+
+TEST_F(CollectTest, AnUnchangedPackedLogIsNotUnpacked) {
+  Log("a.log", one_ + two_.substr(0, 300));
+  Log("b.log.gz", test::Packed(two_ + empty_));
+  Collect({"a.log", "b.log.gz"});
+  std::string packed = test::ReadFile(At("b.log.gz"));
+  packed[packed.size() / 2] ^= 0x55;
+  const fs::file_time_type changed = fs::last_write_time(At("b.log.gz"));
+  test::WriteFile(At("b.log.gz"), packed);
+  fs::last_write_time(At("b.log.gz"), changed);
+  for (const char* grown : {"c.log", "d.log"}) {  // one that is new is looked for among all
+    Log(grown, Duel("Dan", grown, 9));
+    EXPECT_GE(Collect({"c.log", "d.log", "a.log", "b.log.gz"}).size(), 5U);
+    EXPECT_FALSE(Said("b.log.gz")) << said_;
+  }
+  Log("a.log", one_ + two_.substr(0, 350));  // may go on there
+  EXPECT_EQ(Collect({"a.log", "b.log.gz"}).size(), 6U);
+  EXPECT_TRUE(Said("severe b.log.gz: cannot be read: it is packed and damaged")) << said_;
+  Log("b.log.gz", test::Packed(two_ + empty_ + one_));
+  EXPECT_EQ(Collect({"a.log", "b.log.gz"}).size(), 6U) << said_;
 }
 
 TEST_F(CollectTest, UnfinishedLinesOfLogsLongGoneAreDropped) {
