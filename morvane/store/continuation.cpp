@@ -55,12 +55,13 @@ bool IsLineBroken(std::string_view rest, std::string_view log) {
   if (!IsKnownText(joined.text) || joined.text.starts_with('-') || own.text.starts_with('-')) {
     return false;
   }
-  // No more than a piece of a stamp: what it makes of the line decides.
-  // A line that is whole without it may also stand in a log that has no stamps.
-  if (broken.find_first_not_of(" 0123456789:.") == broken.npos) {
+  if (joined.stamped && !own.stamped && IsKnownText(own.text)) {
+    // A line that is whole by itself begins a log without stamps, if the next one has none either.
     const std::string_view second = FirstLine(log.substr(log.find('\n') + 1));
-    return own.stamped || !IsKnownText(own.text) || second.empty() || CutLine(second).stamped;
+    if (!second.empty() && !CutLine(second).stamped) return false;
   }
+  // No more than a piece of a stamp: what it makes of the line decides.
+  if (broken.find_first_not_of(" 0123456789:.") == broken.npos) return true;
   return joined.stamped ? !own.stamped : !IsKnownText(own.text);
 }
 

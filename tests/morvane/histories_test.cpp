@@ -287,8 +287,9 @@ class History {
   }
 
   void Rotate(Server& server) {
-    if (needsRun_ || server.Last().written.empty()) return;
-    if (server.rotation != Rotation::kByDate && server.rotated) return;
+    const bool moves = server.rotation != Rotation::kByDate;
+    if ((moves && needsRun_) || server.Last().written.empty()) return;
+    if (moves && server.rotated) return;
     if (betweenGames_) {  // up to the next game's dashes
       std::size_t end = server.pending.find(kDashes_ + "\n");
       while (end != server.pending.npos) {
