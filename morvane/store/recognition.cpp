@@ -130,6 +130,7 @@ void Collector::FindElsewhere(std::size_t index, bool whole) {
 /// that place in the list, as a rotated log does.
 bool Collector::MayHaveMoved(const StoredLog& stored, std::size_t to) {
   const std::vector<GameMark> marks = database_->GamesOf(stored.id).marks;
+  if (marks.empty()) return false;  // nothing of it would count twice
   std::uint32_t weight = 0;
   for (const GameMark& mark : marks) weight += mark.weight;
   if (weight >= kEvidence) return true;

@@ -10,7 +10,7 @@
 //   has three kills with stamps, or thirty without. What an edit changes after such a game follows
 //   the file. An edited game before it would stay beside its new form.
 // - A log is not shortened within the stamp of an "InitGame:": the game would lose its stamp.
-// - A file that is shortened, edited or copied is not also rotated before the next run; one that is
+// - A file that is shortened, edited or copied is not also renamed before the next run; one that is
 //   swapped has been read before, and does not grow before the next run: a few lines that moved and
 //   grew at once might be those of any log.
 // - A day that is left out before it was ever read was cut off between two games.
