@@ -41,6 +41,7 @@ class Collector {
   bool IsInPlace(OpenLog& log, const StoredPath& path);
   void FindElsewhere(std::size_t index, bool whole);
   bool HasGrown(std::int64_t id) const;
+  bool IsNamed(std::int64_t id) const;
   bool BeginsWith(const OpenLog& log, const StoredLog& stored) const;
   std::optional<std::size_t> DisplacedBy(const StoredLog& stored) const;
   bool MayHaveMoved(const StoredLog& stored, std::size_t to);

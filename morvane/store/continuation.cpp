@@ -51,7 +51,10 @@ bool IsLineBroken(std::string_view rest, std::string_view log) {
   const LogLine own = CutLine(FirstLine(log));
   const std::string line = std::string(broken) + std::string(FirstLine(log));
   const LogLine joined = CutLine(line);
-  if (EndsInSeparator(joined.text)) return !EndsInSeparator(own.text);
+  if (EndsInSeparator(joined.text)) {
+    return !EndsInSeparator(own.text) &&
+           !EndsInSeparator(joined.text.substr(0, joined.text.size() - 1));
+  }
   if (!IsKnownText(joined.text) || joined.text.starts_with('-') || own.text.starts_with('-')) {
     return false;
   }

@@ -50,7 +50,9 @@ bool Collector::IsInPlace(OpenLog& log, const StoredPath& path) {
   if (HasGrown(path.log) || !BeginsWith(log, stored)) return false;
   const bool isAnother = std::ranges::any_of(stored_, [&](const auto& entry) {
     const StoredLog& other = entry.second;
-    return other.size > stored.size && BeginsWith(log, other) && DisplacedBy(other);
+    if (other.size <= stored.size || !BeginsWith(log, other)) return false;
+    const bool isAll = other.size == static_cast<std::int64_t>(log.Bytes().size());
+    return DisplacedBy(other) || (isAll && !IsNamed(other.id));
   });
   if (isAnother) return false;  // names were passed on
   TakeAs(log, stored);
@@ -70,6 +72,14 @@ bool Collector::BeginsWith(const OpenLog& log, const StoredLog& stored) const {
 bool Collector::HasGrown(std::int64_t id) const {
   return std::ranges::any_of(
       logs_, [&](const OpenLog& log) { return log.kind == Kind::kGrown && log.stored.id == id; });
+}
+
+/// Whether the list has a path at which a stored log stood.
+bool Collector::IsNamed(std::int64_t id) const {
+  return std::ranges::any_of(logs_, [&](const OpenLog& log) {
+    const auto path = paths_.find(log.file.path);
+    return path != paths_.end() && path->second.log == id;
+  });
 }
 
 /// A log holds all of a stored one, and perhaps more.

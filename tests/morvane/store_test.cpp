@@ -146,6 +146,8 @@ TEST(GoesOn, WhereAGameOrALineIsTorn) {
       {"  0:00 ", "InitGame: \\mapname\\x\n  0:01 ClientConnect: 0\n", true},
       {"  0:00 ", "InitGame: \\mapname\\x\nClientConnect: 0\n", false},  // a log without stamps
       {rest + "  0:01 Client", "InitGame: \\mapname\\x\nClientConnect: 0\n", false},
+      {"  0:00 ------", std::string(54, '-') + "\n", true},
+      {"  0:00 -------", std::string(54, '-') + "\n", false},  // a dash too many
       {"  0:0", "  0:00 InitGame: \\mapname\\x\n", false},
       {"InitGame: \\mapname\\x\nKi", "ll: 0 1 10: a killed b by MOD_BFG\n", true},
       {"InitGame: \\mapname\\x\n", "Kill: 0 1 10: a killed b by MOD_BFG\n", true},
