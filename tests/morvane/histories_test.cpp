@@ -18,7 +18,8 @@
 //   of a torn "InitGame:" belongs to no game: a log after another one begins with three whole
 //   lines.
 // - An edited file stands under the name that the last run found it by, and no copy keeps its old
-//   form. A game that goes on in a log that is not listed is not edited.
+//   form. A game that goes on in a log that is not listed, or has lost
+//   its front, is not edited.
 // - Where a log goes on in mid-game with one of another name, that one stands before it in the list
 //   when a run first reads it.
 // - A copy that falls behind its log begins with a game, and holds one that can be known again.
@@ -348,7 +349,8 @@ class History {
     if (!piece.known || !others_.empty()) return;
     const std::size_t known = EndOfKnownGame(piece.File());
     if (known == 0) return;
-    const bool goesOn = &piece != &server.Last() && !(&piece + 1)->listed;
+    const Piece* next = &piece == &server.Last() ? nullptr : &piece + 1;
+    const bool goesOn = next != nullptr && (!next->listed || next->front > 0);
     const std::size_t end =
         goesOn ? piece.front + ParseLog(piece.File(), false).resumeAt : piece.written.size();
     // A line of a kill that goes, somewhere behind.

@@ -337,6 +337,22 @@ TEST_F(CollectTest, TheSameCountsOnceAndIsSaid) {
   }
 }
 
+TEST_F(CollectTest, AStaleCopyOfAShortenedLogCountsNothingTwice) {
+  Log("a.log", empty_ + one_ + two_);
+  Log("copy.log", empty_ + one_);
+  EXPECT_EQ(Collect({"a.log", "copy.log"}).size(), 3U);
+  Log("a.log", one_ + two_);
+  EXPECT_EQ(Collect({"a.log", "copy.log"}).size(), 3U) << said_;
+}
+
+TEST_F(CollectTest, OneDateHoldsForAGameAndItsCopies) {
+  Log("a.log", one_ + two_.substr(0, 400));
+  const std::int64_t start = Collect({"a.log"})[1].start;
+  clock_ += 5000;
+  Log("copy.log", one_ + two_);
+  EXPECT_EQ(Collect({"copy.log", "a.log"})[1].start, start) << "the copy's counts: it is over";
+}
+
 TEST_F(CollectTest, AMovedLogWithoutKillsIsNotDoubled) {
   Log("a.log", empty_ + empty_);
   EXPECT_EQ(Collect({"a.log"}).size(), 2U);
