@@ -13,7 +13,9 @@ LogText::LogText(const std::filesystem::path& path, std::string& problem) {
 
 void LogText::Unpack(std::string& problem) {
   problem.clear();
-  if (packed_ && unpacked_.Bytes().empty()) unpacked_ = morvane::Unpack(file_, problem);
+  if (IsReady()) return;
+  tried_ = true;
+  unpacked_ = morvane::Unpack(file_, problem);
 }
 
 void LogText::Release(std::size_t begin, std::size_t end) const {

@@ -21,6 +21,8 @@ class LogText {
   bool IsPacked() const { return packed_; }
   /// Unpacks a packed log, once; does nothing with another one. `problem` as above.
   void Unpack(std::string& problem);
+  /// Whether the text is there: false for a packed log before Unpack.
+  bool IsReady() const { return !packed_ || tried_; }
 
   /// The log's text; that of a packed log is there after Unpack.
   std::string_view Bytes() const { return packed_ ? unpacked_.Bytes() : file_.Bytes(); }
@@ -38,6 +40,7 @@ class LogText {
   MappedFile file_;
   MappedFile unpacked_;
   bool packed_ = false;
+  bool tried_ = false;  // to unpack it
 };
 
 }  // namespace morvane

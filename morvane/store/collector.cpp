@@ -10,19 +10,23 @@ namespace morvane {
 
 Collector::Collector(const Sources& sources, bool keepEvents, Report& report, Database* database)
     : sources_(sources), report_(report), database_(database), keepEvents_(keepEvents) {
-  logs_ = OpenLogs(sources.logs, report);
+  if (database_ != nullptr) {
+    paths_ = database_->Paths();
+    for (const StoredLog& log : database_->Logs()) stored_[log.id] = log;
+  }
+  logs_ = OpenLogs(
+      sources.logs, [&](const OpenLog& log) { return IsUntouched(log); }, report);
   wanted_.events = keepEvents || database != nullptr;
   wanted_.marks = database != nullptr || logs_.size() > 1;
-  if (database_ == nullptr) return;
-  paths_ = database_->Paths();
-  for (const StoredLog& log : database_->Logs()) stored_[log.id] = log;
 }
 
 bool Collector::FindTorn() {
   for (const OpenLog& log : logs_) {
-    if (log.text.IsWhole()) continue;
+    if (log.text.IsWhole() && log.problem.empty()) continue;
     report_.Severe(Log::kParser,
-                   "was cut or written anew while it was read; it is left out of this run",
+                   log.problem.empty()
+                       ? "was cut or written anew while it was read; it is left out of this run"
+                       : "cannot be read: " + log.problem,
                    log.file.name);
     torn_.push_back(log.file.path);
   }
@@ -57,6 +61,7 @@ std::optional<Collected> Collector::Collect() {
   }
   if (FindTorn()) return {};  // some are read a second time
   if (database_ != nullptr) KeepPaths();
+  if (database_ != nullptr) DropUnfinished();
   Collected collected = Result();
   if (database_ != nullptr) database_->Commit();
   return collected;
@@ -70,13 +75,31 @@ void Collector::KeepPaths() {
   }
   for (OpenLog& log : logs_) {
     if (log.kind == Kind::kTwin && log.stored.id == 0) log.stored.id = TwinOf(log)->stored.id;
-    const auto size = static_cast<std::int64_t>(log.Bytes().size());
-    paths[log.file.path] = {log.stored.id, size, log.text.LastChange(),
-                            size == stored_[log.stored.id].size};
+    const bool whole = static_cast<std::int64_t>(log.Size()) == stored_[log.stored.id].size;
+    paths[log.file.path] = {log.stored.id, static_cast<std::int64_t>(log.text.FileSize()),
+                            log.text.LastChange(), whole};
   }
   for (const auto& [path, state] : paths) {
     const auto before = paths_.find(path);
     if (before == paths_.end() || before->second != state) database_->SetPath(path, state);
+  }
+}
+
+/// Drops the lines of unfinished games with which no log can go on any more, so far as one can
+/// know: those of logs long gone from the list. A log of this run may still be read anew.
+void Collector::DropUnfinished() {
+  constexpr std::ptrdiff_t kNewest = 32;  // what was just rotated away, by each of many servers
+  std::set<std::int64_t> kept;
+  for (const OpenLog& log : logs_) {
+    kept.insert(log.stored.id);
+    kept.insert(stored_[log.stored.id].goesOnWith);
+  }
+  const auto newest = std::ranges::next(stored_.rbegin(), kNewest, stored_.rend());
+  for (const std::int64_t id : database_->UnfinishedLogs()) {
+    const bool isNew = newest == stored_.rend() || id > newest->first;
+    if (!isNew && !kept.contains(id)) {
+      database_->SetUnfinished(id, {database_->UnfinishedOf(id).carried, {}});
+    }
   }
 }
 
@@ -102,11 +125,15 @@ std::vector<std::int64_t> Collector::ReadingOrder() const {
 /// Which games count, by log. The oldest log is the first: what was stored first stays.
 std::map<std::int64_t, std::vector<bool>> Collector::Counting() {
   std::vector<MarkedLog> marked;
+  std::vector<std::vector<std::int64_t>> ids;  // of the games; below of the logs
+  std::vector<std::int64_t> logs;
   std::map<std::int64_t, std::size_t> positions;
   for (const auto& [id, log] : stored_) {
     positions[id] = marked.size();
-    marked.emplace_back();
-    if (database_ != nullptr) marked.back().games = database_->GamesOf(id).marks;
+    StoredGames games = database_ != nullptr ? database_->GamesOf(id) : StoredGames();
+    ids.push_back(std::move(games.ids));
+    logs.push_back(id);
+    marked.push_back({std::move(games.marks), {}});
   }
   for (const auto& [id, log] : stored_) {
     const auto before = positions.find(log.goesOnWith);
@@ -117,10 +144,32 @@ std::map<std::int64_t, std::vector<bool>> Collector::Counting() {
       if (log.kind != Kind::kTwin) marked[positions[log.stored.id]].games = log.marks;
     }
   }
-  const std::vector<std::vector<bool>> counts = CountOnce(marked);
+  const Once once = CountOnce(marked);
+  const auto idOf = [&](const GamePlace& place) {
+    return StoredGame{logs[place.log], ids[place.log][place.game]};
+  };
+  for (const SameGames& same : database_ != nullptr ? once.same : std::vector<SameGames>()) {
+    ShareStart(idOf(same.earlier), idOf(same.later));
+  }
   std::map<std::int64_t, std::vector<bool>> result;
-  for (const auto& [id, position] : positions) result[id] = counts[position];
+  for (const auto& [id, position] : positions) result[id] = once.counts[position];
   return result;
+}
+
+/// Gives one of two games that are one, if it is new in this run, the start of the other one: which
+/// of them counts may change.
+void Collector::ShareStart(const StoredGame& earlier, const StoredGame& later) {
+  const auto isNew = [&](const StoredGame& game) {
+    const auto first = firstNew_.find(game.log);
+    return first != firstNew_.end() && game.id >= first->second;
+  };
+  if (!isNew(later) && !isNew(earlier)) return;
+  const bool isTargetLater = isNew(later);
+  const std::int64_t target = isTargetLater ? later.id : earlier.id;
+  Game game = database_->ReadGame(target);
+  const GameStart own = StartOf(game);
+  KeepStart(game, StartOf(database_->ReadGame(isTargetLater ? earlier.id : later.id)));
+  if (StartOf(game) != own) database_->ReplaceGame(target, game);
 }
 
 void Collector::TellTwins() {

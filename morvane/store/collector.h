@@ -14,6 +14,12 @@
 
 namespace morvane {
 
+/// A game in the database and the log it stands in.
+struct StoredGame {
+  std::int64_t log = 0;
+  std::int64_t id = 0;
+};
+
 /// One run over the logs, with a database or without.
 class Collector {
  public:
@@ -22,7 +28,8 @@ class Collector {
   /// Nothing, and no change of the database, where a log was cut while it was read, see Torn.
   std::optional<Collected> Collect();
 
-  /// The paths of the logs that were cut or written anew while they were read.
+  /// The paths of the logs that were cut or written anew while they were read, or could not be read
+  /// after all.
   const std::vector<std::string>& Torn() const { return torn_; }
 
  private:
@@ -30,12 +37,14 @@ class Collector {
 
   // Which log is which: recognition.cpp.
   void Recognize();
+  bool IsUntouched(const OpenLog& log) const;
   bool IsInPlace(OpenLog& log, const StoredPath& path);
   void FindElsewhere(std::size_t index, bool whole);
   bool HasGrown(std::int64_t id) const;
+  bool IsNamed(std::int64_t id) const;
   bool BeginsWith(const OpenLog& log, const StoredLog& stored) const;
-  bool IsDisplaced(const StoredLog& stored) const;
-  bool MayHaveMoved(const StoredLog& stored);
+  std::optional<std::size_t> DisplacedBy(const StoredLog& stored) const;
+  bool MayHaveMoved(const StoredLog& stored, std::size_t to);
   void TakeAs(OpenLog& log, const StoredLog& stored);
   OpenLog* TwinOf(const OpenLog& log);
 
@@ -43,7 +52,7 @@ class Collector {
   void SettleGrown(OpenLog& log);
   void SettleNew(std::size_t index);
   bool ReplaceOld(std::size_t index, const StoredLog& old);
-  void MoveFollowers(std::int64_t from, std::int64_t to);
+  std::int64_t RotatedFrom(std::size_t index) const;
   void Refollow(std::size_t index);
   void ReadAgain(OpenLog& log);
   void KeepStarts(OpenLog& log, const StoredGames& known);
@@ -51,7 +60,8 @@ class Collector {
   // What they go on with: following.cpp.
   void Follow(std::size_t index);
   std::vector<std::int64_t> LogsBefore(std::size_t index) const;
-  std::optional<std::int64_t> LogBeforeInList(std::size_t index) const;
+  std::vector<std::int64_t> LogsBeforeInList(std::size_t index) const;
+  std::uint64_t DigestOfRests(const std::vector<std::int64_t>& logs);
   bool IsFollowed(std::int64_t log, std::size_t index) const;
   std::optional<FrontGames> FrontOf(const OpenLog& log, std::int64_t before);
   void GoOnWith(OpenLog& log, std::int64_t before, FrontGames front);
@@ -59,12 +69,14 @@ class Collector {
   bool FindTorn();
   void Keep(OpenLog& log);
   void KeepPaths();
+  void DropUnfinished();
   std::string RestOf(std::int64_t log);
   std::int64_t NewId() { return database_ != nullptr ? database_->AddLog() : ++lastId_; }
 
   // What counts.
   std::vector<std::int64_t> ReadingOrder() const;
   std::map<std::int64_t, std::vector<bool>> Counting();
+  void ShareStart(const StoredGame& earlier, const StoredGame& later);
   void TellTwins();
   void TellStray(const OpenLog& log);
   void TellTwice(const std::map<std::int64_t, std::vector<bool>>& counts);
@@ -83,6 +95,7 @@ class Collector {
   std::map<std::int64_t, std::string> rests_;
   std::map<std::int64_t, GameStart> openStarts_;  // of open last games that were read
   std::int64_t lastId_ = 0;
+  std::map<std::int64_t, std::int64_t> firstNew_;  // by log: the first game stored in this run
 };
 
 }  // namespace morvane

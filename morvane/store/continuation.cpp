@@ -8,10 +8,11 @@
 namespace morvane {
 namespace {
 
-/// The stamp of the first line of a text that has one, dashes left out.
+/// The stamp of the first whole line of a text that has one, dashes left out. What is torn may
+/// become the line that opens a game.
 std::optional<std::int64_t> FirstStamp(std::string_view text) {
   LineReader reader(text);
-  for (std::string_view line; reader.Next(line);) {
+  for (std::string_view line; reader.Next(line) && reader.HadLineEnd();) {
     const LogLine cut = CutLine(line);
     if (cut.stamped && !cut.text.empty() && !cut.text.starts_with('-')) return cut.tenths;
   }
@@ -30,7 +31,7 @@ std::optional<std::int64_t> LastStamp(std::string_view text) {
 
 bool HasGameLine(std::string_view text) {
   LineReader reader(text);
-  for (std::string_view line; reader.Next(line);) {
+  for (std::string_view line; reader.Next(line) && reader.HadLineEnd();) {
     const std::string_view event = CutLine(line).text;
     if (IsKnownText(event) && !event.starts_with('-')) return true;
   }
@@ -50,9 +51,17 @@ bool IsLineBroken(std::string_view rest, std::string_view log) {
   const LogLine own = CutLine(FirstLine(log));
   const std::string line = std::string(broken) + std::string(FirstLine(log));
   const LogLine joined = CutLine(line);
-  if (EndsInSeparator(joined.text)) return !EndsInSeparator(own.text);
+  if (EndsInSeparator(joined.text)) {
+    return !EndsInSeparator(own.text) &&
+           !EndsInSeparator(joined.text.substr(0, joined.text.size() - 1));
+  }
   if (!IsKnownText(joined.text) || joined.text.starts_with('-') || own.text.starts_with('-')) {
     return false;
+  }
+  if (joined.stamped && !own.stamped && IsKnownText(own.text)) {
+    // A line that is whole by itself begins a log without stamps, if the next one has none either.
+    const std::string_view second = FirstLine(log.substr(log.find('\n') + 1));
+    if (!second.empty() && !CutLine(second).stamped) return false;
   }
   // No more than a piece of a stamp: what it makes of the line decides.
   if (broken.find_first_not_of(" 0123456789:.") == broken.npos) return true;

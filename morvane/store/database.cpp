@@ -254,6 +254,13 @@ void Database::SetUnfinished(std::int64_t log, const Unfinished& unfinished) {
   Run(statement, unfinished.carried, unfinished.rest, log);
 }
 
+std::vector<std::int64_t> Database::UnfinishedLogs() {
+  SQLite::Statement row(*database_, "SELECT id FROM logs WHERE length(rest) > 0");
+  std::vector<std::int64_t> logs;
+  while (row.executeStep()) logs.push_back(row.getColumn(0).getInt64());
+  return logs;
+}
+
 StoredGames Database::GamesOf(std::int64_t log) {
   SQLite::Statement row(*database_,
                         "SELECT id, digest, beginning, opening, facts, weight, kills, size, open "
@@ -293,8 +300,10 @@ Game Database::Unpack(std::string_view bytes, int version) const {
   return game;
 }
 
-void Database::AddGames(std::int64_t log, const std::vector<Game>& games,
-                        const std::vector<GameMark>& marks) {
+std::int64_t Database::AddGames(std::int64_t log, const std::vector<Game>& games,
+                                const std::vector<GameMark>& marks) {
+  const std::int64_t first =
+      database_->execAndGet("SELECT ifnull(max(id), 0) + 1 FROM games").getInt64();
   WriteNames(kWeaponNames, words_.weapons);
   WriteNames(kItemNames, words_.items);
   SQLite::Statement statement(
@@ -308,6 +317,12 @@ void Database::AddGames(std::int64_t log, const std::vector<Game>& games,
         std::int64_t{mark.kills}, std::int64_t{mark.size}, std::int64_t{mark.open},
         PackGame(games[i]));
   }
+  return first;
+}
+
+void Database::ReplaceGame(std::int64_t id, const Game& game) {
+  SQLite::Statement statement(*database_, "UPDATE games SET version = ?, data = ? WHERE id = ?");
+  Run(statement, std::int64_t{kRecordVersion}, PackGame(game), id);
 }
 
 void Database::DeleteGame(std::int64_t game) {

@@ -30,12 +30,13 @@ struct StoredLog {
   std::uint64_t beginning = 0;  ///< of its first bytes, see Beginning
   std::int64_t resumeAt = 0;    ///< where to read on, in bytes, see ParsedLog
   std::int64_t resumeLine = 0;
-  bool openAtEnd = false;        ///< its last game was not over
-  std::int64_t head = 0;         ///< bytes before its first game; -1: they belong to a known one
-  std::int64_t goesOnWith = 0;   ///< the log whose open game it goes on with; 0: none
-  std::uint64_t goesOnRest = 0;  ///< the digest of what was unfinished there
-  std::int64_t inPlaceOf = 0;    ///< the log that stood at its path before; 0: none
-  bool marked = true;            ///< its games have full marks, see GameMark
+  bool openAtEnd = false;       ///< its last game was not over
+  std::int64_t head = 0;        ///< bytes before its first game; -1: they belong to a known one
+  std::int64_t goesOnWith = 0;  ///< the log whose open game it goes on with; 0: none
+  /// The digest of what was unfinished there; of what it does not go on with, where that is 0.
+  std::uint64_t goesOnRest = 0;
+  std::int64_t inPlaceOf = 0;  ///< the log that stood at its path before; 0: none
+  bool marked = true;          ///< its games have full marks, see GameMark
 
   /// The digest of the first bytes of a log of at least this size: for finding it quickly.
   static std::uint64_t Beginning(std::string_view bytes, std::int64_t size);
@@ -87,13 +88,18 @@ class Database {
   void UpdateLog(const StoredLog& log);
   Unfinished UnfinishedOf(std::int64_t log);
   void SetUnfinished(std::int64_t log, const Unfinished& unfinished);
+  /// The logs with an Unfinished::rest.
+  std::vector<std::int64_t> UnfinishedLogs();
 
   StoredGames GamesOf(std::int64_t log);
   Game ReadGame(std::int64_t game);
   /// The games of a log. `keepEvents`: fill Game::events.
   std::vector<Game> ReadGames(std::int64_t log, bool keepEvents);
-  void AddGames(std::int64_t log, const std::vector<Game>& games,
-                const std::vector<GameMark>& marks);
+  /// The ids of games added now are not lower than the returned one.
+  std::int64_t AddGames(std::int64_t log, const std::vector<Game>& games,
+                        const std::vector<GameMark>& marks);
+  /// Puts another form of a game, known by the same mark, into its place.
+  void ReplaceGame(std::int64_t id, const Game& game);
   void DeleteGame(std::int64_t game);
 
   /// The names by which games are numbered. A new one is kept by the next AddGames.

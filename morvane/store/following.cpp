@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "morvane/statistics/figures.h"
@@ -11,11 +12,24 @@ namespace morvane {
 /// Looks for the log whose open game this one goes on with.
 void Collector::Follow(std::size_t index) {
   if (logs_[index].stored.head < 0) return;
-  for (const std::int64_t before : LogsBefore(index)) {
+  const std::vector<std::int64_t> candidates = LogsBefore(index);
+  for (const std::int64_t before : candidates) {
     if (std::optional<FrontGames> front = FrontOf(logs_[index], before)) {
       return GoOnWith(logs_[index], before, std::move(*front));
     }
   }
+  logs_[index].stored.goesOnRest = DigestOfRests(candidates);
+}
+
+/// Of what is unfinished in logs: a log that was held against it need not be once more.
+std::uint64_t Collector::DigestOfRests(const std::vector<std::int64_t>& logs) {
+  std::string digests;
+  for (const std::int64_t log : logs) {
+    if (const std::string rest = RestOf(log); !rest.empty()) {
+      digests += std::to_string(Digest(rest)) + ' ';
+    }
+  }
+  return digests.empty() ? 0 : Digest(digests);
 }
 
 /// The logs with which one may go on: that of which it took the place, and that before it in the
@@ -30,18 +44,26 @@ std::vector<std::int64_t> Collector::LogsBefore(std::size_t index) const {
       (log.goesOnWith != log.inPlaceOf &&
        std::any_of(logs_.begin(), logs_.begin() + static_cast<std::ptrdiff_t>(index),
                    [&](const OpenLog& other) { return other.stored.id == log.goesOnWith; }));
-  if (const auto inList = LogBeforeInList(index); inList && free) before.push_back(*inList);
+  if (free) std::ranges::copy(LogsBeforeInList(index), std::back_inserter(before));
   std::erase_if(before, [&](std::int64_t id) { return IsFollowed(id, index); });
   return before;
 }
 
-std::optional<std::int64_t> Collector::LogBeforeInList(std::size_t index) const {
+/// The log before one in the list; and those before it of which a copy stands between the two.
+std::vector<std::int64_t> Collector::LogsBeforeInList(std::size_t index) const {
+  std::vector<std::int64_t> before;
   for (std::size_t i = index; i-- > 0;) {
     const OpenLog& log = logs_[i];
-    if (log.kind == Kind::kTwin || log.Bytes().empty()) continue;
-    if (log.stored.id != logs_[index].stored.id) return log.stored.id;
+    if (log.Size() == 0) continue;
+    for (const OpenLog& held : logs_) {  // the log itself, or what it is a twin of
+      const bool same = &held == &log || (log.kind == Kind::kTwin && held.Size() == log.Size() &&
+                                          held.digest == log.digest && log.digest != 0);
+      const std::int64_t id = held.kind == Kind::kTwin || !same ? 0 : held.stored.id;
+      if (id != 0 && id != logs_[index].stored.id) before.push_back(id);
+    }
+    if (log.kind != Kind::kTwin && log.stored.id != logs_[index].stored.id) break;
   }
-  return std::nullopt;
+  return before;
 }
 
 /// Whether another log than that one, and none further on in the list, goes on with a log; or that
@@ -105,7 +127,7 @@ void Collector::Keep(OpenLog& log) {
   if (database_ == nullptr) return;
   Renumber(log.parsed.games, log.parsed.vocabulary, database_->Words());
   log.parsed.vocabulary = database_->Words();
-  database_->AddGames(log.stored.id, log.parsed.games, log.marks);
+  firstNew_[log.stored.id] = database_->AddGames(log.stored.id, log.parsed.games, log.marks);
   database_->UpdateLog(log.stored);
   database_->SetUnfinished(log.stored.id, log.unfinished);
 }

@@ -30,10 +30,10 @@ std::vector<GameMark> MarkGames(const ParsedLog& parsed, std::string_view text) 
   return marks;
 }
 
-/// Unpacks the packed ones among logs, on all cores.
-void UnpackAll(std::vector<OpenLog>& logs) {
+/// Unpacks the packed ones among logs that are not known, on all cores.
+void UnpackAll(std::vector<OpenLog>& logs, const std::function<bool(const OpenLog&)>& isKnown) {
   platform::ForEachOnThreads(logs.size(), 0, [&](std::size_t i) {
-    if (logs[i].problem.empty()) logs[i].text.Unpack(logs[i].problem);
+    if (logs[i].problem.empty() && !isKnown(logs[i])) logs[i].text.Unpack(logs[i].problem);
   });
 }
 
@@ -50,7 +50,17 @@ std::size_t OpenLog::FirstGame() const {
   return parsed.texts.empty() ? Bytes().size() : begin + parsed.texts.front().begin;
 }
 
-std::vector<OpenLog> OpenLogs(const std::vector<LogFile>& files, Report& report) {
+std::string_view OpenLog::Bytes() const {
+  if (!text.IsReady()) text.Unpack(problem);
+  return text.Bytes();
+}
+
+std::size_t OpenLog::Size() const {
+  return text.IsReady() ? text.Bytes().size() : static_cast<std::size_t>(stored.size);
+}
+
+std::vector<OpenLog> OpenLogs(const std::vector<LogFile>& files,
+                              const std::function<bool(const OpenLog&)>& isKnown, Report& report) {
   std::vector<OpenLog> logs;
   std::unordered_set<std::string> named;
   for (const LogFile& file : files) {
@@ -66,7 +76,7 @@ std::vector<OpenLog> OpenLogs(const std::vector<LogFile>& files, Report& report)
       log.text = LogText(file.path, log.problem);
     }
   }
-  UnpackAll(logs);
+  UnpackAll(logs, isKnown);
   std::erase_if(logs, [&](const OpenLog& log) {
     if (log.problem.empty()) return false;
     report.Severe(Log::kParser, "cannot be read: " + log.problem, log.file.name);

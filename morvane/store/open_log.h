@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,8 +25,8 @@ struct OpenLog {
   };
 
   LogFile file;
-  std::string problem;  ///< why it cannot be read; empty for one that can
-  LogText text;
+  mutable std::string problem;  ///< why it cannot be read; empty for one that can
+  mutable LogText text;
   Kind kind = Kind::kNew;
   std::uint64_t digest = 0;  ///< of all its bytes; 0: not asked for
   StoredLog stored;          ///< what the database has or gets of it
@@ -35,7 +36,11 @@ struct OpenLog {
   std::vector<GameMark> marks;  ///< of `parsed.games`, where they are asked for
   Unfinished unfinished;
 
-  std::string_view Bytes() const { return text.Bytes(); }
+  /// Its text. That of a packed log that is known is unpacked only when it is asked for; it is
+  /// empty where that fails, see `problem`.
+  std::string_view Bytes() const;
+  /// Of its text, in bytes, unpacked or not.
+  std::size_t Size() const;
   /// Where the first game that was read begins, in bytes; the log's size without one.
   std::size_t FirstGame() const;
 };
@@ -54,8 +59,10 @@ struct Wanted {
   bool marks = false;
 };
 
-/// Opens logs; what cannot be read is left out with a message.
-std::vector<OpenLog> OpenLogs(const std::vector<LogFile>& files, Report& report);
+/// Opens logs; what cannot be read is left out with a message. Packed ones are unpacked, but for
+/// those of which `isKnown` says that nothing of them will be read.
+std::vector<OpenLog> OpenLogs(const std::vector<LogFile>& files,
+                              const std::function<bool(const OpenLog&)>& isKnown, Report& report);
 
 /// Reads what follows OpenLog::begin in each of `logs`, on all cores.
 void ReadLogs(const std::vector<OpenLog*>& logs, Wanted wanted, Report& report);

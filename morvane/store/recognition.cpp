@@ -18,20 +18,27 @@ void Collector::Recognize() {
   }
 }
 
+/// Whether a file is the one that was read, of a log of which nothing has to be read again.
+bool Collector::IsUntouched(const OpenLog& log) const {
+  const auto path = paths_.find(log.file.path);
+  if (path == paths_.end() || path->second.size != static_cast<std::int64_t>(log.text.FileSize()) ||
+      path->second.changed != log.text.LastChange()) {
+    return false;
+  }
+  const auto stored = stored_.find(path->second.log);
+  return stored != stored_.end() && (stored->second.marked || !path->second.whole);
+}
+
 bool Collector::IsInPlace(OpenLog& log, const StoredPath& path) {
   if (path.size < 0) return false;
   const StoredLog& stored = stored_[path.log];
-  const bool untouched = path.size == static_cast<std::int64_t>(log.Bytes().size()) &&
-                         path.changed == log.text.LastChange();
-  if (untouched && !path.whole) {  // the log goes on elsewhere
-    log.kind = Kind::kTwin;
-    log.stored.id = path.log;
-    return true;
-  }
-  if (untouched && stored.marked) {
-    const bool isTwin = found_.contains(stored.id);
-    TakeAs(log, stored);
+  if (IsUntouched(log)) {
+    // What held no more than its beginning goes on elsewhere.
+    const bool isTwin = !path.whole || !found_.insert(stored.id).second;
     log.kind = isTwin ? Kind::kTwin : Kind::kUnchanged;
+    if (path.whole) log.stored = stored;
+    log.stored.id = path.log;
+    if (static_cast<std::int64_t>(log.Size()) == stored.size) log.digest = stored.digest;
     return true;
   }
   log.digest = Digest(log.Bytes());
@@ -43,7 +50,9 @@ bool Collector::IsInPlace(OpenLog& log, const StoredPath& path) {
   if (HasGrown(path.log) || !BeginsWith(log, stored)) return false;
   const bool isAnother = std::ranges::any_of(stored_, [&](const auto& entry) {
     const StoredLog& other = entry.second;
-    return other.size > stored.size && BeginsWith(log, other) && IsDisplaced(other);
+    if (other.size <= stored.size || !BeginsWith(log, other)) return false;
+    const bool isAll = other.size == static_cast<std::int64_t>(log.Bytes().size());
+    return DisplacedBy(other) || (isAll && !IsNamed(other.id));
   });
   if (isAnother) return false;  // names were passed on
   TakeAs(log, stored);
@@ -63,6 +72,14 @@ bool Collector::BeginsWith(const OpenLog& log, const StoredLog& stored) const {
 bool Collector::HasGrown(std::int64_t id) const {
   return std::ranges::any_of(
       logs_, [&](const OpenLog& log) { return log.kind == Kind::kGrown && log.stored.id == id; });
+}
+
+/// Whether the list has a path at which a stored log stood.
+bool Collector::IsNamed(std::int64_t id) const {
+  return std::ranges::any_of(logs_, [&](const OpenLog& log) {
+    const auto path = paths_.find(log.file.path);
+    return path != paths_.end() && path->second.log == id;
+  });
 }
 
 /// A log holds all of a stored one, and perhaps more.
@@ -88,8 +105,7 @@ void Collector::TakeAs(OpenLog& log, const StoredLog& stored) {
 OpenLog* Collector::TwinOf(const OpenLog& log) {
   for (OpenLog& other : logs_) {
     if (&other == &log) break;
-    if (other.kind == Kind::kTwin || other.Bytes().empty() ||
-        other.Bytes().size() != log.Bytes().size()) {
+    if (other.kind == Kind::kTwin || other.Size() == 0 || other.Size() != log.Size()) {
       continue;
     }
     if (other.digest == 0) other.digest = Digest(other.Bytes());
@@ -100,9 +116,8 @@ OpenLog* Collector::TwinOf(const OpenLog& log) {
 
 void Collector::FindElsewhere(std::size_t index, bool whole) {
   OpenLog& log = logs_[index];
-  const bool twinPossible = std::ranges::any_of(logs_, [&](const OpenLog& other) {
-    return &other != &log && other.Bytes().size() == log.Bytes().size();
-  });
+  const bool twinPossible = std::ranges::any_of(
+      logs_, [&](const OpenLog& other) { return &other != &log && other.Size() == log.Size(); });
   if (log.digest == 0 && (database_ != nullptr || twinPossible)) log.digest = Digest(log.Bytes());
   if (const OpenLog* twin = TwinOf(log)) {
     log.kind = Kind::kTwin;
@@ -114,28 +129,43 @@ void Collector::FindElsewhere(std::size_t index, bool whole) {
     if (best != nullptr && stored.size <= best->size) continue;
     const bool isAll = stored.size == static_cast<std::int64_t>(log.Bytes().size());
     if (isAll != whole || !BeginsWith(log, stored)) continue;
-    if (isAll || (!HasGrown(id) && MayHaveMoved(stored))) best = &stored;
+    if (isAll || (!HasGrown(id) && MayHaveMoved(stored, index))) best = &stored;
   }
   if (best != nullptr) TakeAs(log, *best);
 }
 
 /// Whether a log that begins with all of a stored one can be that log under another name, grown:
 /// what it begins with must prove it, or the stored one's own place be taken by another log. The
-/// same few lines of an empty server may begin many logs.
-bool Collector::MayHaveMoved(const StoredLog& stored) {
+/// same few lines of an empty server may begin many logs: then it is the one that stands nearest to
+/// that place in the list, as a rotated log does.
+bool Collector::MayHaveMoved(const StoredLog& stored, std::size_t to) {
   const std::vector<GameMark> marks = database_->GamesOf(stored.id).marks;
+  if (marks.empty()) return false;  // nothing of it would count twice
   std::uint32_t weight = 0;
   for (const GameMark& mark : marks) weight += mark.weight;
-  return weight >= kEvidence || (!found_.contains(stored.id) && IsDisplaced(stored));
+  if (weight >= kEvidence) return true;
+  const std::optional<std::size_t> place = DisplacedBy(stored);
+  if (!place || found_.contains(stored.id)) return false;
+  const auto distance = [&](std::size_t from) {
+    return std::max(from, *place) - std::min(from, *place);
+  };
+  for (std::size_t i = 0; i < logs_.size(); ++i) {
+    const bool nearer = distance(i) < distance(to);
+    if (nearer && logs_[i].kind == Kind::kNew && BeginsWith(logs_[i], stored)) return false;
+  }
+  return true;
 }
 
-/// Whether another log stands in a stored one's place.
-bool Collector::IsDisplaced(const StoredLog& stored) const {
-  return std::ranges::any_of(logs_, [&](const OpenLog& other) {
-    const auto path = paths_.find(other.file.path);
-    return path != paths_.end() && path->second.log == stored.id && path->second.whole &&
-           !BeginsWith(other, stored);
-  });
+/// The log that stands in a stored one's place, if another one does.
+std::optional<std::size_t> Collector::DisplacedBy(const StoredLog& stored) const {
+  for (std::size_t i = 0; i < logs_.size(); ++i) {
+    const auto path = paths_.find(logs_[i].file.path);
+    if (path != paths_.end() && path->second.log == stored.id && path->second.whole &&
+        !BeginsWith(logs_[i], stored)) {
+      return i;
+    }
+  }
+  return std::nullopt;
 }
 
 }  // namespace morvane

@@ -9,11 +9,6 @@
 namespace morvane {
 namespace {
 
-struct Place {
-  std::size_t log = 0;
-  std::size_t game = 0;
-};
-
 /// Games that follow each other in two logs and are the same.
 struct Run {
   std::size_t log = 0;  ///< the log of `right`
@@ -35,13 +30,13 @@ class GameIndex {
  private:
   static constexpr std::size_t kMostAlike = 16;  // what stands oftener is no help
 
-  void Add(std::uint64_t key, Place place);
-  std::vector<Place> Find(const GameMark& mark) const;
+  void Add(std::uint64_t key, GamePlace place);
+  std::vector<GamePlace> Find(const GameMark& mark) const;
   /// The run through a pair of same games. Weighs it.
-  Run Extend(const Marks& games, std::size_t at, Place place, std::uint32_t& weight) const;
+  Run Extend(const Marks& games, std::size_t at, GamePlace place, std::uint32_t& weight) const;
 
   std::vector<const Marks*> logs_;
-  std::unordered_map<std::uint64_t, std::vector<Place>> places_;
+  std::unordered_map<std::uint64_t, std::vector<GamePlace>> places_;
 };
 
 void GameIndex::Add(const Marks& games) {
@@ -54,24 +49,24 @@ void GameIndex::Add(const Marks& games) {
   logs_.push_back(&games);
 }
 
-void GameIndex::Add(std::uint64_t key, Place place) {
-  std::vector<Place>& places = places_[key];
+void GameIndex::Add(std::uint64_t key, GamePlace place) {
+  std::vector<GamePlace>& places = places_[key];
   if (places.size() < kMostAlike) places.push_back(place);
 }
 
-std::vector<Place> GameIndex::Find(const GameMark& mark) const {
-  std::vector<Place> found;
+std::vector<GamePlace> GameIndex::Find(const GameMark& mark) const {
+  std::vector<GamePlace> found;
   for (const std::uint64_t key : {mark.digest, mark.beginning, mark.facts}) {
     const auto places = key != 0 ? places_.find(key) : places_.end();
     if (places == places_.end()) continue;
-    for (const Place& place : places->second) {
+    for (const GamePlace& place : places->second) {
       if (IsSameGame(mark, (*logs_[place.log])[place.game])) found.push_back(place);
     }
   }
   return found;
 }
 
-Run GameIndex::Extend(const Marks& games, std::size_t at, Place place,
+Run GameIndex::Extend(const Marks& games, std::size_t at, GamePlace place,
                       std::uint32_t& weight) const {
   const Marks& others = *logs_[place.log];
   Run run{place.log, at, place.game, 0};
@@ -95,7 +90,7 @@ std::vector<Run> GameIndex::RunsOf(const Marks& games) const {
   std::map<std::pair<std::size_t, std::size_t>, std::size_t> lookedAt;
   for (std::size_t at = 0; at < games.size(); ++at) {
     if (games[at].weight == 0) continue;
-    for (const Place& place : Find(games[at])) {
+    for (const GamePlace& place : Find(games[at])) {
       std::size_t& end = lookedAt[{place.log, at + (*logs_[place.log]).size() - place.game}];
       if (at < end) continue;
       std::uint32_t weight = 0;
@@ -153,21 +148,23 @@ class OnceCounter {
   explicit OnceCounter(const std::vector<MarkedLog>& logs) : logs_(logs) {
     for (const MarkedLog& log : logs_) counts_.emplace_back(log.games.size(), true);
   }
-  std::vector<std::vector<bool>> Count();
+  Once Count();
 
  private:
-  void LeaveOutOne(Place later, Place earlier);
+  void LeaveOutOne(GamePlace later, GamePlace earlier);
   /// Whether it is the open game of a log with which another one goes on.
-  bool IsContinued(Place place) const { return continued_[place.log] && IsOpen(place); }
-  bool IsOpen(Place place) const { return logs_[place.log].games[place.game].open; }
-  void LeaveOut(Place place) { counts_[place.log][place.game] = false; }
+  bool IsContinued(GamePlace place) const { return continued_[place.log] && IsOpen(place); }
+  bool GoesOnWith(std::size_t log, std::size_t before) const;
+  bool IsOpen(GamePlace place) const { return logs_[place.log].games[place.game].open; }
+  void LeaveOut(GamePlace place) { counts_[place.log][place.game] = false; }
 
   const std::vector<MarkedLog>& logs_;
   std::vector<bool> continued_;
   std::vector<std::vector<bool>> counts_;
+  std::vector<SameGames> same_;
 };
 
-std::vector<std::vector<bool>> OnceCounter::Count() {
+Once OnceCounter::Count() {
   continued_.assign(logs_.size(), false);
   for (const MarkedLog& log : logs_) {
     if (log.goesOnWith) continued_[*log.goesOnWith] = true;
@@ -176,7 +173,8 @@ std::vector<std::vector<bool>> OnceCounter::Count() {
   for (std::size_t i = 0; i < logs_.size(); ++i) {
     for (const Run& run : index.RunsOf(logs_[i].games)) {
       for (std::size_t at = 0; at < run.length; ++at) {
-        LeaveOutOne({i, run.left + at}, {run.log, run.right + at});
+        same_.push_back({{i, run.left + at}, {run.log, run.right + at}});
+        LeaveOutOne(same_.back().later, same_.back().earlier);
       }
     }
     index.Add(logs_[i].games);
@@ -186,19 +184,28 @@ std::vector<std::vector<bool>> OnceCounter::Count() {
       counts_[i].back() = false;
     }
   }
-  return std::move(counts_);
+  return {std::move(counts_), std::move(same_)};
 }
 
-void OnceCounter::LeaveOutOne(Place later, Place earlier) {
+void OnceCounter::LeaveOutOne(GamePlace later, GamePlace earlier) {
   for (const auto& [one, other] : {std::pair(later, earlier), std::pair(earlier, later)}) {
     if (!IsContinued(one)) continue;
     // That one will not count: what goes on with it does. So a copy of it does not count either.
-    if (IsOpen(other) && logs_[other.log].goesOnWith != one.log) LeaveOut(other);
+    if (IsOpen(other) && !GoesOnWith(other.log, one.log)) LeaveOut(other);
     return;
   }
   const bool better =
       IsBetter(logs_[later.log].games[later.game], logs_[earlier.log].games[earlier.game]);
   LeaveOut(better ? earlier : later);
+}
+
+/// Whether a log goes on with another one, over further ones or not.
+bool OnceCounter::GoesOnWith(std::size_t log, std::size_t before) const {
+  for (std::size_t steps = 0; steps < logs_.size() && logs_[log].goesOnWith; ++steps) {
+    log = *logs_[log].goesOnWith;
+    if (log == before) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -214,8 +221,6 @@ std::vector<SamePair> FindRecurring(const std::vector<GameMark>& stored,
   return pairs;
 }
 
-std::vector<std::vector<bool>> CountOnce(const std::vector<MarkedLog>& logs) {
-  return OnceCounter(logs).Count();
-}
+Once CountOnce(const std::vector<MarkedLog>& logs) { return OnceCounter(logs).Count(); }
 
 }  // namespace morvane

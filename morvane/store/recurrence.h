@@ -30,9 +30,26 @@ struct MarkedLog {
   std::optional<std::size_t> goesOnWith;
 };
 
-/// Which games count, when each that stands in several logs counts once: false for those that do
-/// not. Of games that are the same the one that is over counts, else the longest, else
-/// that of the first log. Within one log every game counts.
-std::vector<std::vector<bool>> CountOnce(const std::vector<MarkedLog>& logs);
+/// A game by the position of its log in a list, and its own in that log.
+struct GamePlace {
+  std::size_t log = 0;
+  std::size_t game = 0;
+};
+
+/// Games that are one, of a log and of one before it.
+struct SameGames {
+  GamePlace later;
+  GamePlace earlier;
+};
+
+/// Which games count, when each that stands in several logs counts once.
+struct Once {
+  std::vector<std::vector<bool>> counts;  ///< by log and game
+  std::vector<SameGames> same;
+};
+
+/// Of games that are the same the one that is over counts, else the longest, else that of the first
+/// log. Within one log every game counts.
+Once CountOnce(const std::vector<MarkedLog>& logs);
 
 }  // namespace morvane

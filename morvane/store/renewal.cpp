@@ -11,7 +11,7 @@ namespace morvane {
 void Collector::SettleGrown(OpenLog& log) {
   const StoredGames known = database_->GamesOf(log.stored.id);
   std::vector<Game>& games = log.parsed.games;
-  if (log.begin == 0 || static_cast<std::int64_t>(log.begin) <= log.stored.head) {
+  if (static_cast<std::int64_t>(log.begin) <= log.stored.head) {
     log.stored.head = static_cast<std::int64_t>(log.FirstGame());
   }
   if (!log.stored.marked) {  // read again from its first byte, for the marks
@@ -45,6 +45,7 @@ void Collector::SettleNew(std::size_t index) {
       stored_[path->second.log].size == 0) {
     log.stored = stored_[path->second.log];  // was empty when it was last read
     log.stored.head = static_cast<std::int64_t>(log.FirstGame());
+    if (const std::int64_t moved = RotatedFrom(index); moved != 0) log.stored.inPlaceOf = moved;
     found_.insert(log.stored.id);
   } else {
     log.stored.id = NewId();
@@ -57,6 +58,17 @@ void Collector::SettleNew(std::size_t index) {
   }
   Follow(index);
   Keep(log);
+}
+
+/// The log that stood at the path of an empty one since the last run, and was rotated: it is new,
+/// and bears the name with something behind it. 0: none.
+std::int64_t Collector::RotatedFrom(std::size_t index) const {
+  for (std::size_t i = index; i-- > 0;) {
+    if (logs_[i].kind == Kind::kTwin) continue;
+    const bool isNew = logs_[i].kind == Kind::kNew;
+    return isNew && logs_[i].file.path.starts_with(logs_[index].file.path) ? logs_[i].stored.id : 0;
+  }
+  return 0;
 }
 
 /// The log at a known path is another than it was. Where its games tell that it is still the same,
@@ -84,20 +96,14 @@ bool Collector::ReplaceOld(std::size_t index, const StoredLog& old) {
   report_.Normal(Log::kParser, "has changed since the last run; its games are read anew",
                  log.file.name);
   const std::size_t first = pairs.front().left;
-  if (first == 0) {
-    log.stored.id = old.id;
-    log.stored.inPlaceOf = old.inPlaceOf;
-    if (front) {
-      GoOnWith(log, old.goesOnWith, std::move(*front));
-    } else {
-      log.stored.head = -1;
-    }
-  } else {
-    // What lies before its first game is the end of a game that stays.
-    log.stored.id = NewId();
+  log.stored.id = old.id;
+  log.stored.inPlaceOf = old.inPlaceOf;
+  if (first == 0 && front) {
+    GoOnWith(log, old.goesOnWith, std::move(*front));
+  } else {  // what lies before its first game is the end of one that is known
     log.stored.head = -1;
-    database_->SetUnfinished(old.id, {});
-    MoveFollowers(old.id, log.stored.id);
+    if (first > 0) log.stored.goesOnWith = old.goesOnWith;
+    if (first > 0) log.stored.goesOnRest = old.goesOnRest;
   }
   KeepStarts(log, known);
   for (std::size_t i = first; i < known.ids.size(); ++i) database_->DeleteGame(known.ids[i]);
@@ -106,35 +112,30 @@ bool Collector::ReplaceOld(std::size_t index, const StoredLog& old) {
   return true;
 }
 
-/// What went on with one log goes on with another one.
-void Collector::MoveFollowers(std::int64_t from, std::int64_t to) {
-  const auto move = [&](StoredLog& log) {
-    const bool follows = log.goesOnWith == from || log.inPlaceOf == from;
-    if (log.goesOnWith == from) log.goesOnWith = to;
-    if (log.inPlaceOf == from) log.inPlaceOf = to;
-    return follows;
-  };
-  for (OpenLog& log : logs_) move(log.stored);
-  for (auto& [id, log] : stored_) {
-    if (move(log)) database_->UpdateLog(log);
-  }
-}
-
 /// A log that was read before goes on with the one before it: that may be another one now, or have
 /// grown, or only now be known to fit.
 void Collector::Refollow(std::size_t index) {
   OpenLog& log = logs_[index];
   if (log.stored.head < 0) return;
+  const std::vector<std::int64_t> candidates = LogsBefore(index);
+  const std::uint64_t unfinished = DigestOfRests(candidates);
+  const bool alone = log.stored.goesOnWith == 0;
+  if (alone && log.kind == Kind::kUnchanged && log.stored.goesOnRest == unfinished) return;
   std::int64_t before = 0;
   std::string rest;
-  for (const std::int64_t candidate : LogsBefore(index)) {
+  for (const std::int64_t candidate : candidates) {
     rest = RestOf(candidate);
+    if (candidate == log.stored.goesOnWith && Digest(rest) == log.stored.goesOnRest) return;
     if (!GoesOn(rest, log.Bytes(), static_cast<std::size_t>(log.stored.head))) continue;
     before = candidate;
     break;
   }
-  if (before == 0) return;
-  if (before == log.stored.goesOnWith && Digest(rest) == log.stored.goesOnRest) return;
+  if (before == 0) {
+    if (!alone || log.stored.goesOnRest == unfinished) return;
+    log.stored.goesOnRest = unfinished;
+    stored_[log.stored.id] = log.stored;
+    return database_->UpdateLog(log.stored);
+  }
   ReadAgain(log);
   GoOnWith(log, before, ReadFront(log, rest, wanted_));
   const StoredGames known = database_->GamesOf(log.stored.id);

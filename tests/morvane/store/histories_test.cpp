@@ -9,16 +9,17 @@
 // - A log that is shortened from the front or edited is known again by a game before the edit that
 //   has three kills with stamps, or thirty without. What an edit changes after such a game follows
 //   the file. An edited game before it would stay beside its new form.
-// - A log is not shortened within the line of an "InitGame:": the game would lose its stamp.
-// - A file that is shortened, edited or copied is not also rotated before the next run; one that is
+// - A log is not shortened within the stamp of an "InitGame:": the game would lose its stamp.
+// - A file that is shortened, edited or copied is not also renamed before the next run; one that is
 //   swapped has been read before, and does not grow before the next run: a few lines that moved and
 //   grew at once might be those of any log.
 // - A day that is left out before it was ever read was cut off between two games.
 // - Whether the first line of a log is the end of a torn one shows when it is whole, and the stamp
-// of
-//   a torn "InitGame:" belongs to no game: a log after another one begins with three whole lines.
+//   of a torn "InitGame:" belongs to no game: a log after another one begins with three whole
+//   lines.
 // - An edited file stands under the name that the last run found it by, and no copy keeps its old
-//   form.
+//   form. A game that goes on in a log that is not listed, or has lost
+//   its front, is not edited.
 // - Where a log goes on in mid-game with one of another name, that one stands before it in the list
 //   when a run first reads it.
 // - A copy that falls behind its log begins with a game, and holds one that can be known again.
@@ -288,8 +289,9 @@ class History {
   }
 
   void Rotate(Server& server) {
-    if (needsRun_ || server.Last().written.empty()) return;
-    if (server.rotation != Rotation::kByDate && server.rotated) return;
+    const bool moves = server.rotation != Rotation::kByDate;
+    if ((moves && needsRun_) || server.Last().written.empty()) return;
+    if (moves && server.rotated) return;
     if (betweenGames_) {  // up to the next game's dashes
       std::size_t end = server.pending.find(kDashes_ + "\n");
       while (end != server.pending.npos) {
@@ -333,7 +335,8 @@ class History {
     if (file.empty()) return;
     const std::size_t cut = 1 + Pick(random_, file.size());
     const std::size_t whole = file.find('\n', cut - 1);  // behind it nothing is torn
-    if (file.substr(cut, whole - cut).find("InitGame:") != file.npos) return;
+    const bool torn = file[cut - 1] != '\n';
+    if (torn && file.substr(cut, whole - cut).find("InitGame:") != file.npos) return;
     if (whole == file.npos || EndOfKnownGame(file.substr(whole + 1)) == 0) return;
     piece.front += cut;
     Write(server, static_cast<std::size_t>(&piece - server.pieces.data()));
@@ -347,9 +350,13 @@ class History {
     if (!piece.known || !others_.empty()) return;
     const std::size_t known = EndOfKnownGame(piece.File());
     if (known == 0) return;
+    const Piece* next = &piece == &server.Last() ? nullptr : &piece + 1;
+    const bool goesOn = next != nullptr && (!next->listed || next->front > 0);
+    const std::size_t end =
+        goesOn ? piece.front + ParseLog(piece.File(), false).resumeAt : piece.written.size();
     // A line of a kill that goes, somewhere behind.
     std::vector<std::size_t> kills;
-    for (std::size_t at = piece.written.find("Kill:", piece.front + known); at != std::string::npos;
+    for (std::size_t at = piece.written.find("Kill:", piece.front + known); at < end;
          at = piece.written.find("Kill:", at + 1)) {
       if (piece.written.find('\n', at) != std::string::npos) kills.push_back(at);
     }

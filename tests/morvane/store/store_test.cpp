@@ -1,8 +1,10 @@
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
+#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "morvane/store/collect.h"
@@ -85,15 +87,19 @@ TEST(CountOnce, LeavesOutWhatStandsInAnotherLog) {
     std::vector<MarkedLog> logs;
     for (const std::string& letters : test.logs) logs.push_back({Marks(letters), {}});
     std::string counts;
-    for (const std::vector<bool>& log : CountOnce(logs)) {
+    for (const std::vector<bool>& log : CountOnce(logs).counts) {
       counts += counts.empty() ? "" : " ";
       for (const bool count : log) counts += count ? '1' : '0';
     }
     EXPECT_EQ(counts, test.counts) << test.logs[0] << " " << test.logs[1];
   }
   // B is open in the first log and ends in the second; a copy of the first lies beside them.
-  const auto counts = CountOnce({{Marks("AB'!"), {}}, {Marks("BC"), 0}, {Marks("AB'!"), {}}});
+  const auto counts =
+      CountOnce({{Marks("AB'!"), {}}, {Marks("BC"), 0}, {Marks("AB'!"), {}}}).counts;
   EXPECT_EQ(counts, (std::vector<std::vector<bool>>{{true, false}, {true, true}, {false, false}}));
+  // B lies in three logs and is still open.
+  const auto chain = CountOnce({{Marks("AB!"), {}}, {Marks("B!"), 0}, {Marks("B!"), 1}}).counts;
+  EXPECT_EQ(chain, (std::vector<std::vector<bool>>{{true, false}, {false}, {true}}));
 }
 
 TEST(MarkGame, KnowsAGameByItsLines) {
@@ -131,12 +137,18 @@ TEST(GoesOn, WhereAGameOrALineIsTorn) {
       {rest, Kill(0, 0, "RAILGUN", "  0:30 "), false},  // the clock went back
       {rest, "  1:10 Award: 0 x\n", true},
       {rest, "  1:10 " + test::kDashes + "\n", false},
+      {rest, "  1:10 InitGa", false},  // not whole yet
       {"", Kill(0, 0), false},
       {rest + "  1:10 Kill: 0 0 10: x ki", "lled y by MOD_BFG\n", true},
       {rest + "  1:10 Kill: 0 0 10: x ki", "lled y by", false},  // not whole yet
       {rest + "  1:10 Kill: 0 0 10: x ki", "  0:00 " + test::kDashes + "\n", false},
       {"  0:0", "0 InitGame: \\mapname\\x\n", true},
       {"  0:00 ", "InitGame: \\mapname\\x\n", true},
+      {"  0:00 ", "InitGame: \\mapname\\x\n  0:01 ClientConnect: 0\n", true},
+      {"  0:00 ", "InitGame: \\mapname\\x\nClientConnect: 0\n", false},  // a log without stamps
+      {rest + "  0:01 Client", "InitGame: \\mapname\\x\nClientConnect: 0\n", false},
+      {"  0:00 ------", std::string(54, '-') + "\n", true},
+      {"  0:00 -------", std::string(54, '-') + "\n", false},  // a dash too many
       {"  0:0", "  0:00 InitGame: \\mapname\\x\n", false},
       {"InitGame: \\mapname\\x\nKi", "ll: 0 1 10: a killed b by MOD_BFG\n", true},
       {"InitGame: \\mapname\\x\n", "Kill: 0 1 10: a killed b by MOD_BFG\n", true},
@@ -267,7 +279,9 @@ class CollectTest : public testing::Test, protected Report {
   void Write(const Message& message) override {
     said_ += (message.severe ? "severe " : "") + message.file + ": " + message.text + "\n";
   }
-  void Progress(std::string_view, std::size_t, std::size_t) override {}
+  void Progress(std::string_view, std::size_t, std::size_t) override {
+    if (const auto act = std::exchange(whileReading_, nullptr)) act();
+  }
 
   fs::path At(const std::string& name) const { return folder_.Path() / name; }
   void Log(const std::string& name, const std::string& text) const {
@@ -287,6 +301,7 @@ class CollectTest : public testing::Test, protected Report {
 
   test::TempFolder folder_;
   std::string said_;
+  std::function<void()> whileReading_;  // done once, when the first log has been read
   mutable int clock_ = 0;
   const std::string one_ = Duel("Ann", "Bob", 6);
   const std::string two_ = Duel("Cid", "Bob", 7);
@@ -321,6 +336,22 @@ TEST_F(CollectTest, TheSameCountsOnceAndIsSaid) {
     EXPECT_TRUE(Said("b.log: 1 game of it stand in another log too")) << said_;
     fs::remove_all(At("db"));
   }
+}
+
+TEST_F(CollectTest, AStaleCopyOfAShortenedLogCountsNothingTwice) {
+  Log("a.log", empty_ + one_ + two_);
+  Log("copy.log", empty_ + one_);
+  EXPECT_EQ(Collect({"a.log", "copy.log"}).size(), 3U);
+  Log("a.log", one_ + two_);
+  EXPECT_EQ(Collect({"a.log", "copy.log"}).size(), 3U) << said_;
+}
+
+TEST_F(CollectTest, OneDateHoldsForAGameAndItsCopies) {
+  Log("a.log", one_ + two_.substr(0, 400));
+  const std::int64_t start = Collect({"a.log"})[1].start;
+  clock_ += 5000;
+  Log("copy.log", one_ + two_);
+  EXPECT_EQ(Collect({"copy.log", "a.log"})[1].start, start) << "the copy's counts: it is over";
 }
 
 TEST_F(CollectTest, AMovedLogWithoutKillsIsNotDoubled) {
@@ -398,6 +429,138 @@ TEST_F(CollectTest, WhatWasStoredOfADateStaysAsWellKnownAsItWas) {
   std::string dated = Duel("Ann", "Cid", 8);
   dated.insert(dated.find("  0:01"), test::ServerTime(50000));
   EXPECT_EQ(dates(one_ + two_ + dated + Duel("Dan", "Bob", 9)), "~~=~");
+}
+
+TEST_F(CollectTest, ALogCutWhileItIsReadIsLeftOutOnce) {
+  const std::string third = Duel("Dan", "Bob", 9);
+  for (const bool useDatabase : {false, true}) {
+    fs::remove_all(At("db"));
+    Log("a.log", one_);
+    Log("b.log", third);
+    Collect({"a.log", "b.log"}, useDatabase);
+    Log("a.log", one_ + two_);
+    Log("b.log", third + empty_);
+    whileReading_ = [&] { fs::resize_file(At("a.log"), 400); };
+    EXPECT_EQ(Collect({"a.log", "b.log"}, useDatabase).size(), useDatabase ? 3U : 2U) << said_;
+    EXPECT_TRUE(Said("severe a.log: was cut or written anew while it was read")) << said_;
+    EXPECT_FALSE(Said("severe b.log")) << said_;
+    EXPECT_FALSE(Said("a.log: is a new log")) << said_;
+    Log("a.log", one_ + two_ + one_);
+    EXPECT_EQ(Collect({"a.log", "b.log"}, useDatabase).size(), 5U) << said_;
+    EXPECT_FALSE(Said("severe")) << said_;
+  }
+}
+
+TEST_F(CollectTest, ALogRotatedByCopyWhileItIsReadLosesNothing) {
+  Log("a.log", one_);
+  Collect({"a.log"});
+  Log("a.log", one_ + two_.substr(0, 300));
+  whileReading_ = [&] {
+    fs::copy(At("a.log"), At("a.log.1"));
+    Log("a.log", two_.substr(300, 100));
+  };
+  EXPECT_EQ(Collect({"a.log"}).size(), 1U) << said_;
+  EXPECT_TRUE(Said("severe a.log: was cut")) << said_;
+  const std::vector<Game> games = Collect({"a.log.1", "a.log"});
+  ASSERT_EQ(games.size(), 2U) << said_;
+  Log("a.log", two_.substr(300));
+  EXPECT_EQ(Collect({"a.log.1", "a.log"})[1].kills, 7U) << said_;
+}
+
+TEST_F(CollectTest, APackedLogCountsOnce) {
+  for (const bool useDatabase : {false, true}) {
+    Log("a.log", empty_ + one_ + two_.substr(0, 300));
+    EXPECT_EQ(Collect({"a.log"}, useDatabase).size(), 3U);
+    Log("a.log.1.gz", test::Packed(empty_ + one_ + two_.substr(0, 300)));
+    EXPECT_EQ(Collect({"a.log", "a.log.1.gz"}, useDatabase).size(), 3U) << said_;
+    EXPECT_TRUE(Said("a.log.1.gz: holds nothing but what a.log holds; counted once")) << said_;
+    Log("a.log", two_.substr(300) + empty_);
+    for (int run = 0; run < 2; ++run) {
+      const std::vector<Game> games = Collect({"a.log.1.gz", "a.log"}, useDatabase);
+      ASSERT_EQ(games.size(), 4U) << said_;
+      EXPECT_EQ(games[2].kills, 7U);
+    }
+    EXPECT_EQ(Said("2 logs unchanged"), useDatabase) << said_;
+    fs::rename(At("a.log.1.gz"), At("a.log.2.gz"));
+    EXPECT_EQ(Collect({"a.log.2.gz", "a.log"}, useDatabase).size(), 4U) << said_;
+    EXPECT_EQ(Collect({"a.log"}, useDatabase).size(), useDatabase ? 4U : 1U) << said_;
+  }
+}
+
+TEST_F(CollectTest, AnUnchangedPackedLogIsNotUnpacked) {
+  Log("a.log", one_ + two_.substr(0, 300));
+  Log("b.log.gz", test::Packed(two_ + empty_));
+  Collect({"a.log", "b.log.gz"});
+  std::string packed = test::ReadFile(At("b.log.gz"));
+  packed[packed.size() / 2] ^= 0x55;
+  const fs::file_time_type changed = fs::last_write_time(At("b.log.gz"));
+  test::WriteFile(At("b.log.gz"), packed);
+  fs::last_write_time(At("b.log.gz"), changed);
+  for (const char* grown : {"c.log", "d.log"}) {  // one that is new is looked for among all
+    Log(grown, Duel("Dan", grown, 9));
+    EXPECT_GE(Collect({"c.log", "d.log", "a.log", "b.log.gz"}).size(), 5U);
+    EXPECT_FALSE(Said("b.log.gz")) << said_;
+  }
+  Log("a.log", one_ + two_.substr(0, 350));  // may go on there
+  EXPECT_EQ(Collect({"a.log", "b.log.gz"}).size(), 6U);
+  EXPECT_TRUE(Said("severe b.log.gz: cannot be read: it is packed and damaged")) << said_;
+  Log("b.log.gz", test::Packed(two_ + empty_ + one_));
+  EXPECT_EQ(Collect({"a.log", "b.log.gz"}).size(), 6U) << said_;
+}
+
+TEST_F(CollectTest, UnfinishedLinesOfLogsLongGoneAreDropped) {
+  const std::string open = one_ + two_.substr(0, 300);
+  Log("a.log", open);
+  for (int day = 0; day < 50; ++day) {
+    const std::string log = "day" + std::to_string(day) + ".log";
+    Log(log, Init("q3dm6") + Join(0, "Day" + std::to_string(day)));
+    Collect({"a.log", log});
+  }
+  const auto logs = [&] {
+    return SQLite::Database(At("db/morvane.db").string())
+        .execAndGet("SELECT count(*) FROM logs WHERE length(rest) > 0")
+        .getInt();
+  };
+  EXPECT_EQ(logs(), 32 + 1);
+  Log("z.log", two_.substr(300));
+  const std::vector<Game> games = Collect({"a.log", "z.log"});
+  ASSERT_EQ(games.size(), 52U) << said_;
+  EXPECT_EQ(games[51].kills, 7U) << "the first is in the list, and goes on";
+  EXPECT_EQ(Collect({"z.log"}).size(), 52U);
+  EXPECT_EQ(logs(), 31 + 1);
+}
+
+TEST_F(CollectTest, WhoIsABotAndWhenStaysWithAGameThatRecurs) {
+  std::string first =
+      Init() + test::JoinBot(0, "Xaero") + Join(1, "Bob") + Kills(5, 1, 0) + kShutdown;
+  first.insert(first.find("  0:01"), test::ServerTime(50000));
+  const std::string open =
+      Init("q3dm6") + test::JoinBot(0, "Orbb") + Join(1, "Bob") + Kills(4, 1, 0);
+  const auto facts = [&](const std::vector<std::string>& logs) {
+    std::string text;
+    for (const Game& game : Collect(logs)) {
+      text += std::to_string(game.start) + "?<~="[static_cast<std::size_t>(game.dated)];
+      for (const Entrant& entrant : game.entrants) text += entrant.bot ? 'b' : 'p';
+      text += ' ';
+    }
+    return text;
+  };
+  Log("a.log", first + one_ + open);
+  const std::string known = facts({"a.log"});
+  EXPECT_TRUE(known.starts_with("50000=pb ")) << known;
+  clock_ += 5000;
+  Log("a.log", one_ + open);
+  EXPECT_EQ(facts({"a.log"}), known) << "shortened: " << said_;
+  clock_ += 5000;
+  Log("a.log", one_ + open + Kill(1, 0));
+  EXPECT_EQ(facts({"a.log"}), known) << "grown: " << said_;
+  fs::rename(At("a.log"), At("a.log.1"));
+  clock_ += 5000;
+  Log("a.log", Kill(1, 0) + kShutdown);
+  EXPECT_EQ(facts({"a.log.1", "a.log"}), known) << "rotated: " << said_;
+  clock_ += 5000;
+  Log("copy.log", first + one_ + open + Kill(1, 0) + Kill(1, 0) + kShutdown);
+  EXPECT_EQ(facts({"copy.log"}), known) << "copied: " << said_;
 }
 
 TEST_F(CollectTest, TwoRunsAtOnceCountEveryGameOnce) {
