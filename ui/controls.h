@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <stdexcept>
 #include <vector>
 
 #include <QColor>
@@ -16,12 +17,13 @@ namespace ui {
 
 /// The control (or menu, or action) of a window by its name (`txtSrcPath`, `cmdNameColor(3)`).
 /// Windows are built from tables that are known when the program is compiled, so a name without a
-/// control of the asked kind is a fault of the program and ends it with a message that names the
-/// control.
+/// control of the asked kind is a fault of the program, a std::logic_error that names the control.
 template <class T>
 T& Control(const QWidget& window, const QString& name) {
   T* control = window.findChild<T*>(name);
-  if (control == nullptr) qFatal("The window has no such control: %s", qPrintable(name));
+  if (control == nullptr) {
+    throw std::logic_error("The window has no such control: " + name.toStdString());
+  }
   return *control;
 }
 

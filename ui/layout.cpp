@@ -1,5 +1,8 @@
 #include "ui/layout.h"
 
+#include <stdexcept>
+#include <string>
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
@@ -122,7 +125,7 @@ QWidget* Build(const ControlRow& row, QWidget* container) {
     case ControlKind::kLine:
       return BuildLine(container);
   }
-  qFatal("A control of no kind: %s", row.name);
+  throw std::logic_error(std::string("A control of no kind: ") + row.name);
 }
 
 const FontSpec& UsualFont(ControlKind kind) {

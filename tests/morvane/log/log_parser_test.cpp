@@ -463,6 +463,7 @@ TEST(SetStarts, KnowsWhatTheLogTellsAndReckonsTheRest) {
 std::string TextOf(const ParsedLog& log) {
   std::string text = std::to_string(log.lines) + " " + std::to_string(log.skipped) + " " +
                      std::to_string(log.strayLines) + " " + std::to_string(log.resumeAt) + " " +
+                     std::to_string(log.resumeLine) + (log.openAtEnd ? " open " : " ") +
                      std::to_string(log.clock) + "\n";
   for (const Game& game : log.games) text += PackGame(game) + "\n";
   for (const GameTime& time : log.times) {
