@@ -45,7 +45,6 @@ void Collector::SettleNew(std::size_t index) {
       stored_[path->second.log].size == 0) {
     log.stored = stored_[path->second.log];  // was empty when it was last read
     log.stored.head = static_cast<std::int64_t>(log.FirstGame());
-    if (const std::int64_t moved = RotatedFrom(index); moved != 0) log.stored.inPlaceOf = moved;
     found_.insert(log.stored.id);
   } else {
     log.stored.id = NewId();
@@ -56,11 +55,14 @@ void Collector::SettleNew(std::size_t index) {
       log.stored.head = -1;  // the same log, shortened, of which a copy is left
     }
   }
+  if (const std::int64_t moved = RotatedFrom(index); moved != 0 && path != paths_.end()) {
+    log.stored.inPlaceOf = moved;
+  }
   Follow(index);
   Keep(log);
 }
 
-/// The log that stood at the path of an empty one since the last run, and was rotated: it is new,
+/// The log that stood at the path of a new one since the last run, and was rotated: it is new,
 /// and bears the name with something behind it. 0: none.
 std::int64_t Collector::RotatedFrom(std::size_t index) const {
   for (std::size_t i = index; i-- > 0;) {
