@@ -1,6 +1,8 @@
 #include "platform/this_process.h"
 
+#include <array>
 #include <csignal>
+#include <execinfo.h>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -13,6 +15,10 @@ void OutliveSurroundings() {
   int number = open("/dev/null", O_RDWR);
   while (number >= 0 && number <= STDERR_FILENO) number = open("/dev/null", O_RDWR);
   if (number > STDERR_FILENO) close(number);
+  // The C library loads what ends threads and unwinds stacks when it is first needed, and ends the
+  // process where there is no memory for that then.
+  std::array<void*, 1> frames = {};
+  backtrace(frames.data(), static_cast<int>(frames.size()));
 }
 
 }  // namespace platform
