@@ -20,7 +20,7 @@ QIcon ProgramIcon() {
 
 }  // namespace
 
-frmMain* MainWindow() { return mainWindow; }
+frmMain* MainWindow() { return mainWindow.data(); }
 
 void ReleaseMainWindow(const frmMain& window) {
   if (mainWindow == &window) mainWindow = nullptr;

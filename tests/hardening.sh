@@ -24,6 +24,7 @@ for program in "$@"; do
     # The C library's start-up code has a few of these in every program.
     expect "$program" "control flow protection" '[0-9]{3}' \
       < <(objdump -d --no-show-raw-insn -j .text "$program" | grep -c endbr64)
+    # shellcheck disable=SC2016 # the dollar is the disassembler's
     expect "$program" "stack clash protection" 'or[ql] +\$0x0,(0x[0-9a-f]+)?\(%rsp' \
       < <(objdump -d --no-show-raw-insn -j .text "$program")
   fi

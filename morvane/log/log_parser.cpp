@@ -66,14 +66,15 @@ bool TakePair(std::string_view& text, std::string_view& key, std::string_view& v
   return true;
 }
 
-constexpr std::array<bool, 256> kIsWordCharacter = [] {
+constexpr std::array<bool, 256> WordCharacters() {
   std::array<bool, 256> table{};
   for (std::size_t c = 0; c < table.size(); ++c) {
     table[c] =
         (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
   }
   return table;
-}();
+}
+constexpr std::array<bool, 256> kIsWordCharacter = WordCharacters();
 
 /// The word at the start of a text.
 std::string_view Word(std::string_view text) {
