@@ -11,8 +11,6 @@
 namespace config {
 namespace {
 
-using text::TrimBlanks;
-
 constexpr std::size_t kDigits = 6;
 
 constexpr std::array<std::pair<std::string_view, std::string_view>, 8> kNames = {{

@@ -9,10 +9,6 @@
 namespace config {
 namespace {
 
-using text::DecodeText;
-using text::FoldCase;
-using text::TrimBlanks;
-
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kNewFileEnding = "\r\n";
 

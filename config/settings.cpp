@@ -9,8 +9,6 @@
 namespace config {
 namespace {
 
-using text::WholeNumberOf;
-
 constexpr std::string_view kMain = "Main";
 constexpr std::string_view kLogs = "Logs";
 constexpr std::string_view kGame = "Game";
