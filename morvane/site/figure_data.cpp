@@ -79,11 +79,6 @@ std::string WeaponName(const SiteFacts& facts, std::uint16_t weapon) {
   return PageText(WeaponTitle(facts.statistics.vocabulary.weapons[weapon]));
 }
 
-/// Of a weapon and its splash as one.
-std::string JoinedName(const SiteFacts& facts, std::uint16_t weapon) {
-  return PageText(WeaponTitle(WithoutSplash(facts.statistics.vocabulary.weapons[weapon])));
-}
-
 /// What the rows of a list of weapons are measured against.
 struct WeaponSums {
   double allKills = 0;
@@ -133,10 +128,21 @@ void SetTime(Data& object, const SiteFacts& facts, const std::string& name, std:
   SetFlag(object, (name + "_not_after").c_str(), dated == Dated::kNotAfter);
 }
 
+std::string TimeText(const SiteFacts& facts, std::int64_t seconds, Dated dated) {
+  const std::string text = facts.time.Text(seconds);
+  if (text.empty()) return text;
+  if (dated == Dated::kReckoned) return "\xE2\x89\x88 " + text;  // about
+  return dated == Dated::kNotAfter ? "\xE2\x89\xA4 " + text : text;
+}
+
+std::string WeaponText(const SiteFacts& facts, std::uint16_t weapon) {
+  return PageText(WeaponTitle(WithoutSplash(facts.statistics.vocabulary.weapons[weapon])));
+}
+
 std::string FavouriteWeapon(const SiteFacts& facts, const std::vector<WeaponUse>& weapons) {
   const std::vector<WeaponUse> joined = JoinSplash(weapons, facts.splashOf);
   const bool any = !joined.empty() && joined.front().kills > 0;
-  return any ? JoinedName(facts, joined.front().weapon) : std::string();
+  return any ? WeaponText(facts, joined.front().weapon) : std::string();
 }
 
 double Ratio(const Figures& figures) {
@@ -178,7 +184,7 @@ void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>&
   SetFlag(object, "has_items", !items.empty());
   SetFlag(object, "has_splash", joined.size() < weapons.size());
   SetData(object, "weapons", WeaponRows(facts, weapons, WeaponName));
-  SetData(object, "joined_weapons", WeaponRows(facts, joined, JoinedName));
+  SetData(object, "joined_weapons", WeaponRows(facts, joined, WeaponText));
   SetData(object, "items", std::move(itemRows));
 }
 

@@ -80,6 +80,7 @@ struct Entrant {
   bool stayed = false;      ///< to the end of the game; true for all in one that is broken off
   bool winner = false;  ///< place 1 among several, or in team games of Game::winningTeam at the end
   bool bot = false;     ///< no person, when last seen in the game
+  double rating = 0;    ///< the player's, when the game was over; see Player::rating
   Figures figures;      ///< rivals are indices into the game's entrants
 };
 
@@ -104,6 +105,11 @@ struct KillEvent {
   static constexpr std::uint16_t kWorld = 0xFFFF;
 };
 
+/// Whether it is the kill of an opponent.
+inline bool IsFrag(const KillEvent& event) {
+  return !event.teamKill && event.killer != KillEvent::kWorld && event.killer != event.victim;
+}
+
 /// One game of a log.
 struct Game {
   std::string map;                ///< as the log writes it
@@ -125,7 +131,7 @@ struct Game {
   std::vector<Entrant> entrants;  ///< who played, best place first; who only looked on is none
   std::vector<Pair> pairs;        ///< sorted by killer, then victim
   std::vector<LeadChange> lead;
-  std::vector<KillEvent> events;  ///< kept only where a custom ranking or a database needs them
+  std::vector<KillEvent> events;
 };
 
 /// Whether every game of this g_gametype is played in teams. One of a mod's own types, from 8 on,

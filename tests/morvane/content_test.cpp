@@ -1,0 +1,104 @@
+// What the pages tell of the course of things: charts, form, awards, evenings.
+#include <gtest/gtest.h>
+
+#include "morvane/site/chart.h"
+#include "tests/morvane/site_fixture.h"
+
+namespace morvane::test {
+namespace {
+
+TEST(Chart, DrawsPointsWhereTheyBelongAndSaysWhatIsSeen) {
+  Chart chart;
+  chart.text = "Score of <b>";
+  chart.lines.push_back({"main", {{0, 0}, {5, 20}, {10, 10}}, ChartLine::Form::kLine});
+  chart.lines.push_back({"part", {{0, 0}, {10, 20}}, ChartLine::Form::kSteps});
+  chart.lines.push_back({"t0", {{5, 10}}, ChartLine::Form::kDots});
+  chart.foot = {"first", "last"};
+  const std::string html = ChartHtml(chart);
+  EXPECT_EQ(Count(html, "aria-label=\"Score of &lt;b&gt;\""), 1U);
+  EXPECT_EQ(Count(html, "<path class=\"main\" d=\"M0 1000L500 0L1000 500\"/>"), 1U) << html;
+  EXPECT_EQ(Count(html, "<path class=\"part\" d=\"M0 1000H1000V0\"/>"), 1U) << html;
+  EXPECT_EQ(Count(html, "<path class=\"dots t0\" d=\"M500 500h0\"/>"), 1U) << html;
+  EXPECT_EQ(Count(html, ">0</text>"), 1U);
+  EXPECT_EQ(Count(html, ">20</text>"), 1U);
+  EXPECT_EQ(Count(html, "<span>first</span><span>last</span>"), 1U);
+}
+
+TEST(Chart, HasNoRoomForNonsense) {
+  EXPECT_EQ(ChartHtml({}), "");
+  EXPECT_EQ(SparkHtml({1}, "one"), "");
+  EXPECT_EQ(Count(SparkHtml({3, 3, 3}, "flat"), "points=\"0,1 30,1 60,1\""), 1U);
+  Chart flat;
+  flat.lines.push_back({"main", {{1, 7}, {1, 7}}, ChartLine::Form::kLine});
+  EXPECT_EQ(Count(ChartHtml(flat), "nan"), 0U);
+  Chart wide;
+  wide.lines.push_back({"main", {{0, -2e9}, {1, 2e9}}, ChartLine::Form::kLine});
+  EXPECT_LE(Count(ChartHtml(wide), "<line "), 8U);
+  Chart longer;
+  longer.lines.push_back({"main", {}, ChartLine::Form::kLine});
+  for (int i = 0; i < 10000; ++i) longer.lines[0].points.push_back({1.0 * i, 1.0 * (i % 7)});
+  EXPECT_LE(Count(ChartHtml(longer), "L"), 160U);
+  EXPECT_EQ(Count(ChartHtml(longer), "L1000 "), 1U) << "the last point stays";
+}
+
+/// Ann beats Bob in each game but the last; Cid comes only then.
+std::string Season() {
+  std::string log;
+  for (int kills = 1; kills <= 12; ++kills) log += Duel("Ann", "Bob", kills);
+  return log + Init("q3dm6") + Join(0, "Ann") + Join(1, "Bob") + Join(2, "Cid") +
+         Kill(1, 0, "ROCKET") + Kill(1, 0, "ROCKET_SPLASH") + Kill(1, 0) + Kill(0, 2) + kShutdown;
+}
+
+TEST(PlayerPage, TellsFormBestGameStreakAndDuels) {
+  SiteRun site;
+  site.Log(Season());
+  ASSERT_EQ(site.Run(), 0);
+  const std::string ann = site.Page("player_ann.html");
+  EXPECT_EQ(Count(ann, "title=\"Game 4 on q3dm17: place 1, score 4\""), 1U);
+  EXPECT_EQ(Count(ann, "title=\"Game 3 on"), 0U) << "the form is that of ten games";
+  EXPECT_EQ(Count(ann, "<li class=\"won\" "), 9U);
+  EXPECT_EQ(Count(ann,
+                  "Best game</span> <strong>12 points</strong> <span class=\"by\"><a "
+                  "href=\"game_12.html\">"),
+            1U);
+  EXPECT_EQ(Count(ann, "<strong>12 kills</strong>"), 2U) << "the streak, and the award for it";
+  EXPECT_EQ(Count(ann, "aria-label=\"Score in 13 games: first 1, last 1, lowest 1, highest 12\""),
+            1U);
+  EXPECT_EQ(Count(ann, "<th scope=\"row\">Rocket</th><td>0</td><td>2</td>"), 1U)
+      << "the splash counts as the weapon";
+  EXPECT_EQ(Count(ann, "<th scope=\"row\">Railgun</th><td>78</td><td>1</td>"), 1U);
+  EXPECT_EQ(
+      Count(site.Page("player_bob.html"), "<th scope=\"row\">Railgun</th><td>1</td><td>78</td>"),
+      1U);
+  EXPECT_EQ(Count(site.Page("player_bob.html"), "of all players&#39; kills"), 0U);
+  EXPECT_EQ(Count(site.Page("player_cid.html"), "class=\"chart\""), 0U) << "one game is no curve";
+}
+
+TEST(PlayerPage, ShowsTheRatingOfTheUsersOwnRules) {
+  SiteRun site;
+  site.Log(Season());
+  const auto folder = site.OwnTemplates();
+  WriteFile(folder / "custrank.htmlt", "kill.killer = rank + 2\nkill.victim = rank - 1\n");
+  site.Set("Main", "use_cust_rank", "1");
+  site.Set("Main", "cust_rank_start", "100");
+  ASSERT_EQ(site.Run(), 0);
+  // 78 frags in twelve games, then one, and three deaths.
+  EXPECT_EQ(
+      Count(site.Page("player_ann.html"),
+            "aria-label=\"Rating in 13 games: first 102, last 255, lowest 102, highest 256\""),
+      1U);
+}
+
+TEST(PlayerPage, LeavesNoTraceOfWhoIsLeftOut) {
+  SiteRun site;
+  site.Log(Season());
+  WriteFile(site.Folder() / "players.txt", "- Bob\n");
+  ASSERT_EQ(site.Run(), 0);
+  const std::string ann = site.Page("player_ann.html");
+  EXPECT_EQ(Count(ann, "Bob"), 0U);
+  EXPECT_EQ(Count(ann, "<th scope=\"row\">Railgun</th><td>1</td><td>0</td>"), 1U) << "of Cid";
+  EXPECT_EQ(Count(ann, "<th scope=\"row\">Rocket</th><td>0</td>"), 0U);
+}
+
+}  // namespace
+}  // namespace morvane::test
