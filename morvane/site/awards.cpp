@@ -105,8 +105,8 @@ void Jury::Weapons() {
   const std::vector<WeaponUse> field = JoinSplash(statistics_.summary.weapons, facts_.splashOf);
   for (std::size_t i = 0; i < std::min(field.size(), kMostWeapons); ++i) {
     if (field[i].kills == 0) break;
-    Give("Best with the " + WeaponText(facts_, field[i].weapon), "\xC2\xA0% of the own kills", 1,
-         [&](std::uint32_t player) {
+    Give("Best with the " + WeaponText(facts_, field[i].weapon) + ": share of the own kills",
+         "\xC2\xA0%", 1, [&](std::uint32_t player) {
            const Figures& figures = Of(player).figures;
            double kills = 0;
            for (const WeaponUse& use : figures.weapons) {
@@ -147,7 +147,7 @@ void Jury::Rivals() {
     const std::uint32_t lost = back == nullptr ? 0 : back->kills;
     if (pair.kills > lost && pair.kills + lost >= kLeastMeetings) ++won[pair.killer];
   }
-  Give("Most duels won", " opponents behind", 0, [&](std::uint32_t i) { return won[i]; });
+  Give("Most duels won: opponents behind", "", 0, [&](std::uint32_t i) { return won[i]; });
   if (statistics_.ranked > 0) {
     Give("Giant slayer: most kills of the first in the ranking", " kills", 0,
          [&](std::uint32_t i) { return ofFirst[i]; });
@@ -162,7 +162,7 @@ void Jury::Newcomers() {
         facts_.days.first > 0 && !games.empty() && games.front().game >= facts_.days.first;
     return isNew ? static_cast<double>(Of(i).figures.score) : 0;
   });
-  Give("Climber of the last evening", " places up", 0, [&](std::uint32_t i) {
+  Give("Climber of the last evening: places up", "", 0, [&](std::uint32_t i) {
     const std::uint32_t before = facts_.RankBefore(i);
     const bool climbed = before > 0 && Of(i).ranked && before > Of(i).rank;
     return climbed ? before - Of(i).rank : 0;
@@ -187,7 +187,7 @@ void Jury::Maps() {
           there.games >= kFewGames && usual > 0 && map->summary.games < statistics_.games.size();
       better[there.player] = isEnough ? 100 * (Ratio(there.figures) / usual - 1) : 0;
     }
-    Give("At home on " + NameText(map->title), "\xC2\xA0% above the usual kills per death", 0,
+    Give("At home on " + NameText(map->title) + ": kills per death above the usual", "\xC2\xA0%", 0,
          [&](std::uint32_t i) { return better[i] < 1 ? 0 : better[i]; });
   }
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "morvane/site/career_data.h"
 #include "morvane/statistics/figures.h"
 #include "morvane/statistics/names.h"
 
@@ -68,6 +69,18 @@ void SetBars(Data& object, const Player& player, const Highest& highest) {
   SetPercent(object, "kills_per_game_percent", Per(figures.kills, player.games),
              highest.killsPerGame);
   SetPercent(object, "kills_per_hour_percent", KillsPerHour(player), highest.killsPerHour);
+}
+
+/// How the rank has changed since before the last evening, and the curve of the last games.
+void SetMovement(Data& object, const SiteFacts& facts, const Player& player) {
+  const std::uint32_t before = facts.RankBefore(player.player);
+  const std::uint32_t now = facts.statistics.players[player.player].rank;
+  const bool known = facts.evening.first > 0 && now > 0;
+  SetFlag(object, "rank_new", known && before == 0);
+  SetOptional(object, "rank_up", known && before > now ? std::to_string(before - now) : "");
+  SetOptional(object, "rank_down",
+              known && before > 0 && before < now ? std::to_string(now - before) : "");
+  SetOptional(object, "spark", RatingSpark(facts, player.player));
 }
 
 void SetSeen(Data& object, const SiteFacts& facts, const Seen& seen) {
@@ -218,6 +231,7 @@ Data PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<P
   SetRates(row, "minute", player.timed, player.timed.seconds / kSecondsPerMinute);
   SetGames(row, player);
   SetSeen(row, facts, player.seen);
+  if (&rivals == &facts.statistics.players) SetMovement(row, facts, player);
   SetBars(row, player, highest);
   return row;
 }

@@ -7,10 +7,12 @@
 #include <string>
 #include <utility>
 
+#include "morvane/site/career_data.h"
 #include "morvane/site/figure_data.h"
 #include "morvane/site/game_data.h"
 #include "morvane/site/kill_table.h"
 #include "morvane/site/map_data.h"
+#include "morvane/site/overview_data.h"
 #include "morvane/site/palette.h"
 #include "morvane/statistics/names.h"
 
@@ -89,6 +91,25 @@ Data ColumnColourList(const SiteSettings& settings) {
     const Rgb colour = ParseColour(settings.columnColors[i]).value_or(Rgb{});
     Data row;
     Set(row, "tone", i);
+    Set(row, "color", ColourText(colour));
+    Set(row, "ink", ColourText(InkOn(colour)));
+    Append(list, std::move(row));
+  }
+  return list;
+}
+
+/// From the panel to the colour of links, in which text can be read: what happens often.
+Data HeatColourList(const SiteSettings& settings) {
+  constexpr int kLevels = 4;
+  const Rgb text = ParseColour(settings.textColor).value_or(Rgb{});
+  const Rgb background = ParseColour(settings.backgroundColor).value_or(Rgb{255, 255, 255});
+  const Shades shades = ShadesOf(background, text);
+  const Rgb hot = Readable(ParseColour(settings.linkColor).value_or(text), shades.stripe);
+  Data list = List(kLevels);
+  for (int level = 1; level <= kLevels; ++level) {
+    const Rgb colour = Mix(shades.panel, hot, double{1.0} * level / kLevels);
+    Data row;
+    Set(row, "heat", level);
     Set(row, "color", ColourText(colour));
     Set(row, "ink", ColourText(InkOn(colour)));
     Append(list, std::move(row));
@@ -246,9 +267,29 @@ void DefineSettings(SharedData& shared, const SiteFacts& facts) {
   shared.Define("colors", [&] { return Colours(settings); });
   shared.Define("name_colors", [&] { return NameColourList(settings); });
   shared.Define("column_colors", [&] { return ColumnColourList(settings); });
+  shared.Define("heat_colors", [&] { return HeatColourList(settings); });
   shared.Define("has_hilites", [&] { return Data(HiliteList(settings).is_non_empty_list()); });
   shared.Define("hilites", [&] { return HiliteList(settings); });
   shared.Define("limits", [&] { return LimitData(facts); });
+}
+
+/// What has happened of late.
+void DefineCourse(SharedData& shared, const SiteFacts& facts) {
+  shared.Define("awards", [&] { return AwardList(facts, facts.Awards()); });
+  shared.Define("has_awards", [&] { return Data(!facts.Awards().empty()); });
+  shared.Define("evening", [&] { return EveningData(facts); });
+  shared.Define("game_cards", [&] { return GameCards(facts); });
+  shared.Define("activity", [&] { return ActivityRows(facts); });
+  shared.Define("has_activity",
+                [&] { return Data(std::ranges::any_of(facts.statistics.games, HasDay)); });
+  shared.Define("has_recent", [&] { return Data(facts.days.first > 0); });
+  shared.Define("recent_title", [&] {
+    return Data(facts.days.byDate ? "Last " + std::to_string(kDaysOfLate) + " days"
+                                  : "Last " + std::to_string(kGamesOfLate) + " games");
+  });
+  shared.Define("recent_players", [&] {
+    return PlayerList(facts, PlayersSince(facts.statistics, facts.days.first), 0, kTopPlayers);
+  });
 }
 
 void DefineCounts(SharedData& shared, const SiteFacts& facts) {
@@ -292,6 +333,7 @@ void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
   DefineCounts(shared, facts);
   const Statistics& statistics = facts.statistics;
   DefineUnsplit(shared);
+  DefineCourse(shared, facts);
   shared.Define("summary", [&] { return SummaryData(facts, statistics.summary); });
   shared.Define("players", [&] { return PlayerList(facts, statistics.players); });
   shared.Define("top_players",

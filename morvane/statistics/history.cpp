@@ -7,13 +7,21 @@ namespace {
 
 constexpr std::int64_t kHour = 3600;
 
-/// From the last game back, as long as `isPart` says so of a game and the one after it.
+/// From the last game back, as long as `isPart` says so of a game and the one after it. A game that
+/// may have been earlier than its date says is none of them if even that is too early; else nobody
+/// knows, and the games are counted instead.
 template <class IsPart>
 Period Back(const std::vector<Game>& games, const IsPart& isPart) {
   const auto count = static_cast<std::uint32_t>(games.size());
-  if (count == 0 || !HasDay(games.back())) return {count - std::min(count, kGamesOfLate), false};
+  const Period counted{count - std::min(count, kGamesOfLate), false};
+  if (count == 0 || !HasDay(games.back())) return counted;
   std::uint32_t first = count - 1;
-  while (first > 0 && HasDay(games[first - 1]) && isPart(games[first - 1], games[first])) --first;
+  for (; first > 0; --first) {
+    const Game& game = games[first - 1];
+    if (game.dated == Dated::kUnknown) return counted;
+    if (!isPart(game, games[first])) break;
+    if (!HasDay(game)) return counted;
+  }
   return {first, true};
 }
 

@@ -100,5 +100,99 @@ TEST(PlayerPage, LeavesNoTraceOfWhoIsLeftOut) {
   EXPECT_EQ(Count(ann, "<th scope=\"row\">Rocket</th><td>0</td>"), 0U);
 }
 
+constexpr std::int64_t kFriday = 1772820000;  // of March 2026, in the evening
+constexpr std::int64_t kDay = 24 * 3600;
+
+/// A game of a known date.
+std::string DatedDuel(std::int64_t start, std::string_view winner, std::string_view loser,
+                      int kills) {
+  return Init() + ServerTime(start) + Join(0, winner) + Join(1, loser) + Kills(kills, 0, 1) +
+         kShutdown;
+}
+
+/// Long ago Ann leads Bob; then a Friday evening, and a Saturday on which Bob overtakes her and Cid
+/// comes.
+std::string Weekend() {
+  return DatedDuel(kFriday - 60 * kDay, "Ann", "Bob", 10) + DatedDuel(kFriday, "Ann", "Bob", 4) +
+         DatedDuel(kFriday + 600, "Bob", "Ann", 2) + DatedDuel(kFriday + kDay, "Bob", "Ann", 15) +
+         DatedDuel(kFriday + kDay + 600, "Cid", "Ann", 3);
+}
+
+TEST(Overview, TellsTheLastEvening) {
+  SiteRun site;
+  site.Log(Weekend());
+  ASSERT_EQ(site.Run(), 0);
+  const std::string page = site.Page("stats.html");
+  EXPECT_EQ(Count(page, "<p class=\"lede\">Up to game 5, "), 1U);
+  EXPECT_EQ(Count(page, "<h2>The last evening</h2>"), 1U);
+  EXPECT_EQ(Count(page, "2 games, 3 players, 18 kills."), 1U);
+  EXPECT_EQ(Count(page, "New: <span class=\"item\"><a href=\"player_cid.html\">"), 1U);
+  EXPECT_EQ(Count(page, "<bdi>Bob</bdi></a> 1 to rank 1</span>"), 1U);
+  EXPECT_EQ(Count(page, "1 games, 1 won, 15 kills</span> <strong>15 points</strong>"), 1U);
+  EXPECT_EQ(Count(page, "<td class=\"h4\">2</td>"), 2U) << "Friday and Saturday";
+  EXPECT_EQ(Count(page, "<ul class=\"cards\">"), 1U);
+  EXPECT_EQ(Count(page, "<h3><a href=\"game_5.html\">Game 5</a> on "), 1U);
+}
+
+TEST(Overview, WithoutDatesSpeaksOfGames) {
+  SiteRun site;
+  std::string log;
+  for (int i = 0; i < 30; ++i) log += Duel(i < 5 ? "Ann" : "Bob", "Cid", 1);
+  site.Log(log);
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(Count(site.Page("stats.html"), "<h2>The last games</h2>\n<p>20 games, 2 players"), 1U);
+  EXPECT_EQ(Count(site.Page("playerrank.html"), ">Last 20 games</label>"), 1U);
+}
+
+TEST(Overview, AwardsGoToPeopleAndNameTheGame) {
+  SiteRun site;
+  std::string log = Weekend();
+  for (int i = 0; i < 6; ++i) {
+    log += Init() + JoinBot(0, "Robot") + Join(1, "Ann") + Kills(50, 0, 1) + kShutdown;
+  }
+  site.Log(log);
+  ASSERT_EQ(site.Run(), 0);
+  const std::string page = site.Page("stats.html");
+  const std::string awards = page.substr(page.find("<h2>Awards</h2>"),
+                                         page.find("<h2>Records</h2>") - page.find("<h2>Awards"));
+  EXPECT_EQ(Count(awards, "Robot"), 0U);
+  EXPECT_EQ(Count(awards,
+                  "Longest kill streak</span> <strong>15 kills</strong> <span "
+                  "class=\"by\"><a href=\"player_bob.html\"><bdi>Bob</bdi></a>, <a "
+                  "href=\"game_4.html\">"),
+            1U);
+  EXPECT_EQ(Count(site.Page("player_bob.html"), "Longest kill streak</span>"), 2U)
+      << "the award and the game";
+}
+
+TEST(Ranking, ShowsMovementAndTheLastDays) {
+  SiteRun site;
+  site.Log(Weekend());
+  ASSERT_EQ(site.Run(), 0);
+  const std::string page = site.Page("playerrank.html");
+  EXPECT_EQ(Count(page, "up </span>1</span>"), 1U) << "Bob";
+  EXPECT_EQ(Count(page, "down </span>1</span>"), 1U) << "Ann";
+  EXPECT_EQ(Count(page, "<span class=\"new\">new</span>"), 1U) << "Cid";
+  EXPECT_EQ(Count(page, ">Last 30 days</label>"), 1U);
+  const std::string late = page.substr(page.find("<div class=\"span-late\">"));
+  EXPECT_EQ(Count(late, ">17<svg"), 1U) << "Bob's score, without the ten deaths of long ago";
+  EXPECT_EQ(Count(late, ">4<svg"), 1U) << "Ann's";
+  EXPECT_EQ(Count(page, "class=\"spark\""), 2U) << "Cid has one game";
+}
+
+TEST(Ranking, OfTheUsersRulesCountsWhatWasGained) {
+  SiteRun site;
+  site.Log(Weekend());
+  const auto folder = site.OwnTemplates();
+  WriteFile(folder / "custrank.htmlt", "kill.killer = rank + 2\nkill.victim = rank - 1\n");
+  site.Set("Main", "use_cust_rank", "1");
+  site.Set("Main", "cust_rank_start", "100");
+  ASSERT_EQ(site.Run(), 0);
+  const std::string page = site.Page("playerrank.html");
+  const std::string late = page.substr(page.find("<div class=\"span-late\">"));
+  EXPECT_EQ(Count(late, "<td class=\"lead\">30.0</td>"), 1U) << "Bob: 17 kills, 4 deaths";
+  EXPECT_EQ(Count(late, "<td class=\"lead\">6.0</td>"), 1U) << "Cid began at 100";
+}
+
 }  // namespace
 }  // namespace morvane::test
