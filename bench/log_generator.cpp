@@ -468,8 +468,13 @@ void Server::Capture() {
   if (players.empty()) return;
   const std::size_t slot = Pick(players, By::kStrength);
   Client& client = clients_[slot];
-  Line("Item: %d team_CTF_%sflag", static_cast<int>(slot), client.team == 1 ? "blue" : "red");
+  const char* const flag = client.team == 1 ? "BLUE" : "RED";
+  const int id = static_cast<int>(slot);
+  Line("Item: %d team_CTF_%sflag", id, client.team == 1 ? "blue" : "red");
+  Line("CTF: %d %d 0: %s got the %s flag!", id, 3 - client.team, client.person->name, flag);
   if (random_.Chance(0.5)) return;
+  Line("CTF: %d %d 1: %s captured the %s flag!", id, 3 - client.team, client.person->name, flag);
+  Line("Award: %d 4: %s gained the CAPTURE award!", id, client.person->name);
   client.score += 5;
   ++teamScores_[static_cast<std::size_t>(client.team)];
 }

@@ -69,7 +69,7 @@ WallClock LocalTime(std::int64_t secondsSince1970) {
   const auto time = static_cast<std::time_t>(secondsSince1970);
   std::tm parts = {};
   localtime_r(&time, &parts);
-  return {(parts.tm_wday + 6) % 7, parts.tm_hour};
+  return {parts.tm_year + 1900, parts.tm_mon + 1, (parts.tm_wday + 6) % 7, parts.tm_hour};
 }
 
 TimeFormat::TimeFormat(std::string format)

@@ -20,6 +20,8 @@ std::string Duration(std::int64_t seconds);
 
 /// A point of time on a wall clock.
 struct WallClock {
+  int year = 0;
+  int month = 0;    ///< 1 to 12
   int weekday = 0;  ///< 0: Monday
   int hour = 0;
 };

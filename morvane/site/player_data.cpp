@@ -5,6 +5,7 @@
 #include <string>
 
 #include "morvane/site/career_data.h"
+#include "morvane/site/duel_data.h"
 
 namespace morvane {
 namespace {
@@ -47,20 +48,6 @@ std::vector<Opponent> Opponents(const SiteFacts& facts, std::uint32_t player) {
     return a.Meetings() > b.Meetings();
   });
   return opponents;
-}
-
-/// The weapons between the player and another.
-Data WeaponsBetween(const SiteFacts& facts, std::uint32_t player, std::uint32_t other) {
-  const std::vector<WeaponDuels::Balance> weapons = facts.Duels().Between(player, other);
-  Data list = List(weapons.size());
-  for (const WeaponDuels::Balance& use : weapons) {
-    Data row;
-    Set(row, "name", WeaponText(facts, use.weapon));
-    Set(row, "kills", use.kills);
-    Set(row, "deaths", use.deaths);
-    Append(list, std::move(row));
-  }
-  return list;
 }
 
 /// Sets `opponents` and how many more there are.

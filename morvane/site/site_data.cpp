@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "morvane/site/career_data.h"
+#include "morvane/site/duel_data.h"
 #include "morvane/site/figure_data.h"
 #include "morvane/site/game_data.h"
 #include "morvane/site/kill_table.h"
@@ -21,7 +22,6 @@ namespace {
 
 constexpr std::size_t kTopPlayers = 100;
 constexpr std::size_t kRecentGames = 20;
-constexpr std::size_t kMostDuels = 100;
 
 Data UserVariables(const SiteSettings& settings) {
   Data object;
@@ -173,44 +173,6 @@ Data WeaponTable(const SiteFacts& facts,
   return TableData(facts.settings, table);
 }
 
-struct Duel {
-  Pair one;                // who killed more often is the killer
-  std::uint32_t back = 0;  // kills the other way
-  std::uint32_t Kills() const { return one.kills + back; }
-};
-
-/// The pairs of players who killed each other most often.
-std::vector<Duel> Duels(const Statistics& statistics) {
-  std::vector<Duel> duels;
-  for (const Pair& pair : statistics.pairs) {
-    const Pair* reverse = FindPair(statistics.pairs, pair.victim, pair.killer);
-    const std::uint32_t back = reverse == nullptr ? 0 : reverse->kills;
-    const bool counted = pair.kills > back || (pair.kills == back && pair.killer < pair.victim);
-    if (counted && pair.kills > 0 && pair.killer != pair.victim) duels.push_back({pair, back});
-  }
-  std::stable_sort(duels.begin(), duels.end(), [](const Duel& left, const Duel& right) {
-    return left.Kills() > right.Kills();
-  });
-  if (duels.size() > kMostDuels) duels.resize(kMostDuels);
-  return duels;
-}
-
-Data DuelList(const SiteFacts& facts) {
-  const std::vector<Duel> duels = Duels(facts.statistics);
-  Data list = List(duels.size());
-  for (const Duel& duel : duels) {
-    Data row;
-    Set(row, "winner_link", facts.PlayerLabel(duel.one.killer).link);
-    Set(row, "loser_link", facts.PlayerLabel(duel.one.victim).link);
-    Set(row, "winner_kills", duel.one.kills);
-    Set(row, "loser_kills", duel.back);
-    Set(row, "kills", duel.Kills());
-    SetPercent(row, "winner_percent", duel.one.kills, duel.Kills());
-    Append(list, std::move(row));
-  }
-  return list;
-}
-
 /// A record: what it is called and what of a player it takes, the greater the better.
 struct RecordKind {
   const char* title;
@@ -357,6 +319,7 @@ void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
     return WeaponTable(facts, [](const WeaponUse& use) { return use.deaths; });
   });
   shared.Define("duels", [&] { return DuelList(facts); });
+  shared.Define("duel_tables", [&] { return DuelTables(facts); });
   shared.Define("records", [&] { return RecordList(facts); });
 }
 

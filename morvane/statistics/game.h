@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -56,6 +58,25 @@ struct Figures {
   std::vector<ItemCount> itemCounts;  ///< most first
 };
 
+/// What a mod's log tells of a player besides kills ("Award:", "CTF:").
+enum class Feat : std::uint8_t {
+  kExcellent,
+  kImpressive,
+  kGauntlet,
+  kDefence,
+  kAssist,
+  kCapture,
+  kFlagTaken,
+  kFlagCaptured,
+  kFlagReturned,
+  kCarrierKilled,
+  kCount
+};
+inline constexpr auto kFeats = static_cast<std::size_t>(Feat::kCount);
+
+/// A feat for people: "Flag captured".
+const char* FeatTitle(Feat feat);
+
 /// How often one killed another; killer and victim are indices into the list beside it.
 struct Pair {
   std::uint32_t killer = 0;
@@ -80,8 +101,11 @@ struct Entrant {
   bool stayed = false;      ///< to the end of the game; true for all in one that is broken off
   bool winner = false;  ///< place 1 among several, or in team games of Game::winningTeam at the end
   bool bot = false;     ///< no person, when last seen in the game
-  double rating = 0;    ///< the player's, when the game was over; see Player::rating
-  Figures figures;      ///< rivals are indices into the game's entrants
+  std::uint32_t came = 0;                     ///< seconds since the start, by the log's stamps
+  std::uint32_t left = 0;                     ///< for good, before the end; 0: stayed, or not known
+  std::array<std::uint32_t, kFeats> feats{};  ///< how often each
+  double rating = 0;  ///< the player's, when the game was over; see Player::rating
+  Figures figures;    ///< rivals are indices into the game's entrants
 };
 
 /// Leads, but is left out of all pages.
@@ -102,6 +126,7 @@ struct KillEvent {
   std::uint16_t victim = 0;
   std::uint16_t weapon = 0;
   bool teamKill = false;
+  std::uint32_t second = 0;  ///< since the start, by the log's stamps
   static constexpr std::uint16_t kWorld = 0xFFFF;
 };
 

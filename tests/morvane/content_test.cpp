@@ -194,5 +194,56 @@ TEST(Ranking, OfTheUsersRulesCountsWhatWasGained) {
   EXPECT_EQ(Count(late, "<td class=\"lead\">6.0</td>"), 1U) << "Cid began at 100";
 }
 
+/// Bob leads by eight and leaves it to Ann; Cid comes late, Dan leaves.
+std::string Turnaround() {
+  std::string log = Init() + Join(0, "Ann") + Join(1, "Bob") + Join(2, "Dan");
+  for (int i = 0; i < 8; ++i) log += Kill(1, 0, "ROCKET", "  1:10 ");
+  log += "  2:00 ClientDisconnect: 2\n" + Join(3, "Cid", 0, "  2:30 ");
+  log += "  2:40 Award: 0 1: Ann gained the GAUNTLET award! gained the EXCELLENT award!\n";
+  log += "  2:41 CTF: 3 1 1: Cid captured the RED flag!\n  2:41 Award: 3 9: Cid hopped\n";
+  log += "  2:42 Award: 40 1: Nobody gained the IMPRESSIVE award!\n";
+  for (int i = 0; i < 10; ++i) log += Kill(0, 1, "SHOTGUN", "  3:00 ");
+  return log + "  4:00 Exit: Fraglimit hit.\n" + kShutdown;
+}
+
+TEST(GamePage, TellsItsCourse) {
+  for (const char* use : {"0", "1", "1"}) {  // the last time from the database
+    SiteRun site;
+    site.Log(Turnaround());
+    site.Set("Main", "use_db", use);
+    ASSERT_EQ(site.Run(), 0);
+    ASSERT_EQ(site.Run(), 0);
+    const std::string page = site.Page("game_1.html");
+    EXPECT_EQ(Count(page, "<span class=\"what\">First frag, 1:10</span> <strong>Rocket</strong>"),
+              1U);
+    EXPECT_EQ(Count(page, "Longest run, 3:00 to 3:00</span> <strong>10 kills</strong>"), 1U);
+    EXPECT_EQ(Count(page, "Comeback: won, though behind at 1:10 by</span> <strong>8</strong>"), 1U);
+    EXPECT_EQ(Count(page, "<bdi>Cid</bdi></a> 2:30</span>"), 1U);
+    EXPECT_EQ(Count(page, "<bdi>Dan</bdi></a> 2:00</span>"), 1U);
+    EXPECT_EQ(Count(page,
+                    "<span class=\"item\">Excellent 1</span></span> <span class=\"by\"><a "
+                    "href=\"player_ann.html\">"),
+              1U);
+    EXPECT_EQ(Count(page, ">Flag captured 1<"), 1U);
+    EXPECT_EQ(Count(page, "Impressive"), 0U) << "of nobody who plays";
+    // Ann's curve: nothing until three minutes of four, then ten.
+    EXPECT_EQ(Count(page, "<path class=\"t0\" d=\"M0 1000H750V0H1000V0\"/>"), 1U);
+    EXPECT_EQ(Count(page, "Score by the frags at the end: Ann 10, Bob 8, Cid 0, Dan 0"), 1U);
+  }
+}
+
+TEST(GamePage, SaysNothingThatTheLogDoesNotTell) {
+  SiteRun site;
+  site.Log(
+      "InitGame: \\g_gametype\\0\\mapname\\q3dm17\nClientUserinfoChanged: 0 n\\Ann\\t\\0\n"
+      "ClientBegin: 0\nClientUserinfoChanged: 1 n\\Bob\\t\\0\nClientBegin: 1\n"
+      "Kill: 0 1 10: a killed b by MOD_RAILGUN\nShutdownGame:\n");
+  ASSERT_EQ(site.Run(), 0);
+  const std::string page = site.Page("game_1.html");
+  EXPECT_EQ(Count(page, "class=\"chart\""), 0U);
+  EXPECT_EQ(Count(page, "<span class=\"what\">First frag</span> <strong>Railgun</strong>"), 1U);
+  EXPECT_EQ(Count(page, "Joined late") + Count(page, "Left before") + Count(page, "Comeback"), 0U);
+}
+
 }  // namespace
 }  // namespace morvane::test
