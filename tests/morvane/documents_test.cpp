@@ -125,6 +125,11 @@ TEST(TemplateDocument, EveryVariableHasAValueSomewhere) {
   SiteRun site;
   std::string crowd;  // so many that not every page of a list is linked
   for (int first = 120; first < 1500; first += 60) crowd += FullHouse(first);
+  for (int first = 0; first < 240; first += 60) {  // and one who met more than a page shows
+    std::vector<std::string> names = {"Host"};
+    for (int i = 0; i < 59; ++i) names.push_back("Visitor" + std::to_string(first + i));
+    crowd += OneGame(names);
+  }
   site.Log(RichLog() + crowd);
   const fs::path folder = site.OwnTemplates();
   WriteFile(folder / "custrank.htmlt", "kill.killer = rank + 1\n");
@@ -148,7 +153,9 @@ TEST(TemplateDocument, EveryVariableHasAValueSomewhere) {
     }
   };
   run();
-  // What is there only where nobody is ranked, and where all games or none may have been earlier.
+  // What is there only without rules, where nobody is ranked, and where all games or none may have
+  // been earlier.
+  site.Set("Main", "use_cust_rank", "0");
   site.Set("Main", "players_min_kills", "1000");
   site.Log(OneGame({"Ann", "Bob"}));
   run();
