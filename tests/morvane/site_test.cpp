@@ -610,7 +610,7 @@ TEST(Site, LongListsHaveSeveralPages) {
   EXPECT_EQ(RowsOf(site.Page("some-1.html"), "game (\\d+);"), descending(200, 1));
   const std::string player = "<th scope=\"row\"><a href=\"player_";
   const std::string first = site.Page("playerrank.html");
-  EXPECT_EQ(Count(first.substr(0, first.find("span-late\">")), player), 200U);
+  EXPECT_EQ(Count(first.substr(0, first.find("<div class=\"span-late\"")), player), 200U);
   EXPECT_GT(Count(first, "class=\"span-late\""), 0U) << "once, beside the first page";
   EXPECT_EQ(Count(site.Page("playerrank-2.html"), player), 200U);
   EXPECT_EQ(Count(site.Page("playerrank-3.html"), player), 2U);
