@@ -376,7 +376,7 @@ double Server::SkillOf(std::size_t slot) const {
 
 std::size_t Server::VictimOf(std::size_t killer, const std::vector<std::size_t>& slots) {
   const char* rival = clients_[killer].person->rival;
-  if (rival != nullptr && random_.Chance(0.35)) {
+  if (rival != nullptr && random_.Chance(0.12)) {
     for (const std::size_t slot : slots) {
       if (std::string_view(clients_[slot].person->name) == rival) return slot;
     }

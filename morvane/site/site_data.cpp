@@ -292,6 +292,7 @@ void DefineCounts(SharedData& shared, const SiteFacts& facts) {
 
 /// What a page says whose list is not split.
 void DefineUnsplit(SharedData& shared) {
+  shared.Define("first_page", [] { return Data(true); });
   shared.Define("has_pages", [] { return Data(false); });
   shared.Define("pages", [] { return List(0); });
   shared.Define("page_range", [] { return Data(false); });
