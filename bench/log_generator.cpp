@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdio>
 #include <numeric>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace bench {
@@ -39,14 +41,17 @@ enum Type { kFreeForAll = 0, kTournament = 1, kTeamDeathmatch = 3, kCaptureTheFl
 struct Weapon {
   int number;
   const char* name;
+  double share;  // of the kills
 };
 
-constexpr Weapon kWeapons[] = {{6, "ROCKET"},        {7, "ROCKET_SPLASH"}, {10, "RAILGUN"},
-                               {11, "LIGHTNING"},    {1, "SHOTGUN"},       {8, "PLASMA"},
-                               {9, "PLASMA_SPLASH"}, {3, "MACHINEGUN"},    {5, "GRENADE_SPLASH"},
-                               {2, "GAUNTLET"},      {18, "TELEFRAG"},     {12, "BFG"}};
-constexpr Weapon kWorldDeaths[] = {{22, "TRIGGER_HURT"}, {19, "FALLING"}, {16, "LAVA"}};
-constexpr Weapon kOwnDeaths[] = {{7, "ROCKET_SPLASH"}, {5, "GRENADE_SPLASH"}};
+constexpr Weapon kWeapons[] = {
+    {6, "ROCKET", 0.23},        {7, "ROCKET_SPLASH", 0.2}, {10, "RAILGUN", 0.19},
+    {11, "LIGHTNING", 0.09},    {1, "SHOTGUN", 0.07},      {8, "PLASMA", 0.06},
+    {9, "PLASMA_SPLASH", 0.04}, {3, "MACHINEGUN", 0.05},   {5, "GRENADE_SPLASH", 0.03},
+    {2, "GAUNTLET", 0.02},      {18, "TELEFRAG", 0.01},    {12, "BFG", 0.01}};
+constexpr Weapon kWorldDeaths[] = {
+    {22, "TRIGGER_HURT", 0.4}, {19, "FALLING", 0.4}, {16, "LAVA", 0.2}};
+constexpr Weapon kOwnDeaths[] = {{7, "ROCKET_SPLASH", 0.8}, {5, "GRENADE_SPLASH", 0.2}};
 
 constexpr const char* kItems[] = {
     "item_armor_shard",       "item_armor_shard",  "item_armor_shard", "item_health",
@@ -81,15 +86,30 @@ struct Person {
   double skill;        // 1: average
   double comes;        // on an evening
   std::size_t weapon;  // index of the favourite
+  // Which part of the evenings, from 0 to 1, passes without: one who comes late, one who was away.
+  double awayFrom = 0;
+  double awayTo = 0;
+  double warmsUp = 0;           // what the skill gains in the course of a game
+  const char* rival = nullptr;  // whom this one looks for
+  bool bot = false;
 };
 
-constexpr Person kPeople[] = {{"^1Karm^7ina", 1.75, 0.92, 2}, {"Halbert", 1.45, 0.95, 0},
-                              {"^4o^5z^6o^2n", 1.35, 0.9, 3}, {"[VX]^3Mirel", 1.2, 0.85, 1},
-                              {"^2pond^0frog", 1.05, 0.9, 4}, {"Tarnished Tim", 0.95, 0.88, 0},
-                              {"^6Lun^7ette", 0.9, 0.85, 5},  {"b<o>lt & nut", 0.85, 0.8, 2},
-                              {"^5Ingrid", 0.75, 0.9, 7},     {"Slow\xE9", 0.6, 0.85, 8},
-                              {"^3drop^1bear", 1.1, 0.3, 1},  {"Passer-by", 0.7, 0.12, 7},
-                              {"^7Old ^1Hand", 1.6, 0.2, 2}};
+constexpr Person kPeople[] = {{"^1Karm^7ina", 1.26, 0.92, 2},
+                              {"Halbert", 1.2, 0.95, 0, 0, 0, 0, "^4o^5z^6o^2n"},
+                              {"^4o^5z^6o^2n", 1.19, 0.9, 3, 0, 0, 0, "Halbert"},
+                              {"[VX]^3Mirel", 1.1, 0.85, 1, 0, 0, 0.5},
+                              {"^2pond^0frog", 1.04, 0.9, 4},
+                              {"Tarnished Tim", 0.97, 0.88, 0},
+                              {"^6Lun^7ette", 0.95, 0.85, 5},
+                              {"b<o>lt & nut", 0.93, 0.8, 2},
+                              {"^5Ingrid", 0.88, 0.9, 7},
+                              {"Slow\xE9", 0.82, 0.85, 8},
+                              {"^3drop^1bear", 1.05, 0.3, 1},
+                              {"Passer-by", 0.9, 0.12, 7},
+                              {"^7Old ^1Hand", 1.22, 0.7, 2, 0.3, 0.75},
+                              {"^2fresh^7mint", 1.08, 0.9, 2, 0, 0.8},
+                              {"Cogsworth", 0.8, 0, 3, 0, 0, 0, nullptr, true},
+                              {"Rivet", 0.76, 0, 0, 0, 0, 0, nullptr, true}};
 
 struct Client {
   const Person* person = nullptr;
@@ -104,8 +124,9 @@ class Server {
   Server(std::uint64_t seed, const std::function<void(std::string_view)>& write)
       : random_(seed), write_(write) {}
 
-  /// One evening; the clock begins at 0. The result is its length in seconds.
-  int PlayEvening();
+  /// One evening; the clock begins at 0. `progress`: how far all evenings are, from 0 to 1. The
+  /// result is its length in seconds.
+  int PlayEvening(double progress);
 
  private:
   static constexpr int kTimeLimit = 15 * 60;
@@ -119,6 +140,14 @@ class Server {
   void PlayGame(const Place& place);
   void PlaySecond(const Place& place);
   void Arrivals();
+  bool IsAway(const Person& person) const;
+  void SeatBots();
+  void LateComer(const Place& place);
+  void ChooseDate();
+  void ServerTime();
+  double SkillOf(std::size_t slot) const;
+  std::size_t VictimOf(std::size_t killer, const std::vector<std::size_t>& slots);
+  const Weapon& WeaponOf(std::size_t killer);
   void Join(std::size_t slot, const Place& place);
   void Fight(const Place& place);
   void OwnMistake(std::size_t slot);
@@ -143,6 +172,9 @@ class Server {
   int now_ = 0;
   int end_ = 0;
   int gameStart_ = 0;
+  double progress_ = 0;
+  int day_ = 0;       // of the evening, counted from the first
+  int startsAt_ = 0;  // second of that day
 };
 
 template <class... Values>
@@ -159,7 +191,9 @@ void Server::Line(const char* format, Values... values) {
   write_(std::string(text, used + static_cast<std::size_t>(size)) + "\n");
 }
 
-int Server::PlayEvening() {
+int Server::PlayEvening(double progress) {
+  progress_ = progress;
+  ChooseDate();
   now_ = 0;
   end_ = static_cast<int>(2.5 * 3600) + static_cast<int>(random_.Below(5400));
   for (std::size_t slot = 0; slot < clients_.size(); ++slot) clients_[slot] = {};
@@ -175,8 +209,34 @@ void Server::Init(const Place& place) {
       "\\timelimit\\15\\capturelimit\\%d\\version\\ioq3 1.36\\protocol\\68\\mapname\\%s"
       "\\gamename\\baseq3\\g_needpass\\0",
       static_cast<int>(place.type), kFragLimit, kCaptureLimit, place.map);
+  ServerTime();
   gameStart_ = now_;
   teamScores_ = {};
+}
+
+/// Most evenings are at the end of a week; Sundays begin in the afternoon.
+void Server::ChooseDate() {
+  constexpr double kChances[] = {0.03, 0.05, 0.15, 0.08, 0.6, 0.5, 0.25};  // Monday first
+  constexpr int kHour = 3600;
+  do {
+    ++day_;
+  } while (!random_.Chance(kChances[day_ % 7]));
+  const bool isSunday = day_ % 7 == 6;
+  startsAt_ = (isSunday ? 15 : 19) * kHour + static_cast<int>(random_.Below(2 * kHour));
+}
+
+/// The line that tells the date and the time of day.
+void Server::ServerTime() {
+  using namespace std::chrono;
+  constexpr sys_days kFirstMonday = 2026y / March / 2;
+  const seconds time(startsAt_ + now_);
+  const auto days = floor<std::chrono::days>(time);
+  const year_month_day date(kFirstMonday + std::chrono::days(day_) + days);
+  const hh_mm_ss<seconds> clock(time - days);
+  Line("ServerTime:\t%04d%02u%02u%02d%02d%02d\t00:00", static_cast<int>(date.year()),
+       static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
+       static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
+       static_cast<int>(clock.seconds().count()));
 }
 
 void Server::PlayGame(const Place& place) {
@@ -189,13 +249,16 @@ void Server::PlayGame(const Place& place) {
   }
   Init(place);
   Arrivals();
+  SeatBots();
   for (Client& client : clients_) client.team = 0;
   if (place.type == kTournament) ChooseDuel();
   for (std::size_t slot = 0; slot < clients_.size(); ++slot) {
     if (clients_[slot].person != nullptr) Join(slot, place);
   }
   while (!IsOver(place)) PlaySecond(place);
-  if (now_ - gameStart_ >= kTimeLimit) {
+  if (place.type == kTournament && Players().size() < 2) {
+    // The one who stays has nobody to play against.
+  } else if (now_ - gameStart_ >= kTimeLimit) {
     Exit("Timelimit", place);
   } else {
     Exit(place.type == kCaptureTheFlag ? "Capturelimit" : "Fraglimit", place);
@@ -207,17 +270,53 @@ void Server::PlayGame(const Place& place) {
 
 /// Who comes and goes between two games.
 void Server::Arrivals() {
+  for (Client& client : clients_) {
+    if (client.person != nullptr && now_ >= client.leavesAt) client = {};
+  }
   for (const Person& person : kPeople) {
     const bool isHere = std::any_of(clients_.begin(), clients_.end(),
                                     [&](const Client& client) { return client.person == &person; });
     // The first game of an evening draws the crowd, the later ones stragglers.
     const double comes = gameStart_ < 60 ? person.comes : person.comes / 12;
-    if (isHere || !random_.Chance(comes)) continue;
+    if (isHere || person.bot || IsAway(person) || !random_.Chance(comes)) continue;
     const auto free = std::find_if(clients_.begin(), clients_.end(),
                                    [](const Client& client) { return client.person == nullptr; });
     if (free == clients_.end()) return;
     *free = {&person, 0, 0, end_ - static_cast<int>(random_.Below(4000))};
   }
+}
+
+bool Server::IsAway(const Person& person) const {
+  return progress_ >= person.awayFrom && progress_ < person.awayTo;
+}
+
+/// Bots fill the server while few people are there.
+void Server::SeatBots() {
+  constexpr std::ptrdiff_t kFewPeople = 6;
+  const auto people = std::count_if(clients_.begin(), clients_.end(), [](const Client& client) {
+    return client.person != nullptr && !client.person->bot;
+  });
+  for (Client& client : clients_) {
+    if (client.person != nullptr && client.person->bot) client = {};
+  }
+  if (people >= kFewPeople) return;
+  for (const Person& person : kPeople) {
+    const auto free = std::find_if(clients_.begin(), clients_.end(),
+                                   [](const Client& client) { return client.person == nullptr; });
+    if (person.bot && free != clients_.end()) *free = {&person, 0, 0, end_ + kTimeLimit};
+  }
+}
+
+/// Somebody comes in the middle of a game.
+void Server::LateComer(const Place& place) {
+  const Person& person = random_.OneOf(kPeople);
+  const bool isHere = std::any_of(clients_.begin(), clients_.end(),
+                                  [&](const Client& client) { return client.person == &person; });
+  const auto free = std::find_if(clients_.begin(), clients_.end(),
+                                 [](const Client& client) { return client.person == nullptr; });
+  if (isHere || person.bot || IsAway(person) || free == clients_.end()) return;
+  *free = {&person, 0, 0, end_ - static_cast<int>(random_.Below(2000))};
+  Join(static_cast<std::size_t>(free - clients_.begin()), place);
 }
 
 void Server::Join(std::size_t slot, const Place& place) {
@@ -229,8 +328,8 @@ void Server::Join(std::size_t slot, const Place& place) {
   Line("ClientConnect: %d", id);
   Line(
       "ClientUserinfoChanged: %d n\\%s\\t\\%d\\model\\sarge\\hmodel\\sarge\\c1\\4\\c2\\5"
-      "\\hc\\100\\w\\0\\l\\0\\tt\\0\\tl\\0",
-      id, client.person->name, client.team);
+      "\\hc\\100\\w\\0\\l\\0\\tt\\0\\tl\\0%s",
+      id, client.person->name, client.team, client.person->bot ? "\\skill\\    3.00" : "");
   Line("ClientBegin: %d", id);
 }
 
@@ -256,7 +355,7 @@ std::vector<std::size_t> Server::Players() const {
 /// One of the slots, the strong or the weak more often.
 std::size_t Server::Pick(const std::vector<std::size_t>& slots, By by) {
   const auto weight = [&](std::size_t slot) {
-    const double skill = clients_[slot].person->skill;
+    const double skill = SkillOf(slot);
     return by == By::kStrength ? skill * skill : 1 / skill;
   };
   double all = 0;
@@ -269,6 +368,32 @@ std::size_t Server::Pick(const std::vector<std::size_t>& slots, By by) {
   return slots.back();
 }
 
+double Server::SkillOf(std::size_t slot) const {
+  const Person& person = *clients_[slot].person;
+  const double played = static_cast<double>(now_ - gameStart_) / (kTimeLimit / 2.0);
+  return person.skill + person.warmsUp * (std::min(played, 1.0) - 0.5);
+}
+
+std::size_t Server::VictimOf(std::size_t killer, const std::vector<std::size_t>& slots) {
+  const char* rival = clients_[killer].person->rival;
+  if (rival != nullptr && random_.Chance(0.12)) {
+    for (const std::size_t slot : slots) {
+      if (std::string_view(clients_[slot].person->name) == rival) return slot;
+    }
+  }
+  return Pick(slots, By::kWeakness);
+}
+
+const Weapon& Server::WeaponOf(std::size_t killer) {
+  if (random_.Chance(0.25)) return kWeapons[clients_[killer].person->weapon];
+  double left = random_.Unit();
+  for (const Weapon& weapon : kWeapons) {
+    left -= weapon.share;
+    if (left <= 0) return weapon;
+  }
+  return kWeapons[0];
+}
+
 void Server::PlaySecond(const Place& place) {
   ++now_;
   const std::vector<std::size_t> players = Players();
@@ -276,11 +401,14 @@ void Server::PlaySecond(const Place& place) {
     if (random_.Chance(0.07)) Fight(place);
   }
   TakeItems();
+  if (place.type != kTournament && random_.Chance(0.001)) LateComer(place);
   if (random_.Chance(0.01)) Talk();
   if (place.type == kCaptureTheFlag && random_.Chance(0.009)) Capture();
   for (std::size_t slot = 0; slot < clients_.size(); ++slot) {
     Client& client = clients_[slot];
-    if (client.person == nullptr || now_ < client.leavesAt) continue;
+    // Most see the game out.
+    const bool leaves = client.person != nullptr && now_ >= client.leavesAt;
+    if (!leaves || !random_.Chance(0.001)) continue;
     Line("ClientDisconnect: %d", static_cast<int>(slot));
     client = {};
   }
@@ -293,12 +421,9 @@ void Server::Fight(const Place& place) {
     return;
   }
   const std::size_t killer = Pick(players, By::kStrength);
-  const std::size_t victim = Pick(players, By::kWeakness);
+  const std::size_t victim = VictimOf(killer, players);
   if (victim == killer || (AreMates(killer, victim) && !random_.Chance(0.03))) return;
-  const bool favourite = random_.Chance(0.4);
-  const Weapon& weapon =
-      favourite ? kWeapons[clients_[killer].person->weapon] : random_.OneOf(kWeapons);
-  Kill(killer, victim, weapon);
+  Kill(killer, victim, WeaponOf(killer));
   const int points = AreMates(killer, victim) ? -1 : 1;
   clients_[killer].score += points;
   if (place.type == kTeamDeathmatch) {
@@ -343,14 +468,20 @@ void Server::Capture() {
   if (players.empty()) return;
   const std::size_t slot = Pick(players, By::kStrength);
   Client& client = clients_[slot];
-  Line("Item: %d team_CTF_%sflag", static_cast<int>(slot), client.team == 1 ? "blue" : "red");
+  const char* const flag = client.team == 1 ? "BLUE" : "RED";
+  const int id = static_cast<int>(slot);
+  Line("Item: %d team_CTF_%sflag", id, client.team == 1 ? "blue" : "red");
+  Line("CTF: %d %d 0: %s got the %s flag!", id, 3 - client.team, client.person->name, flag);
   if (random_.Chance(0.5)) return;
+  Line("CTF: %d %d 1: %s captured the %s flag!", id, 3 - client.team, client.person->name, flag);
+  Line("Award: %d 4: %s gained the CAPTURE award!", id, client.person->name);
   client.score += 5;
   ++teamScores_[static_cast<std::size_t>(client.team)];
 }
 
 bool Server::IsOver(const Place& place) const {
   if (now_ - gameStart_ >= kTimeLimit) return true;
+  if (place.type == kTournament && Players().size() < 2) return true;
   const int best = *std::max_element(teamScores_.begin(), teamScores_.end());
   if (place.type == kCaptureTheFlag) return best >= kCaptureLimit;
   if (place.type == kTeamDeathmatch) return best >= 2 * kFragLimit;
@@ -408,7 +539,8 @@ void GenerateCrowdLog(std::size_t players, std::size_t games,
 void GenerateLog(std::uint64_t seed, double hours,
                  const std::function<void(std::string_view)>& write) {
   Server server(seed, write);
-  for (double played = 0; played < hours * 3600;) played += server.PlayEvening();
+  const double seconds = hours * 3600;
+  for (double played = 0; played < seconds;) played += server.PlayEvening(played / seconds);
 }
 
 }  // namespace bench

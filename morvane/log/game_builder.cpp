@@ -135,7 +135,10 @@ void GameBuilder::StopPlaying(Slot& slot) {
 
 void GameBuilder::Leave(Slot& slot) {
   StopPlaying(slot);
-  if (slot.entrant != kNobody) left_[PlayerKey(slot.name)].push_back(slot.entrant);
+  if (slot.entrant != kNobody) {
+    left_[PlayerKey(slot.name)].push_back(slot.entrant);
+    if (!game_.complete) game_.entrants[slot.entrant].left = WholeSeconds(clock_);
+  }
   const bool led = slot.entrant != kNobody;
   slot.entrant = kNobody;
   slot.begun = false;
@@ -158,10 +161,12 @@ std::uint32_t GameBuilder::EntrantNamed(std::string_view name) {
     const std::uint32_t entrant = back->second.back();
     back->second.pop_back();
     game_.entrants[entrant].name = name;
+    game_.entrants[entrant].left = 0;
     return entrant;
   }
   if (game_.entrants.size() < kMostEntrants) {
     game_.entrants.emplace_back().name = name;
+    game_.entrants.back().came = WholeSeconds(clock_);
     live_.emplace_back();
   }
   return static_cast<std::uint32_t>(game_.entrants.size() - 1);
@@ -171,7 +176,8 @@ void GameBuilder::Kill(std::size_t killerSlot, std::size_t victimSlot, std::uint
   if (frozen_) return;
   const std::uint32_t victim = EntrantIn(victimSlot);
   const Team victimTeam = slots_[victimSlot].team;
-  KillEvent event{KillEvent::kWorld, static_cast<std::uint16_t>(victim), weapon, false};
+  KillEvent event{KillEvent::kWorld, static_cast<std::uint16_t>(victim), weapon, false,
+                  WholeSeconds(clock_)};
   ++game_.kills;
   if (killerSlot == kWorld) {
     ++FiguresOf(victim).worldDeaths;
@@ -217,6 +223,11 @@ void GameBuilder::Die(std::uint32_t victim, std::uint16_t weapon) {
   ++EntryOf(figures.weapons, &WeaponUse::weapon, weapon).deaths;
   figures.deathStreak = std::max(figures.deathStreak, ++live.deathRun);
   live.killRun = 0;
+}
+
+void GameBuilder::Achieve(std::size_t slot, Feat feat) {
+  if (frozen_ || game_.complete || slots_[slot].entrant == kNobody) return;
+  ++game_.entrants[slots_[slot].entrant].feats[static_cast<std::size_t>(feat)];
 }
 
 void GameBuilder::TakeItem(std::size_t slot, std::uint16_t item) {
@@ -292,6 +303,7 @@ bool GameBuilder::Round() {
   if (begins) {
     firstStamp_ = lastStamp_;
     clock_ = 0;
+    for (Entrant& entrant : game_.entrants) entrant.came = entrant.left = 0;
   }
   for (std::size_t slot = 0; slot < kSlots; ++slot) {
     if (slots_[slot].begun && slots_[slot].team != Team::kSpectator) StartPlaying(slot);

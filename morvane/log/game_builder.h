@@ -36,6 +36,8 @@ class GameBuilder {
   void Begin(std::size_t slot);
   void Disconnect(std::size_t slot);
   void Kill(std::size_t killer, std::size_t victim, std::uint16_t weapon);
+  /// Only of who plays.
+  void Achieve(std::size_t slot, Feat feat);
   void TakeItem(std::size_t slot, std::uint16_t item);
   /// From here on nothing counts; a game without a kill until then is a warm-up as a whole.
   void Warmup();

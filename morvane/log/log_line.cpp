@@ -109,8 +109,9 @@ bool EndsInSeparator(std::string_view text) {
 
 bool IsKnownText(std::string_view text) {
   static constexpr auto kBeginnings = std::to_array<std::string_view>(
-      {"Item: ", "Kill: ", "Client", "InitGame:", "ShutdownGame:", "Exit:", "Warmup:", "InitRound:",
-       "ServerTime:", "score: ", "red:", "say: ", "sayteam: ", "tell: ", "vtell: ", "-----"});
+      {"Item: ", "Kill: ", "Client",
+       "InitGame:", "ShutdownGame:", "Exit:", "Warmup:", "InitRound:", "ServerTime:", "score: ",
+       "red:", "Award: ", "CTF: ", "say: ", "sayteam: ", "tell: ", "vtell: ", "-----"});
   return std::any_of(kBeginnings.begin(), kBeginnings.end(),
                      [&](std::string_view beginning) { return text.starts_with(beginning); });
 }

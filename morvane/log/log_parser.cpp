@@ -169,6 +169,9 @@ class Parser {
   void Userinfo(std::string_view text);
   void Score(std::string_view text);
   void TeamScores(std::string_view text);
+  void Award(std::string_view text);
+  void Flag(std::string_view text);
+  void Achieve(std::string_view text, std::optional<Feat> feat);
   void Exit(std::string_view text);
   void Damaged(std::string_view what);
 
@@ -273,6 +276,10 @@ bool Parser::TakeEnd(std::string_view text) {
     game_.Warmup();
   } else if (text.starts_with("InitRound:")) {
     if (game_.Round()) time_.clock = log_.clock;
+  } else if (Take(text, "Award: ")) {
+    Award(text);
+  } else if (Take(text, "CTF: ")) {
+    Flag(text);
   } else if (Take(text, "ServerTime:")) {
     ServerTime(text);
   }
@@ -388,6 +395,54 @@ void Parser::TeamScores(std::string_view text) {
   int blue = 0;
   if (!TakeNumber(text, blue)) return Damaged("team score");
   game_.TeamScores(red, blue);
+}
+
+// "Award: 3 1: Visor gained the EXCELLENT award!": the numbers of awards differ between mods, and
+// the name may hold anything, so the last word that can be one counts.
+void Parser::Award(std::string_view text) {
+  static constexpr std::pair<std::string_view, Feat> kAwards[] = {
+      {"EXCELLENT", Feat::kExcellent}, {"IMPRESSIVE", Feat::kImpressive},
+      {"GAUNTLET", Feat::kGauntlet},   {"HUMILIATION", Feat::kGauntlet},
+      {"DEFENCE", Feat::kDefence},     {"DEFENSE", Feat::kDefence},
+      {"DEFEND", Feat::kDefence},      {"ASSIST", Feat::kAssist},
+      {"CAPTURE", Feat::kCapture}};
+  constexpr std::string_view kGained = " gained the ";
+  const std::size_t at = text.rfind(kGained);
+  std::optional<Feat> feat;
+  if (at != text.npos) {
+    const std::string_view word = Word(text.substr(at + kGained.size()));
+    for (const auto& [name, known] : kAwards) {
+      if (text::SameName(word, name)) feat = known;
+    }
+  }
+  Achieve(text, feat);
+}
+
+// "CTF: 3 2 1: Visor captured the RED flag!", "... fragged RED's flag carrier!"
+void Parser::Flag(std::string_view text) {
+  static constexpr std::pair<std::string_view, Feat> kVerbs[] = {
+      {" got the ", Feat::kFlagTaken},
+      {" captured the ", Feat::kFlagCaptured},
+      {" returned the ", Feat::kFlagReturned},
+      {" fragged ", Feat::kCarrierKilled}};
+  std::optional<Feat> feat;
+  std::size_t last = 0;
+  for (const auto& [verb, known] : kVerbs) {
+    const std::size_t at = text.rfind(verb);
+    if (at == text.npos || at < last) continue;
+    last = at;
+    feat = known;
+  }
+  Achieve(text, feat);
+}
+
+void Parser::Achieve(std::string_view text, std::optional<Feat> feat) {
+  std::size_t slot = 0;
+  if (!feat || !TakeSlot(text, slot)) {
+    ++log_.skipped;
+    return;
+  }
+  game_.Achieve(slot, *feat);
 }
 
 void Parser::Exit(std::string_view text) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "morvane/site/career_data.h"
 #include "morvane/site/page_text.h"
 #include "morvane/statistics/figures.h"
 
@@ -68,6 +69,18 @@ void SetBars(Data& object, const Player& player, const Highest& highest) {
   SetPercent(object, "kills_per_hour_percent", KillsPerHour(player), highest.killsPerHour);
 }
 
+/// How the rank has changed since before the last evening, and the curve of the last games.
+void SetMovement(Data& object, const SiteFacts& facts, const Player& player) {
+  const std::uint32_t before = facts.RankBefore(player.player);
+  const std::uint32_t now = facts.statistics.players[player.player].rank;
+  const bool known = facts.evening.first > 0 && now > 0;
+  SetFlag(object, "rank_new", known && before == 0);
+  SetOptional(object, "rank_up", known && before > now ? std::to_string(before - now) : "");
+  SetOptional(object, "rank_down",
+              known && before > 0 && before < now ? std::to_string(now - before) : "");
+  SetOptional(object, "spark", RatingSpark(facts, player.player));
+}
+
 void SetSeen(Data& object, const SiteFacts& facts, const Seen& seen) {
   SetTime(object, facts, "first_seen", seen.first, seen.firstDated);
   SetTime(object, facts, "last_seen", seen.last, seen.lastDated);
@@ -75,11 +88,6 @@ void SetSeen(Data& object, const SiteFacts& facts, const Seen& seen) {
 
 std::string WeaponName(const SiteFacts& facts, std::uint16_t weapon) {
   return PageText(WeaponTitle(facts.statistics.vocabulary.weapons[weapon]));
-}
-
-/// Of a weapon and its splash as one.
-std::string JoinedName(const SiteFacts& facts, std::uint16_t weapon) {
-  return PageText(WeaponTitle(WithoutSplash(facts.statistics.vocabulary.weapons[weapon])));
 }
 
 /// What the rows of a list of weapons are measured against.
@@ -131,10 +139,21 @@ void SetTime(Data& object, const SiteFacts& facts, const std::string& name, std:
   SetFlag(object, (name + "_not_after").c_str(), dated == Dated::kNotAfter);
 }
 
+std::string TimeText(const SiteFacts& facts, std::int64_t seconds, Dated dated) {
+  const std::string text = facts.time.Text(seconds);
+  if (text.empty()) return text;
+  if (dated == Dated::kReckoned) return "\xE2\x89\x88 " + text;  // about
+  return dated == Dated::kNotAfter ? "\xE2\x89\xA4 " + text : text;
+}
+
+std::string WeaponText(const SiteFacts& facts, std::uint16_t weapon) {
+  return PageText(WeaponTitle(WithoutSplash(facts.statistics.vocabulary.weapons[weapon])));
+}
+
 std::string FavouriteWeapon(const SiteFacts& facts, const std::vector<WeaponUse>& weapons) {
   const std::vector<WeaponUse> joined = JoinSplash(weapons, facts.splashOf);
   const bool any = !joined.empty() && joined.front().kills > 0;
-  return any ? JoinedName(facts, joined.front().weapon) : std::string();
+  return any ? WeaponText(facts, joined.front().weapon) : std::string();
 }
 
 double Ratio(const Figures& figures) {
@@ -169,7 +188,7 @@ void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>&
   SetFlag(object, "has_items", !items.empty());
   SetFlag(object, "has_splash", joined.size() < weapons.size());
   SetData(object, "weapons", WeaponRows(facts, weapons, WeaponName));
-  SetData(object, "joined_weapons", WeaponRows(facts, joined, JoinedName));
+  SetData(object, "joined_weapons", WeaponRows(facts, joined, WeaponText));
   SetData(object, "items", std::move(itemRows));
 }
 
@@ -203,6 +222,7 @@ Data PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<P
   SetRates(row, "minute", player.timed, Minutes(player.timed.seconds));
   SetGames(row, player);
   SetSeen(row, facts, player.seen);
+  if (&rivals == &facts.statistics.players) SetMovement(row, facts, player);
   SetBars(row, player, highest);
   return row;
 }

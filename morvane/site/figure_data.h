@@ -25,6 +25,12 @@ void SetDuration(Data& object, std::int64_t seconds, bool isKnown);
 void SetTime(Data& object, const SiteFacts& facts, const std::string& name, std::int64_t seconds,
              Dated dated);
 
+/// A point of time with the mark that tells how well it is known; empty when it is not.
+std::string TimeText(const SiteFacts& facts, std::int64_t seconds, Dated dated);
+
+/// What pages call a weapon and its splash as one.
+std::string WeaponText(const SiteFacts& facts, std::uint16_t weapon);
+
 /// The weapon with most kills, splash included; empty without kills.
 std::string FavouriteWeapon(const SiteFacts& facts, const std::vector<WeaponUse>& weapons);
 

@@ -65,6 +65,13 @@ std::string Duration(std::int64_t seconds) {
   return std::to_string(minutes / 60) + two(minutes % 60) + two(seconds % 60);
 }
 
+WallClock LocalTime(std::int64_t secondsSince1970) {
+  const auto time = static_cast<std::time_t>(secondsSince1970);
+  std::tm parts = {};
+  localtime_r(&time, &parts);
+  return {parts.tm_year + 1900, parts.tm_mon + 1, (parts.tm_wday + 6) % 7, parts.tm_hour};
+}
+
 TimeFormat::TimeFormat(std::string format)
     : format_(std::move(format)), usable_(IsUsableFormat(format_)) {
   if (!usable_) format_ = kIsoFormat;

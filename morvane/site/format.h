@@ -18,6 +18,15 @@ double Percent(double part, double whole);
 /// Seconds as "m:ss", from an hour on as "h:mm:ss".
 std::string Duration(std::int64_t seconds);
 
+/// A point of time on a wall clock.
+struct WallClock {
+  int year = 0;
+  int month = 0;    ///< 1 to 12
+  int weekday = 0;  ///< 0: Monday
+  int hour = 0;
+};
+WallClock LocalTime(std::int64_t secondsSince1970);
+
 /// How points of time are shown: local time, in a strftime format.
 class TimeFormat {
  public:

@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 
+#include "morvane/site/course_data.h"
 #include "morvane/site/figure_data.h"
 #include "morvane/site/kill_table.h"
 #include "morvane/site/page_text.h"
@@ -12,7 +13,7 @@
 namespace morvane {
 namespace {
 
-constexpr std::size_t kTones = 8;  // colors of the lead's timeline
+constexpr std::uint32_t kTones = 8;  // colors of players
 
 std::string_view TeamName(Team team) {
   switch (team) {
@@ -50,21 +51,12 @@ void SetTeams(Data& row, const Game& game) {
   SetOptional(row, "blue_score", isKnown ? std::to_string(game.blueScore) : std::string());
 }
 
-/// Steps of the lead's timeline get their colors in the order in which they first lead.
-class Tones {
- public:
-  explicit Tones(bool teams) : teams_(teams) {}
-  std::string Of(std::uint32_t leader) {
-    if (leader == kNobody) return "tie";
-    if (teams_) return std::string(TeamName(static_cast<Team>(leader)));
-    const auto [tone, isNew] = tones_.try_emplace(leader, tones_.size() % kTones);
-    return std::to_string(tone->second);
-  }
-
- private:
-  bool teams_;
-  std::map<std::uint32_t, std::size_t> tones_;
-};
+/// The color of a leader: that of the curve of the scores, by the place.
+std::string ToneOf(const Game& game, std::uint32_t leader) {
+  if (leader == kNobody) return "tie";
+  if (game.teams) return std::string(TeamName(static_cast<Team>(leader)));
+  return std::to_string(leader % kTones);
+}
 
 /// The labels of a game's entrants.
 using Labels = std::vector<Label>;
@@ -107,14 +99,13 @@ Data LeadStep(const Labels& labels, const Game& game, const LeadChange& change, 
 void SetLead(Data& object, const Labels& labels, const Game& game) {
   Data steps = List(game.lead.size());
   std::vector<Reign> reigns;
-  Tones tones(game.teams);
   for (std::size_t i = 0; i < game.lead.size() && game.timed; ++i) {
     const LeadChange& change = game.lead[i];
     const std::uint32_t next = i + 1 < game.lead.size() ? game.lead[i + 1].second : game.length;
     const std::uint32_t end = std::clamp(next, change.second, std::max(game.length, change.second));
     if (end == change.second || change.leader == kLeftOut) continue;
     Data step = LeadStep(labels, game, change, end);
-    Set(step, "tone", tones.Of(change.leader));
+    Set(step, "tone", ToneOf(game, change.leader));
     Append(steps, std::move(step));
     AddReign(reigns, change.leader, end - change.second);
   }
@@ -125,7 +116,7 @@ void SetLead(Data& object, const Labels& labels, const Game& game) {
   for (const Reign& reign : reigns) {
     Data leader;
     SetLabel(leader, LeaderLabel(labels, game, reign.leader));
-    Set(leader, "tone", tones.Of(reign.leader));
+    Set(leader, "tone", ToneOf(game, reign.leader));
     Set(leader, "time", Duration(reign.seconds));
     SetPercent(leader, "percent", reign.seconds, game.length);
     Append(leaders, std::move(leader));
@@ -237,6 +228,7 @@ Data GameData(const SiteFacts& facts, std::uint32_t index) {
   SetData(object, "kill_table", GameTable(facts, game, labels));
   SetUses(object, facts, WeaponsOf(game), {});
   SetLead(object, labels, game);
+  SetCourse(object, facts, game, labels);
   SetData(object, "previous", Neighbour(facts, index - 1));
   SetData(object, "next", Neighbour(facts, index + 1));
   return object;

@@ -62,6 +62,7 @@ void ListPages::SetLinks(Data& object, std::size_t page,
     SetFlag(link, "current", other == page);
     Append(links, std::move(link));
   }
+  SetFlag(object, "first_page", page == 0);
   SetFlag(object, "has_pages", count > 1);
   SetOptional(object, "page_range", count > 1 ? Title(page) : std::string());
   SetData(object, "pages", count > 1 ? std::move(links) : List(0));

@@ -4,13 +4,16 @@
 #include <map>
 #include <string>
 
-#include "morvane/site/game_data.h"
+#include "morvane/site/career_data.h"
+#include "morvane/site/duel_data.h"
 
 namespace morvane {
 namespace {
 
 constexpr std::size_t kMostGames = 100;
-constexpr std::size_t kMostOpponents = 50;
+constexpr std::size_t kMostOpponents = 200;
+// So many have rows of their weapons: a page of hundreds would be too heavy for a phone.
+constexpr std::size_t kMostWithWeapons = 50;
 
 struct Opponent {
   std::uint32_t player = kNobody;
@@ -44,23 +47,30 @@ std::vector<Opponent> Opponents(const SiteFacts& facts, std::uint32_t player) {
   std::stable_sort(opponents.begin(), opponents.end(), [](const Opponent& a, const Opponent& b) {
     return a.Meetings() > b.Meetings();
   });
-  if (opponents.size() > kMostOpponents) opponents.resize(kMostOpponents);
   return opponents;
 }
 
-Data OpponentList(const SiteFacts& facts, std::uint32_t player) {
+/// Sets `opponents` and how many more there are.
+void SetOpponents(Data& object, const SiteFacts& facts, std::uint32_t player) {
   const std::vector<Opponent> opponents = Opponents(facts, player);
-  Data list = List(opponents.size());
-  for (const Opponent& opponent : opponents) {
+  const std::size_t shown = std::min(opponents.size(), kMostOpponents);
+  Data list = List(shown);
+  for (std::size_t i = 0; i < shown; ++i) {
+    const Opponent& opponent = opponents[i];
     Data row;
     SetLabel(row, facts.PlayerLabel(opponent.player));
     Set(row, "kills", opponent.kills);
     Set(row, "deaths", opponent.deaths);
     Set(row, "net", std::int64_t{opponent.kills} - opponent.deaths);
     SetPercent(row, "efficiency", opponent.kills, opponent.Meetings());
+    SetFlag(row, "has_duel_weapons", i < kMostWithWeapons);
+    SetData(row, "duel_weapons",
+            i < kMostWithWeapons ? WeaponsBetween(facts, player, opponent.player) : List(0));
     Append(list, std::move(row));
   }
-  return list;
+  SetData(object, "opponents", std::move(list));
+  const std::size_t more = opponents.size() - shown;
+  SetOptional(object, "more_opponents", more == 0 ? std::string() : std::to_string(more));
 }
 
 Data MapsPlayed(const SiteFacts& facts, std::uint32_t player) {
@@ -84,26 +94,14 @@ Data MapsPlayed(const SiteFacts& facts, std::uint32_t player) {
   return list;
 }
 
-/// A row about a game in which kills, deaths and so on are the player's own.
-Data GamePlayed(const SiteFacts& facts, const SiteFacts::Appearance& appearance) {
-  const Entrant& entrant = facts.statistics.games[appearance.game].entrants[appearance.entrant];
-  Data row = GameRow(facts, appearance.game);
-  SetPlace(row, entrant);
-  Set(row, "kills", entrant.figures.kills);
-  Set(row, "deaths", entrant.figures.deaths);
-  Set(row, "suicides", entrant.figures.suicides);
-  Set(row, "score", entrant.figures.score);
-  SetDecimal(row, "ratio", Ratio(entrant.figures));
-  return row;
-}
-
 }  // namespace
 
 Data PlayerData(const SiteFacts& facts, std::uint32_t index, const Highest& highest) {
   const Player& player = facts.statistics.players[index];
   Data object = PlayerRow(facts, player, facts.statistics.players, highest);
   SetUses(object, facts, player.figures.weapons, player.figures.itemCounts);
-  SetData(object, "opponents", OpponentList(facts, index));
+  SetCareer(object, facts, index);
+  SetOpponents(object, facts, index);
   SetData(object, "maps", MapsPlayed(facts, index));
   const std::vector<SiteFacts::Appearance>& games = facts.Games(index);
   const std::size_t shown = std::min(games.size(), kMostGames);

@@ -9,10 +9,13 @@
 #include <utility>
 
 #include "config/file_names.h"
+#include "morvane/site/career_data.h"
+#include "morvane/site/duel_data.h"
 #include "morvane/site/figure_data.h"
 #include "morvane/site/game_data.h"
 #include "morvane/site/kill_table.h"
 #include "morvane/site/map_data.h"
+#include "morvane/site/overview_data.h"
 #include "morvane/site/page_text.h"
 
 namespace morvane {
@@ -26,7 +29,6 @@ using config::Rgb;
 
 constexpr std::size_t kTopPlayers = 100;
 constexpr std::size_t kRecentGames = 20;
-constexpr std::size_t kMostDuels = 100;
 
 Data UserVariables(const SiteSettings& settings) {
   Data object;
@@ -101,6 +103,25 @@ Data ColumnColorList(const SiteSettings& settings) {
   return list;
 }
 
+/// From the panel to the color of links, in which text can be read: what happens often.
+Data HeatColorList(const SiteSettings& settings) {
+  constexpr int kLevels = 4;
+  const Rgb text = settings.textColor;
+  const Rgb background = settings.backgroundColor;
+  const config::Shades shades = ShadesOf(background, text);
+  const Rgb hot = Readable(settings.linkColor, shades.stripe);
+  Data list = List(kLevels);
+  for (int level = 1; level <= kLevels; ++level) {
+    const Rgb color = Mix(shades.panel, hot, double{1.0} * level / kLevels);
+    Data row;
+    Set(row, "heat", level);
+    Set(row, "color", ColorText(color));
+    Set(row, "ink", ColorText(InkOn(color)));
+    Append(list, std::move(row));
+  }
+  return list;
+}
+
 Data LimitData(const SiteFacts& facts) {
   const Limits& limits = facts.statistics.limits;
   Data object;
@@ -152,44 +173,6 @@ Data WeaponTable(const SiteFacts& facts,
     table.counts.push_back(std::move(row));
   }
   return TableData(facts.settings, table);
-}
-
-struct Duel {
-  Pair one;                // who killed more often is the killer
-  std::uint32_t back = 0;  // kills the other way
-  std::uint32_t Kills() const { return one.kills + back; }
-};
-
-/// The pairs of players who killed each other most often.
-std::vector<Duel> Duels(const Statistics& statistics) {
-  std::vector<Duel> duels;
-  for (const Pair& pair : statistics.pairs) {
-    const Pair* reverse = FindPair(statistics.pairs, pair.victim, pair.killer);
-    const std::uint32_t back = reverse == nullptr ? 0 : reverse->kills;
-    const bool counted = pair.kills > back || (pair.kills == back && pair.killer < pair.victim);
-    if (counted && pair.kills > 0 && pair.killer != pair.victim) duels.push_back({pair, back});
-  }
-  std::stable_sort(duels.begin(), duels.end(), [](const Duel& left, const Duel& right) {
-    return left.Kills() > right.Kills();
-  });
-  if (duels.size() > kMostDuels) duels.resize(kMostDuels);
-  return duels;
-}
-
-Data DuelList(const SiteFacts& facts) {
-  const std::vector<Duel> duels = Duels(facts.statistics);
-  Data list = List(duels.size());
-  for (const Duel& duel : duels) {
-    Data row;
-    Set(row, "winner_link", facts.PlayerLabel(duel.one.killer).link);
-    Set(row, "loser_link", facts.PlayerLabel(duel.one.victim).link);
-    Set(row, "winner_kills", duel.one.kills);
-    Set(row, "loser_kills", duel.back);
-    Set(row, "kills", duel.Kills());
-    SetPercent(row, "winner_percent", duel.one.kills, duel.Kills());
-    Append(list, std::move(row));
-  }
-  return list;
 }
 
 /// A record: what it is called and what of a player it takes, the greater the better.
@@ -255,9 +238,29 @@ void DefineSettings(SharedData& shared, const SiteFacts& facts) {
   shared.Define("colors", [&] { return Colors(settings); });
   shared.Define("name_colors", [&] { return NameColorList(settings); });
   shared.Define("column_colors", [&] { return ColumnColorList(settings); });
+  shared.Define("heat_colors", [&] { return HeatColorList(settings); });
   shared.Define("has_hilites", [&] { return Data(HiliteList(settings).is_non_empty_list()); });
   shared.Define("hilites", [&] { return HiliteList(settings); });
   shared.Define("limits", [&] { return LimitData(facts); });
+}
+
+/// What has happened of late.
+void DefineCourse(SharedData& shared, const SiteFacts& facts) {
+  shared.Define("awards", [&] { return AwardList(facts, facts.Awards()); });
+  shared.Define("has_awards", [&] { return Data(!facts.Awards().empty()); });
+  shared.Define("evening", [&] { return EveningData(facts); });
+  shared.Define("game_cards", [&] { return GameCards(facts); });
+  shared.Define("activity", [&] { return ActivityRows(facts); });
+  shared.Define("has_activity",
+                [&] { return Data(std::ranges::any_of(facts.statistics.games, HasDay)); });
+  shared.Define("has_recent", [&] { return Data(facts.days.first > 0); });
+  shared.Define("recent_title", [&] {
+    return Data(facts.days.byDate ? "Last " + std::to_string(kDaysOfLate) + " days"
+                                  : "Last " + std::to_string(kGamesOfLate) + " games");
+  });
+  shared.Define("recent_players", [&] {
+    return PlayerList(facts, PlayersSince(facts.statistics, facts.days.first), 0, kTopPlayers);
+  });
 }
 
 void DefineCounts(SharedData& shared, const SiteFacts& facts) {
@@ -289,6 +292,7 @@ void DefineCounts(SharedData& shared, const SiteFacts& facts) {
 
 /// What a page says whose list is not split.
 void DefineUnsplit(SharedData& shared) {
+  shared.Define("first_page", [] { return Data(true); });
   shared.Define("has_pages", [] { return Data(false); });
   shared.Define("pages", [] { return List(0); });
   shared.Define("page_range", [] { return Data(false); });
@@ -301,6 +305,7 @@ void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
   DefineCounts(shared, facts);
   const Statistics& statistics = facts.statistics;
   DefineUnsplit(shared);
+  DefineCourse(shared, facts);
   shared.Define("summary", [&] { return SummaryData(facts, statistics.summary); });
   shared.Define("players", [&] { return PlayerList(facts, statistics.players); });
   shared.Define("top_players",
@@ -324,6 +329,7 @@ void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
     return WeaponTable(facts, [](const WeaponUse& use) { return use.deaths; });
   });
   shared.Define("duels", [&] { return DuelList(facts); });
+  shared.Define("duel_tables", [&] { return DuelTables(facts); });
   shared.Define("records", [&] { return RecordList(facts); });
 }
 

@@ -45,14 +45,24 @@ SiteFacts::SiteFacts(const SiteSettings& theSettings, const Statistics& theStati
       time(theSettings.timeFormat),
       pages(theStatistics, theSettings.fileExtension),
       splashOf(SplashOf(theStatistics.vocabulary.weapons)),
+      evening(LastEvening(theStatistics.games)),
+      days(LastDays(theStatistics.games)),
       games_(theStatistics.players.size()),
       playerMaps_(theStatistics.players.size()),
-      deathPairs_(theStatistics.players.size()) {
+      deathPairs_(theStatistics.players.size()),
+      ranksBefore_(RanksAfter(theStatistics, evening.first)) {
   StyleNames();
   if (!templates.games.empty()) firstGameTemplate_ = templates.games.front().Name();
   LabelPlayers(templates);
   LabelMaps(templates);
   IndexPlayers();
+  awards_ = AwardsOf(*this);
+}
+
+const WeaponDuels& SiteFacts::Duels() const {
+  std::call_once(duelsMade_,
+                 [this] { duels_ = std::make_unique<WeaponDuels>(statistics, splashOf); });
+  return *duels_;
 }
 
 // A name keeps the colors that its player chose. Where one of them can hardly be told from the

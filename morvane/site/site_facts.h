@@ -1,16 +1,21 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "morvane/site/awards.h"
 #include "morvane/site/format.h"
 #include "morvane/site/page_data.h"
 #include "morvane/site/page_names.h"
 #include "morvane/site/page_text.h"
 #include "morvane/site/site_settings.h"
 #include "morvane/site/site_templates.h"
+#include "morvane/statistics/duels.h"
+#include "morvane/statistics/history.h"
 #include "morvane/statistics/statistics.h"
 
 namespace morvane {
@@ -36,6 +41,8 @@ class SiteFacts {
   const TimeFormat time;
   const PageNames pages;
   const std::vector<std::uint16_t> splashOf;  ///< see SplashOf
+  const Period evening;                       ///< the last one
+  const Period days;                          ///< those of late
 
   const Label& PlayerLabel(std::uint32_t player) const { return players_[player]; }
   const Label& MapLabel(std::uint32_t map) const { return maps_[map]; }
@@ -62,6 +69,12 @@ class SiteFacts {
     return deathPairs_[player];
   }
 
+  /// The rank of a player before the last evening; 0: not ranked then.
+  std::uint32_t RankBefore(std::uint32_t player) const { return ranksBefore_[player]; }
+  const std::vector<Award>& Awards() const { return awards_; }
+  /// Made when first asked for: a site without pages of players does without.
+  const WeaponDuels& Duels() const;
+
  private:
   void StyleNames();
   void LabelPlayers(const SiteTemplates& templates);
@@ -75,6 +88,10 @@ class SiteFacts {
   std::vector<std::vector<Appearance>> games_;
   std::vector<std::vector<std::pair<std::uint32_t, std::uint32_t>>> playerMaps_;
   std::vector<std::vector<std::uint32_t>> deathPairs_;
+  std::vector<std::uint32_t> ranksBefore_;
+  std::vector<Award> awards_;
+  mutable std::once_flag duelsMade_;
+  mutable std::unique_ptr<const WeaponDuels> duels_;
 };
 
 /// Sets `name`, `name_html`, `link`, `page` and `bot`.

@@ -126,4 +126,11 @@ int MeansOfDeath(std::string_view name) {
   return found == kMeans.end() ? 0 : static_cast<int>(found - kMeans.begin());
 }
 
+const char* FeatTitle(Feat feat) {
+  constexpr std::array<const char*, kFeats> kTitles = {
+      "Excellent", "Impressive", "Humiliation",   "Defence",       "Assist",
+      "Capture",   "Flag taken", "Flag captured", "Flag returned", "Flag carrier killed"};
+  return kTitles[static_cast<std::size_t>(feat)];
+}
+
 }  // namespace morvane

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -61,6 +63,25 @@ struct Figures : Counts {
   std::vector<ItemCount> itemCounts;  ///< most first
 };
 
+/// What a mod's log tells of a player besides kills ("Award:", "CTF:").
+enum class Feat : std::uint8_t {
+  kExcellent,
+  kImpressive,
+  kGauntlet,
+  kDefence,
+  kAssist,
+  kCapture,
+  kFlagTaken,
+  kFlagCaptured,
+  kFlagReturned,
+  kCarrierKilled,
+  kCount
+};
+inline constexpr auto kFeats = static_cast<std::size_t>(Feat::kCount);
+
+/// A feat for people: "Flag captured".
+const char* FeatTitle(Feat feat);
+
 /// How often one killed another; killer and victim are indices into the list beside it.
 struct Pair {
   std::uint32_t killer = 0;
@@ -85,7 +106,11 @@ struct Entrant {
   bool stayed = false;      ///< to the end of the game; true for all in one that is broken off
   bool winner = false;  ///< place 1 among several, or in team games of Game::winningTeam at the end
   bool bot = false;     ///< no person, when last seen in the game
-  Figures figures;      ///< rivals are indices into the game's entrants
+  std::uint32_t came = 0;                     ///< seconds since the start, by the log's stamps
+  std::uint32_t left = 0;                     ///< for good, before the end; 0: stayed, or not known
+  std::array<std::uint32_t, kFeats> feats{};  ///< how often each
+  double rating = 0;  ///< the player's, when the game was over; see Player::rating
+  Figures figures;    ///< rivals are indices into the game's entrants
 };
 
 /// Leads, but is left out of all pages.
@@ -106,8 +131,14 @@ struct KillEvent {
   std::uint16_t victim = 0;
   std::uint16_t weapon = 0;
   bool teamKill = false;
+  std::uint32_t second = 0;  ///< since the start, by the log's stamps
   static constexpr std::uint16_t kWorld = 0xFFFF;
 };
+
+/// Whether it is the kill of an opponent.
+inline bool IsFrag(const KillEvent& event) {
+  return !event.teamKill && event.killer != KillEvent::kWorld && event.killer != event.victim;
+}
 
 /// One game of a log.
 struct Game {
@@ -130,7 +161,7 @@ struct Game {
   std::vector<Entrant> entrants;  ///< who played, best place first; who only looked on is none
   std::vector<Pair> pairs;        ///< sorted by killer, then victim
   std::vector<LeadChange> lead;
-  std::vector<KillEvent> events;  ///< kept only where a custom ranking or a database needs them
+  std::vector<KillEvent> events;
 };
 
 /// Whether every game of this g_gametype is played in teams. One of a mod's own types, from 8 on,

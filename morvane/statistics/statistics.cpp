@@ -1,6 +1,7 @@
 #include "morvane/statistics/statistics.h"
 
 #include <algorithm>
+#include <cmath>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
@@ -91,6 +92,15 @@ void TakeOut(Game& game, const std::vector<std::uint32_t>& newIndex) {
     return newIndex[pair.killer] == kNobody || newIndex[pair.victim] == kNobody;
   });
   RenumberPairs(game.pairs, newIndex);
+  std::erase_if(game.events, [&](const KillEvent& event) {
+    return newIndex[event.victim] == kNobody ||
+           (event.killer != KillEvent::kWorld && newIndex[event.killer] == kNobody);
+  });
+  for (KillEvent& event : game.events) {
+    event.victim = static_cast<std::uint16_t>(newIndex[event.victim]);
+    if (event.killer == KillEvent::kWorld) continue;
+    event.killer = static_cast<std::uint16_t>(newIndex[event.killer]);
+  }
   for (LeadChange& change : game.lead) {
     if (game.teams || change.leader == kNobody) continue;
     const std::uint32_t leader = newIndex[change.leader];
@@ -258,13 +268,21 @@ std::vector<std::uint32_t> RankPlayers(std::vector<Player>& players, std::vector
   return newIndex;
 }
 
-/// Plays the games over under the user's rules; the ranks of all players at the end.
-std::vector<double> PlayRanking(Ranking& ranking, std::size_t players, Statistics& statistics) {
-  std::vector<double> ranks(players, ranking.Start());
+/// Plays the games over, under the user's rules where there are any, and sets the rating of each
+/// entrant after each; the ratings of all players at the end.
+std::vector<double> PlayRatings(Ranking* ranking, std::size_t players, Statistics& statistics) {
+  std::vector<double> ratings(players, ranking == nullptr ? 0 : ranking->Start());
   for (Game& game : statistics.games) {
-    ranking.Play(game, statistics.vocabulary.weapons, statistics.limits.gameLastPlaced, ranks);
+    if (ranking != nullptr) {
+      ranking->Play(game, statistics.vocabulary.weapons, statistics.limits.gameLastPlaced, ratings);
+    } else {
+      for (const Entrant& entrant : game.entrants) {
+        ratings[entrant.player] += static_cast<double>(entrant.figures.score);
+      }
+    }
+    for (Entrant& entrant : game.entrants) entrant.rating = ratings[entrant.player];
   }
-  return ranks;
+  return ratings;
 }
 
 void RankAll(const Limits& limits, Statistics& statistics) {
@@ -329,6 +347,33 @@ bool IsCounted(const Game& game, const Limits& limits) {
          (!game.timed || reaches(game.length, limits.minTime));
 }
 
+std::vector<Player> PlayersSince(const Statistics& statistics, std::uint32_t first) {
+  std::vector<std::string> names;
+  std::vector<double> before(statistics.players.size(), std::nan(""));
+  std::vector<double> gained(statistics.players.size());
+  for (const Player& player : statistics.players) names.push_back(player.name);
+  Totals totals(statistics.limits.gameLastPlaced, names);
+  for (std::uint32_t i = 0; i < statistics.games.size(); ++i) {
+    if (i >= first) totals.Add(statistics.games[i]);
+    for (const Entrant& entrant : statistics.games[i].entrants) {
+      double& rating = i < first ? before[entrant.player] : gained[entrant.player];
+      rating = entrant.rating;
+    }
+  }
+  Summary summary;
+  std::vector<Player> players;
+  std::vector<Pair> pairs;
+  totals.Finish(summary, players, pairs);
+  for (Player& player : players) {
+    player.ranked = statistics.players[player.player].ranked;
+    if (!statistics.customRanking) continue;
+    const double start = before[player.player];
+    player.rating = gained[player.player] - (std::isnan(start) ? statistics.startRating : start);
+  }
+  RankPlayers(players, pairs);
+  return players;
+}
+
 bool IsRanked(const Player& player, const Limits& limits) {
   // No limit applies to a time that is not known.
   const bool isTimed = player.timed.games == player.games;
@@ -347,20 +392,17 @@ Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabul
   statistics.games = std::move(games);
   PlayerNumbers numbers(names);
   for (Game& game : statistics.games) numbers.Number(game);
-  std::vector<double> ranks;
-  if (ranking != nullptr) ranks = PlayRanking(*ranking, numbers.LeftOut().size(), statistics);
-  for (Game& game : statistics.games) game.events = {};
+  std::vector<double> ratings = PlayRatings(ranking, numbers.LeftOut().size(), statistics);
   const auto newNumbers = LeaveOut(statistics.games, numbers.LeftOut());
   const std::vector<std::string> given = Kept(numbers.Given(), newNumbers);
   // Maps and totals need the same games and nothing of each other.
   platform::ForEachOnThreads(2, 2, [&](std::size_t task) {
     task == 0 ? AddTotals(given, statistics) : AddMaps(given, statistics);
   });
-  if (ranking != nullptr) {
-    ranks = Kept(std::move(ranks), newNumbers);
-    for (std::size_t i = 0; i < ranks.size(); ++i) statistics.players[i].rating = ranks[i];
-    statistics.customRanking = true;
-  }
+  ratings = Kept(std::move(ratings), newNumbers);
+  for (std::size_t i = 0; i < ratings.size(); ++i) statistics.players[i].rating = ratings[i];
+  statistics.customRanking = ranking != nullptr;
+  statistics.startRating = ranking == nullptr ? 0 : ranking->Start();
   RankAll(limits, statistics);
   return statistics;
 }

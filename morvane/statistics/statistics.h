@@ -76,7 +76,12 @@ struct Statistics {
   Limits limits;                 ///< that these were made under
   std::uint32_t gamesFound = 0;  ///< counted or not
   bool customRanking = false;    ///< rating is the custom rank value
+  double startRating = 0;        ///< what a player's rating begins with
 };
+
+/// What the players of some games did there: of those from `first` on to the last one. Ranked are
+/// who is ranked over all games, by the rating gained.
+std::vector<Player> PlayersSince(const Statistics& statistics, std::uint32_t first);
 
 /// Whether a game counts: no warm-up, and none of the game limits misses it. A log without stamps
 /// tells no length, so `min_time` does not apply to its games.

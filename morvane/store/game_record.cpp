@@ -123,6 +123,20 @@ void WalkFigures(Stream& stream, Figures& f, int version) {
   for (auto& item : f.itemCounts) Each(stream, item.item, item.count);
 }
 
+/// Of most players none is told: then one byte says so.
+template <class Feats>
+void WalkFeats(Writer& writer, const Feats& feats) {
+  const bool any = std::ranges::any_of(feats, [](std::uint32_t count) { return count > 0; });
+  writer.Value(any);
+  for (std::size_t i = 0; any && i < feats.size(); ++i) writer.Value(feats[i]);
+}
+template <class Feats>
+void WalkFeats(Reader& reader, Feats& feats) {
+  bool any = false;
+  reader.Value(any);
+  for (std::size_t i = 0; any && i < feats.size(); ++i) reader.Value(feats[i]);
+}
+
 template <class Stream, class Game>
 void WalkGame(Stream& stream, Game& game, int version) {
   Each(stream, game.map, game.type, game.start, game.length, game.timed, game.warmup, game.complete,
@@ -132,6 +146,8 @@ void WalkGame(Stream& stream, Game& game, int version) {
   for (auto& entrant : game.entrants) {
     Each(stream, entrant.name, entrant.team, entrant.place, entrant.stayed, entrant.winner);
     if (version >= 3) Each(stream, entrant.bot);
+    if (version >= 4) Each(stream, entrant.came, entrant.left);
+    if (version >= 4) WalkFeats(stream, entrant.feats);
     WalkFigures(stream, entrant.figures, version);
   }
   stream.Size(game.pairs);
@@ -141,6 +157,7 @@ void WalkGame(Stream& stream, Game& game, int version) {
   stream.Size(game.events);
   for (auto& event : game.events) {
     Each(stream, event.killer, event.victim, event.weapon, event.teamKill);
+    if (version >= 4) Each(stream, event.second);
   }
 }
 

@@ -38,6 +38,24 @@ function sortBy(table, heading) {
   body.append(...rows.map((entry) => entry.row));
 }
 
+// A box above a table that leaves only the rows whose names hold what is typed.
+function addFind(table) {
+  const label = document.createElement("label");
+  const input = document.createElement("input");
+  input.type = "search";
+  label.className = "find";
+  label.append(table.dataset.find + " ", input);
+  input.addEventListener("input", () => {
+    const wanted = input.value.trim().toLowerCase();
+    for (const row of table.tBodies[0].rows) {
+      row.hidden = !row.querySelector("th").textContent.toLowerCase().includes(wanted);
+    }
+  });
+  table.parentElement.before(label);
+}
+
+for (const table of document.querySelectorAll("table[data-find]")) addFind(table);
+
 for (const table of document.querySelectorAll("table.sortable")) {
   for (const heading of table.tHead.rows[0].cells) {
     const button = document.createElement("button");

@@ -125,7 +125,17 @@ TEST(TemplateDocument, EveryVariableHasAValueSomewhere) {
   SiteRun site;
   std::string crowd;  // so many that not every page of a list is linked
   for (int first = 120; first < 1500; first += 60) crowd += FullHouse(first);
-  site.Log(RichLog() + crowd);
+  for (int first = 0; first < 240; first += 60) {  // and one who met more than a page shows
+    std::vector<std::string> names = {"Host"};
+    for (int i = 0; i < 59; ++i) names.push_back("Visitor" + std::to_string(first + i));
+    crowd += OneGame(names);
+  }
+  // One who climbs, a bot that owns a map, a comeback, and a game of flags at the end.
+  crowd += Duel("Zero", "Guest6", 30) + Init("q3bots") + JoinBot(0, "Robot") + Join(1, "Guest6") +
+           Kills(3, 0, 1) + kShutdown + Turnaround() + Init("q3ctf1", 4) + Join(0, "Ann", 1) +
+           Join(1, "Bob", 2) + Kills(2, 0, 1) + "  5:00 Exit: Capturelimit hit.\n" +
+           "  5:00 red:3  blue:1\n" + kShutdown;
+  site.Log(OneGame({"Ann", "Zero"}) + RichLog() + crowd);
   const fs::path folder = site.OwnTemplates();
   WriteFile(folder / "custrank.htmlt", "kill.killer = rank + 1\n");
   WriteFile(site.Folder() / "stars.png", "not a picture");
@@ -148,7 +158,9 @@ TEST(TemplateDocument, EveryVariableHasAValueSomewhere) {
     }
   };
   run();
-  // What is there only where nobody is ranked, and where all games or none may have been earlier.
+  // What is there only without rules, where nobody is ranked, and where all games or none may have
+  // been earlier.
+  site.Set("Main", "use_cust_rank", "0");
   site.Set("Main", "players_min_kills", "1000");
   site.Log(OneGame({"Ann", "Bob"}));
   run();
@@ -160,6 +172,31 @@ TEST(TemplateDocument, EveryVariableHasAValueSomewhere) {
     for (const std::string& mark : marks) EXPECT_TRUE(HasValue(pages, mark)) << mark;
   }
   EXPECT_FALSE(HasValue(pagesOf["everymain"], "@everymain/none@"));
+}
+
+/// The example page: the lines of its section that are set off by four blanks.
+std::string ExamplePage() {
+  std::istringstream lines(ReadFile(kDocuments / "templates.md"));
+  std::string page;
+  bool inside = false;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("## ")) inside = line == "## A small page";
+    if (inside && line.starts_with("    ")) page += line.substr(4) + "\n";
+  }
+  return page;
+}
+
+TEST(TemplateDocument, TheExamplePageWorks) {
+  SiteRun site;
+  site.Log(OneGame({"Ann", "Bob"}));
+  WriteFile(site.OwnTemplates() / "evening.htmlt", ExamplePage());
+  site.Set("TEMPLATES", "main_template0", "evening");
+  ASSERT_EQ(site.Run(), 0);
+  EXPECT_EQ(site.Messages("templateparser.log.txt"), "");
+  const std::string page = site.Page("evening.html");
+  EXPECT_EQ(Count(page, "<p>1 games, 2 players, 1 kills.</p>"), 1U) << page;
+  EXPECT_EQ(Count(page, "<bdi>Ann</bdi></a> 1</li>"), 1U) << page;
+  EXPECT_EQ(Count(page, "No game has been counted"), 0U);
 }
 
 TEST(TemplateDocument, NamesEveryVariableThatTheShippedTemplatesUse) {

@@ -99,6 +99,17 @@ std::string RichLog() {
   return log;
 }
 
+std::string Turnaround() {
+  std::string log = Init() + Join(0, "Ann") + Join(1, "Bob") + Join(2, "Dan");
+  for (int i = 0; i < 8; ++i) log += Kill(1, 0, "ROCKET", "  1:10 ");
+  log += "  2:00 ClientDisconnect: 2\n" + Join(3, "Cid", 0, "  2:30 ");
+  log += "  2:40 Award: 0 1: Ann gained the GAUNTLET award! gained the EXCELLENT award!\n";
+  log += "  2:41 CTF: 3 1 1: Cid captured the RED flag!\n  2:41 Award: 3 9: Cid hopped\n";
+  log += "  2:42 Award: 40 1: Nobody gained the IMPRESSIVE award!\n";
+  for (int i = 0; i < 10; ++i) log += Kill(0, 1, "SHOTGUN", "  3:00 ");
+  return log + "  4:00 Exit: Fraglimit hit.\n" + kShutdown;
+}
+
 std::string OneGame(const std::vector<std::string>& names) {
   std::string log = Init();
   for (std::size_t i = 0; i < names.size(); ++i) log += Join(static_cast<int>(i), names[i]);

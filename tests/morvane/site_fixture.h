@@ -59,6 +59,10 @@ std::string RichLog();
 /// A game of sixty players, each of whom kills the next: Guest`first` and those after.
 std::string FullHouse(int first);
 
+/// A game in which Bob leads by eight and leaves it to Ann; Cid comes late, Dan leaves; a mod tells
+/// awards and flags.
+std::string Turnaround();
+
 /// A log of one game: the first of `names` kills the others, one kill more than the one before.
 std::string OneGame(const std::vector<std::string>& names);
 

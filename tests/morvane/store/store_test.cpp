@@ -189,6 +189,7 @@ Game SampleGame() {
                      "  2:00 Item: 1 item_quad\n  3:00 Exit: Fraglimit hit.\n" +
                      "  3:00 score: 20  ping: 50  client: 0 Ann\n" + kShutdown);
   game.start = 1700000000;
+  game.dated = Dated::kNotAfter;
   game.lead = {{60, 0, 1}, {70, kNobody, 1}};
   return game;
 }
@@ -207,13 +208,26 @@ const std::string kThirdRecord =
     "010200000002b3010101010002000102010100000002010001020001020001000100023c000246ff"
     "ffffff0f0204000100000100010000010000ffff03000200";
 
+const std::string kFourthRecord =
+    "057133646d360080c49fd50cb40101000109467261676c696d697400000004030100000203416e6e"
+    "0001010100010000020200000128b3010101000101010203000200010001020001000342f6620002"
+    "010000010000010200000002b3010101010002000102010100000002010001020001020001000100"
+    "023c000246ffffffff0f0204000100003c010001003c000100003cffff030002003c";
+
 TEST(GameRecord, KeepsItsFormWithItsVersion) {
-  EXPECT_EQ(kRecordVersion, 3) << "pack the sample anew, keep the bytes of the old version";
-  for (const int version : {1, 2, 3}) {
-    const std::string& record = version < 3 ? kFirstRecord : kThirdRecord;
+  EXPECT_EQ(kRecordVersion, 4) << "pack the sample anew, keep the bytes of the old version";
+  for (const int version : {1, 2, 3, 4}) {
+    const std::string& record = version < 3   ? kFirstRecord
+                                : version < 4 ? kThirdRecord
+                                              : kFourthRecord;
     Game game;
     ASSERT_TRUE(UnpackGame(FromHex(record), version, 3, 1, game)) << version;
-    EXPECT_EQ(Hex(PackGame(game)), kThirdRecord) << version;
+    EXPECT_EQ(game.events.at(0).second, version < 4 ? 0U : 60U) << version;
+    Game third;
+    ASSERT_TRUE(UnpackGame(FromHex(kThirdRecord), 3, 3, 1, third));
+    if (version < 4) {
+      EXPECT_EQ(Hex(PackGame(game)), Hex(PackGame(third))) << version;
+    }
     EXPECT_EQ(game.map, "q3dm6");
     EXPECT_EQ(game.start, 1700000000);
     EXPECT_EQ(game.dated, Dated::kNotAfter);
@@ -224,7 +238,7 @@ TEST(GameRecord, KeepsItsFormWithItsVersion) {
     EXPECT_EQ(game.events.size(), 4U);
   }
   Game game;
-  EXPECT_FALSE(UnpackGame(FromHex(kThirdRecord), kRecordVersion + 1, 3, 1, game));
+  EXPECT_FALSE(UnpackGame(FromHex(kFourthRecord), kRecordVersion + 1, 3, 1, game));
   // A game of flags knew a lead and a winner once; now it knows that it does not.
   std::string flags = FromHex(kFirstRecord);
   flags[6] = 2 * 4;
@@ -232,6 +246,8 @@ TEST(GameRecord, KeepsItsFormWithItsVersion) {
   EXPECT_TRUE(game.teams && game.lead.empty());
   EXPECT_FALSE(game.entrants[0].winner || game.entrants[1].winner);
 }
+
+TEST(GameRecord, HasTheFormOfItsVersion) { EXPECT_EQ(Hex(PackGame(SampleGame())), kFourthRecord); }
 
 TEST(GameRecord, ADamagedOneIsNotRead) {
   const struct {

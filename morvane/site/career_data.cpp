@@ -1,0 +1,194 @@
+#include "morvane/site/career_data.h"
+
+#include <algorithm>
+#include <functional>
+#include <string>
+
+#include "morvane/site/chart.h"
+#include "morvane/site/figure_data.h"
+#include "morvane/site/game_data.h"
+#include "morvane/statistics/figures.h"
+#include "morvane/statistics/names.h"
+
+namespace morvane {
+namespace {
+
+using Appearances = std::vector<SiteFacts::Appearance>;
+
+constexpr std::size_t kForm = 10;   // games of the form, and of the mean in the chart
+constexpr std::size_t kSpark = 20;  // games of the curve in a list
+constexpr std::size_t kDots = 300;  // more games make a cloud of them
+constexpr std::size_t kFewest = 3;  // games that make a chart
+
+const Entrant& EntrantOf(const SiteFacts& facts, const SiteFacts::Appearance& appearance) {
+  return facts.statistics.games[appearance.game].entrants[appearance.entrant];
+}
+
+/// A game with its date where there is one, as HTML.
+std::string FootText(const SiteFacts& facts, std::uint32_t game) {
+  const std::string date =
+      TimeText(facts, facts.statistics.games[game].start, facts.statistics.games[game].dated);
+  return EscapeHtml(facts.GameLabel(game).text + (date.empty() ? "" : ", " + date));
+}
+
+/// The mean score of the game and the nine before it.
+std::vector<ChartLine::Point> MeanScores(const std::vector<double>& scores) {
+  std::vector<ChartLine::Point> points;
+  double sum = 0;
+  for (std::size_t i = 0; i < scores.size(); ++i) {
+    sum += scores[i] - (i >= kForm ? scores[i - kForm] : 0);
+    points.push_back({static_cast<double>(i), sum / static_cast<double>(std::min(i + 1, kForm))});
+  }
+  return points;
+}
+
+std::vector<ChartLine::Point> Numbered(const std::vector<double>& values) {
+  std::vector<ChartLine::Point> points;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    points.push_back({static_cast<double>(i), values[i]});
+  }
+  return points;
+}
+
+std::vector<double> ValuesOf(const SiteFacts& facts, const Appearances& games,
+                             double (*value)(const Entrant&)) {
+  std::vector<double> values;
+  for (const SiteFacts::Appearance& game : games) values.push_back(value(EntrantOf(facts, game)));
+  return values;
+}
+
+double RatingOf(const Entrant& entrant) { return entrant.rating; }
+double ScoreOf(const Entrant& entrant) { return static_cast<double>(entrant.figures.score); }
+
+std::string ChartText(const std::string& what, const std::vector<double>& values, int decimals) {
+  const auto [least, most] = std::minmax_element(values.begin(), values.end());
+  return what + " in " + std::to_string(values.size()) + " games: first " +
+         Fixed(values.front(), decimals) + ", last " + Fixed(values.back(), decimals) +
+         ", lowest " + Fixed(*least, decimals) + ", highest " + Fixed(*most, decimals);
+}
+
+/// The rating where it goes by rules; else the score of each game, as the sum only ever rises.
+std::string CareerChart(const SiteFacts& facts, const Appearances& games) {
+  if (games.size() < kFewest) return {};
+  Chart chart;
+  if (facts.statistics.customRanking) {
+    const std::vector<double> ratings = ValuesOf(facts, games, RatingOf);
+    chart.text = ChartText("Rating", ratings, 0);
+    chart.lines.push_back({"main", Numbered(ratings), ChartLine::Form::kLine});
+  } else {
+    const std::vector<double> scores = ValuesOf(facts, games, ScoreOf);
+    chart.text = ChartText("Score", scores, 0);
+    if (scores.size() <= kDots) {
+      chart.lines.push_back({"part", Numbered(scores), ChartLine::Form::kDots});
+    }
+    chart.lines.push_back({"main", MeanScores(scores), ChartLine::Form::kLine});
+  }
+  chart.foot.push_back(FootText(facts, games.front().game));
+  chart.foot.push_back(FootText(facts, games.back().game));
+  return ChartHtml(chart);
+}
+
+/// The last games, the earliest of them first.
+Data FormList(const SiteFacts& facts, const Appearances& games) {
+  const std::size_t shown = std::min(games.size(), kForm);
+  Data list = List(shown);
+  for (std::size_t i = games.size() - shown; i < games.size(); ++i) {
+    const Label label = facts.GameLabel(games[i].game);
+    const Entrant& entrant = EntrantOf(facts, games[i]);
+    Data row;
+    SetLabel(row, label);
+    Set(row, "map", facts.MapLabel(facts.MapOf(facts.statistics.games[games[i].game])).text);
+    SetPlace(row, entrant);
+    Set(row, "score", entrant.figures.score);
+    Append(list, std::move(row));
+  }
+  return list;
+}
+
+/// The game in which a figure of the player's was highest; a false flag where it was never above 0.
+Data HighestGame(const SiteFacts& facts, const Appearances& games,
+                 const std::function<std::int64_t(const Figures&)>& figure) {
+  const auto value = [&](const SiteFacts::Appearance& game) {
+    return figure(EntrantOf(facts, game).figures);
+  };
+  const auto best = std::ranges::max_element(games, {}, value);
+  if (best == games.end() || value(*best) <= 0) return Data(false);
+  return GamePlayed(facts, *best);
+}
+
+/// How much of all kills are made with the favourite weapon: by the player and by the field.
+void SetFavourite(Data& object, const SiteFacts& facts, const Figures& figures) {
+  const std::vector<WeaponUse> own = JoinSplash(figures.weapons, facts.splashOf);
+  const bool any = !own.empty() && own.front().kills > 0;
+  double fieldKills = 0;
+  double fieldUse = 0;
+  for (const WeaponUse& use : facts.statistics.summary.figures.weapons) {
+    fieldKills += use.kills;
+    const bool isSame = any && facts.splashOf[use.weapon] == own.front().weapon;
+    if (isSame) fieldUse += use.kills;
+  }
+  const auto text = [&](double part, double whole) {
+    return any ? Fixed(Percent(part, whole), 1) : std::string();
+  };
+  SetOptional(object, "weapon_share",
+              text(any ? own.front().kills : 0, static_cast<double>(figures.kills)));
+  SetOptional(object, "weapon_field_share", text(fieldUse, fieldKills));
+}
+
+}  // namespace
+
+Data GamePlayed(const SiteFacts& facts, const SiteFacts::Appearance& appearance) {
+  const Entrant& entrant = EntrantOf(facts, appearance);
+  Data row = GameRow(facts, appearance.game);
+  SetPlace(row, entrant);
+  Set(row, "kills", entrant.figures.kills);
+  Set(row, "deaths", entrant.figures.deaths);
+  Set(row, "suicides", entrant.figures.suicides);
+  Set(row, "score", entrant.figures.score);
+  SetDecimal(row, "ratio", Ratio(entrant.figures));
+  Set(row, "kill_streak", entrant.figures.killStreak);
+  return row;
+}
+
+void SetCareer(Data& object, const SiteFacts& facts, std::uint32_t player) {
+  const Appearances& games = facts.Games(player);
+  SetOptional(object, "chart", CareerChart(facts, games));
+  SetFlag(object, "chart_dots", !facts.statistics.customRanking && games.size() <= kDots);
+  SetData(object, "form", FormList(facts, games));
+  SetData(object, "best_game", HighestGame(facts, games, [](const Figures& f) { return f.score; }));
+  SetData(object, "streak_game",
+          HighestGame(facts, games, [](const Figures& f) { return std::int64_t{f.killStreak}; }));
+  SetFavourite(object, facts, facts.statistics.players[player].figures);
+  std::vector<Award> won;
+  std::ranges::copy_if(facts.Awards(), std::back_inserter(won),
+                       [&](const Award& award) { return award.player == player; });
+  SetFlag(object, "has_won", !won.empty());
+  SetData(object, "won_awards", AwardList(facts, won));
+}
+
+std::string RatingSpark(const SiteFacts& facts, std::uint32_t player) {
+  const Appearances& games = facts.Games(player);
+  const Appearances last(games.end() - static_cast<std::ptrdiff_t>(std::min(games.size(), kSpark)),
+                         games.end());
+  // A sum of scores only ever rises: what tells more is each game's own.
+  const bool ruled = facts.statistics.customRanking;
+  const std::vector<double> values = ValuesOf(facts, last, ruled ? RatingOf : ScoreOf);
+  if (values.size() < 2) return {};
+  return SparkHtml(values, ChartText(ruled ? "Rating" : "Score", values, 0));
+}
+
+Data AwardList(const SiteFacts& facts, const std::vector<Award>& awards) {
+  Data list = List(awards.size());
+  for (const Award& award : awards) {
+    Data row;
+    Set(row, "title", PageText(award.title));
+    Set(row, "value", award.value);
+    Set(row, "link", facts.PlayerLabel(award.player).link);
+    SetOptional(row, "game_link",
+                award.game == kNobody ? std::string() : facts.GameLabel(award.game).link);
+    Append(list, std::move(row));
+  }
+  return list;
+}
+
+}  // namespace morvane

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+
+#include "morvane/site/site_facts.h"
+
+namespace morvane {
+
+/// Sets what a player's games tell one after the other: `chart`, `form`, `best_game`,
+/// `streak_game`, how the favourite weapon compares, and `won_awards`.
+void SetCareer(Data& object, const SiteFacts& facts, std::uint32_t player);
+
+/// The curve of a player's rating over the last games, as HTML; empty for fewer than two games.
+std::string RatingSpark(const SiteFacts& facts, std::uint32_t player);
+
+/// A row about a game in which kills, deaths and so on are the player's own.
+Data GamePlayed(const SiteFacts& facts, const SiteFacts::Appearance& appearance);
+
+/// The rows of some awards. `withLink`: says whose they are.
+Data AwardList(const SiteFacts& facts, const std::vector<Award>& awards);
+
+}  // namespace morvane
