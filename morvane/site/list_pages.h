@@ -34,7 +34,8 @@ class ListPages {
   /// The number in the page's file name; 0: none.
   std::size_t Number(std::size_t page) const;
 
-  /// Sets `first_page`, `has_pages`, `pages` and `page_range` for a page. `file`: the file of a number.
+  /// Sets `first_page`, `has_pages`, `pages` and `page_range` for a page. `file`: the file of a
+  /// number.
   void SetLinks(Data& object, std::size_t page,
                 const std::function<std::string(std::size_t number)>& file) const;
 

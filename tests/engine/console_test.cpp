@@ -145,11 +145,13 @@ TEST_F(ConsoleTest, AFloodStopsNothing) {
     statistics >> size >> resident;
     return resident;
   };
-  const long before = residentPages();
+  [[maybe_unused]] const long before = residentPages();
   Run("yes 'a line of the flood' | head -c 15000000\nhead -c 10000000 /dev/zero | tr '\\0' x\n"
       "echo; echo the end; exit 1");
+#ifndef __SANITIZE_ADDRESS__  // which keeps freed memory for itself and slows everything down
   EXPECT_GT(events, clock.elapsed() / 100) << "the window answers ten times a second";
   EXPECT_LT((residentPages() - before) * sysconf(_SC_PAGESIZE), 60'000'000);
+#endif
   EXPECT_TRUE(Text().endsWith("\nthe end\n"));
   EXPECT_LE(Screen().blockCount(), 5000);
 }
