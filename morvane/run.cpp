@@ -102,7 +102,7 @@ void CheckExtension(Settings& settings, Report& report) {
 /// From the logs to the pages.
 int CountAndWrite(const Settings& settings, const std::string& directory, Messages& messages) {
   const auto start = std::chrono::steady_clock::now();
-  Collected collected = CollectGames(settings.sources, true, messages);
+  Collected collected = CollectGames(settings.sources, messages);
   if (!collected.usable) {
     messages.Severe(Log::kMain, "no log could be read; no pages are written");
     return kFailed;

@@ -78,13 +78,18 @@ Data NameColorList(const SiteSettings& settings) {
   return list;
 }
 
+/// A color, and the ink that reads best on it.
+void SetColor(Data& row, Rgb color) {
+  Set(row, "color", ColorText(color));
+  Set(row, "ink", ColorText(InkOn(color)));
+}
+
 Data HiliteList(const SiteSettings& settings) {
   Data list = List(settings.hiliteLevels.size());
   for (const HiliteLevel& level : settings.hiliteLevels) {
     Data row;
     Set(row, "percentile", Fixed(level.percentile, 0));
-    Set(row, "color", ColorText(level.color));
-    Set(row, "ink", ColorText(InkOn(level.color)));
+    SetColor(row, level.color);
     Append(list, std::move(row));
   }
   return list;
@@ -96,8 +101,7 @@ Data ColumnColorList(const SiteSettings& settings) {
     const Rgb color = settings.columnColors[i];
     Data row;
     Set(row, "tone", i);
-    Set(row, "color", ColorText(color));
-    Set(row, "ink", ColorText(InkOn(color)));
+    SetColor(row, color);
     Append(list, std::move(row));
   }
   return list;
@@ -115,8 +119,7 @@ Data HeatColorList(const SiteSettings& settings) {
     const Rgb color = Mix(shades.panel, hot, double{1.0} * level / kLevels);
     Data row;
     Set(row, "heat", level);
-    Set(row, "color", ColorText(color));
-    Set(row, "ink", ColorText(InkOn(color)));
+    SetColor(row, color);
     Append(list, std::move(row));
   }
   return list;

@@ -26,8 +26,8 @@ struct Collected {
 
 /// Reads the logs that the user names, or as much of them as the database does not know yet, and
 /// takes the games of former logs from the database. What a log or the database lacks is a message.
-/// A damaged database is left as it is, and the logs are read without it. `keepEvents`: fill
-/// Game::events.
-Collected CollectGames(const Sources& named, bool keepEvents, Report& report);
+/// A damaged database is left as it is, and the logs are read without it. The games
+/// hold their Game::events.
+Collected CollectGames(const Sources& named, Report& report);
 
 }  // namespace morvane

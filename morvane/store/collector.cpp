@@ -8,16 +8,15 @@
 
 namespace morvane {
 
-Collector::Collector(const Sources& sources, bool keepEvents, Report& report, Database* database)
-    : sources_(sources), report_(report), database_(database), keepEvents_(keepEvents) {
+Collector::Collector(const Sources& sources, Report& report, Database* database)
+    : sources_(sources), report_(report), database_(database) {
   if (database_ != nullptr) {
     paths_ = database_->Paths();
     for (const StoredLog& log : database_->Logs()) stored_[log.id] = log;
   }
   logs_ = OpenLogs(
       sources.logs, [&](const OpenLog& log) { return IsUntouched(log); }, report);
-  wanted_.events = keepEvents || database != nullptr;
-  wanted_.marks = database != nullptr || logs_.size() > 1;
+  wantMarks_ = database != nullptr || logs_.size() > 1;
 }
 
 bool Collector::FindTorn() {
@@ -46,7 +45,7 @@ std::optional<Collected> Collector::Collect() {
     report_.Normal(Log::kParser, Count(unchanged, "log") +
                                      " unchanged since the last run, taken from the database");
   }
-  ReadLogs(unread, wanted_, report_);
+  ReadLogs(unread, wantMarks_, report_);
   if (FindTorn()) return {};
   for (OpenLog& log : logs_) {
     if (log.kind == Kind::kGrown) SettleGrown(log);
@@ -221,7 +220,7 @@ Collected Collector::Result() {
   for (const std::int64_t id : ReadingOrder()) {
     std::vector<Game> games;
     if (database_ != nullptr) {
-      games = database_->ReadGames(id, keepEvents_);
+      games = database_->ReadGames(id);
     } else {
       OpenLog& log = *std::ranges::find_if(logs_, [&](const OpenLog& open) {
         return open.kind != Kind::kTwin && open.stored.id == id;

@@ -23,7 +23,7 @@ struct StoredGame {
 /// One run over the logs, with a database or without.
 class Collector {
  public:
-  Collector(const Sources& sources, bool keepEvents, Report& report, Database* database);
+  Collector(const Sources& sources, Report& report, Database* database);
 
   /// Nothing, and no change of the database, where a log was cut while it was read, see Torn.
   std::optional<Collected> Collect();
@@ -85,8 +85,7 @@ class Collector {
   const Sources& sources_;
   Report& report_;
   Database* database_;
-  Wanted wanted_;
-  bool keepEvents_;
+  bool wantMarks_ = false;
   std::vector<OpenLog> logs_;
   std::vector<std::string> torn_;
   std::map<std::string, StoredPath> paths_;   // as they were when the run began

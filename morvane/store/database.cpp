@@ -281,13 +281,12 @@ Game Database::ReadGame(std::int64_t game) {
   return Unpack(Bytes(row.getColumn(0)), row.getColumn(1).getInt());
 }
 
-std::vector<Game> Database::ReadGames(std::int64_t log, bool keepEvents) {
+std::vector<Game> Database::ReadGames(std::int64_t log) {
   SQLite::Statement row(*database_, "SELECT data, version FROM games WHERE log = ? ORDER BY id");
   row.bind(1, log);
   std::vector<Game> games;
   while (row.executeStep()) {
     games.push_back(Unpack(Bytes(row.getColumn(0)), row.getColumn(1).getInt()));
-    if (!keepEvents) games.back().events = {};
   }
   return games;
 }

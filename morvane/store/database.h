@@ -93,8 +93,8 @@ class Database {
 
   StoredGames GamesOf(std::int64_t log);
   Game ReadGame(std::int64_t game);
-  /// The games of a log. `keepEvents`: fill Game::events.
-  std::vector<Game> ReadGames(std::int64_t log, bool keepEvents);
+  /// The games of a log.
+  std::vector<Game> ReadGames(std::int64_t log);
   /// The ids of games added now are not lower than the returned one.
   std::int64_t AddGames(std::int64_t log, const std::vector<Game>& games,
                         const std::vector<GameMark>& marks);

@@ -90,7 +90,7 @@ bool Collector::IsFollowed(std::int64_t log, std::size_t index) const {
 std::optional<FrontGames> Collector::FrontOf(const OpenLog& log, std::int64_t before) {
   const std::string rest = RestOf(before);
   if (!GoesOn(rest, log.Bytes(), log.FirstGame())) return std::nullopt;
-  return ReadFront(log, rest, wanted_);
+  return ReadFront(log, rest, wantMarks_);
 }
 
 void Collector::GoOnWith(OpenLog& log, std::int64_t before, FrontGames front) {

@@ -85,7 +85,7 @@ std::vector<OpenLog> OpenLogs(const std::vector<LogFile>& files,
   return logs;
 }
 
-void ReadLogs(const std::vector<OpenLog*>& logs, Wanted wanted, Report& report) {
+void ReadLogs(const std::vector<OpenLog*>& logs, bool wantMarks, Report& report) {
   std::vector<std::string_view> texts;
   std::size_t all = 0;
   for (const OpenLog* log : logs) {
@@ -93,7 +93,7 @@ void ReadLogs(const std::vector<OpenLog*>& logs, Wanted wanted, Report& report) 
     all += texts.back().size();
   }
   std::atomic<std::size_t> done = 0;
-  std::vector<ParsedLog> parsed = ParseLogs(texts, wanted.events, [&](const Stretch& stretch) {
+  std::vector<ParsedLog> parsed = ParseLogs(texts, true, [&](const Stretch& stretch) {
     const OpenLog& log = *logs[stretch.log];
     log.text.Release(log.begin + stretch.begin, log.begin + stretch.end);
     done += stretch.end - stretch.begin;
@@ -102,11 +102,11 @@ void ReadLogs(const std::vector<OpenLog*>& logs, Wanted wanted, Report& report) 
   for (std::size_t i = 0; i < logs.size(); ++i) {
     logs[i]->parsed = std::move(parsed[i]);
     SetStarts(logs[i]->parsed, logs[i]->text.LastChange() / kNanoseconds);
-    if (wanted.marks) logs[i]->marks = MarkGames(logs[i]->parsed, texts[i]);
+    if (wantMarks) logs[i]->marks = MarkGames(logs[i]->parsed, texts[i]);
   }
 }
 
-FrontGames ReadFront(const OpenLog& log, std::string carried, Wanted wanted) {
+FrontGames ReadFront(const OpenLog& log, std::string carried, bool wantMarks) {
   FrontGames front;
   const std::vector<GameText>& texts = log.parsed.texts;
   // A game whose first line was torn looks as if it began with the log.
@@ -116,7 +116,7 @@ FrontGames ReadFront(const OpenLog& log, std::string carried, Wanted wanted) {
       texts.size() > front.replaced ? texts[front.replaced].begin : log.Bytes().size();
   const std::string text = carried + std::string(log.Bytes().substr(0, end));
   front.carried = std::move(carried);
-  front.parsed = ParseLog(text, wanted.events);
+  front.parsed = ParseLog(text, true);
   const bool isAll = end == log.Bytes().size();
   SetStarts(front.parsed,
             log.text.LastChange() / kNanoseconds - (isAll ? 0 : log.parsed.clock / 10));
@@ -126,7 +126,7 @@ FrontGames ReadFront(const OpenLog& log, std::string carried, Wanted wanted) {
     }
   }
   if (!isAll) front.parsed.openAtEnd = false;
-  if (wanted.marks) front.marks = MarkGames(front.parsed, text);
+  if (wantMarks) front.marks = MarkGames(front.parsed, text);
   return front;
 }
 

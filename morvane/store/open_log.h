@@ -53,22 +53,17 @@ struct FrontGames {
   std::size_t replaced = 0;  ///< games read of the log itself that are pieces of these: 0 or 1
 };
 
-/// What is asked for beside the games themselves.
-struct Wanted {
-  bool events = false;  ///< Game::events
-  bool marks = false;
-};
-
 /// Opens logs; what cannot be read is left out with a message. Packed ones are unpacked, but for
 /// those of which `isKnown` says that nothing of them will be read.
 std::vector<OpenLog> OpenLogs(const std::vector<LogFile>& files,
                               const std::function<bool(const OpenLog&)>& isKnown, Report& report);
 
-/// Reads what follows OpenLog::begin in each of `logs`, on all cores.
-void ReadLogs(const std::vector<OpenLog*>& logs, Wanted wanted, Report& report);
+/// Reads what follows OpenLog::begin in each of `logs`, on all cores. `wantMarks`: fill
+/// OpenLog::marks.
+void ReadLogs(const std::vector<OpenLog*>& logs, bool wantMarks, Report& report);
 
 /// The games with which a log, read from its first byte, goes on where another one is unfinished.
-FrontGames ReadFront(const OpenLog& log, std::string carried, Wanted wanted);
+FrontGames ReadFront(const OpenLog& log, std::string carried, bool wantMarks);
 
 /// Puts them before those that were read of the log.
 void PutInFront(OpenLog& log, FrontGames front);

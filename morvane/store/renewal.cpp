@@ -21,7 +21,7 @@ void Collector::SettleGrown(OpenLog& log) {
     for (const std::int64_t id : known.ids) database_->DeleteGame(id);
   } else {
     const std::string carried = database_->UnfinishedOf(log.stored.id).carried;
-    if (!carried.empty()) PutInFront(log, ReadFront(log, carried, wanted_));
+    if (!carried.empty()) PutInFront(log, ReadFront(log, carried, wantMarks_));
     if (log.stored.openAtEnd && !known.ids.empty()) {
       if (!games.empty()) KeepStart(games[0], StartOf(database_->ReadGame(known.ids.back())));
       database_->DeleteGame(known.ids.back());
@@ -139,7 +139,7 @@ void Collector::Refollow(std::size_t index) {
     return database_->UpdateLog(log.stored);
   }
   ReadAgain(log);
-  GoOnWith(log, before, ReadFront(log, rest, wanted_));
+  GoOnWith(log, before, ReadFront(log, rest, wantMarks_));
   const StoredGames known = database_->GamesOf(log.stored.id);
   KeepStarts(log, known);
   for (const std::int64_t id : known.ids) database_->DeleteGame(id);
@@ -184,7 +184,7 @@ void Collector::ReadAgain(OpenLog& log) {
   log.begin = 0;
   log.linesBefore = 0;
   log.unfinished = {};
-  ReadLogs({&log}, wanted_, report_);
+  ReadLogs({&log}, wantMarks_, report_);
 }
 
 }  // namespace morvane

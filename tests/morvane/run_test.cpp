@@ -313,7 +313,7 @@ TEST_F(DatabaseTest, HostileNamesStayData) {
   Write("games.log", Duel(name, "Bob", 6) + one_);
   EXPECT_EQ(Games(), 2);
   Database database(At("db").string());
-  const std::vector<Game> games = database.ReadGames(1, true);
+  const std::vector<Game> games = database.ReadGames(1);
   ASSERT_EQ(games.size(), 2U);
   EXPECT_EQ(games[0].entrants[0].name, name);
   EXPECT_EQ(games[0].events.size(), 6U);

@@ -491,7 +491,7 @@ class History {
     }
     for (const Other& other : others_) sources.logs.push_back({other.name, PathOf(other.name)});
     Listener listener;
-    Collected collected = CollectGames(sources, true, listener);
+    Collected collected = CollectGames(sources, listener);
     if (withDatabase) needsRun_ = false;
     Note(std::string(withDatabase ? "run" : "run without database") + "\n" + listener.said);
     if (listener.severe) return Fail("the database failed");

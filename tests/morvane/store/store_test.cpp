@@ -311,7 +311,7 @@ class CollectTest : public testing::Test, protected Report {
     sources.useDatabase = useDatabase;
     sources.databasePath = At("db").string();
     said_.clear();
-    return CollectGames(sources, true, *this).games;
+    return CollectGames(sources, *this).games;
   }
   bool Said(const std::string& text) const { return said_.find(text) != said_.npos; }
 
@@ -591,7 +591,7 @@ TEST_F(CollectTest, TwoRunsAtOnceCountEveryGameOnce) {
   const auto run = [&](const std::string& log, std::size_t& games) {
     const Sources sources{{{log, At(log).string()}}, true, At("db").string()};
     Silent silent;
-    for (int i = 0; i < 5; ++i) games = CollectGames(sources, true, silent).games.size();
+    for (int i = 0; i < 5; ++i) games = CollectGames(sources, silent).games.size();
     if (silent.failed) games = 0;
   };
   Log("b.log", Duel("Dan", "Eve", 9) + two_);
