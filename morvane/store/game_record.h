@@ -8,9 +8,9 @@
 
 namespace morvane {
 
-/// The form of records, and with them of the database that keeps them. Whoever changes the form
-/// raises this, and goes on reading the older forms.
-inline constexpr int kRecordVersion = 4;
+/// The form of records, and with them of the database that keeps them. Whoever changes either
+/// raises this, and goes on reading the older forms. 5 has the records of 4.
+inline constexpr int kRecordVersion = 5;
 
 /// A game as a short run of bytes, to be kept: numbers of seven bits a byte, texts with their
 /// length. What statistics add to a game (Entrant::player) is left out.
