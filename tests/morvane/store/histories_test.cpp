@@ -22,7 +22,9 @@
 //   game that goes on in a log that is not listed, or has lost its front, is not edited.
 // - Where a log goes on in mid-game with one of another name, that one stands before it in the list
 //   when a run first reads it.
-// - A copy holds a game that can be known again. It stands before its log in the list only when the
+// - A log that is no longer listed is not the beginning, byte for byte, of the next one.
+// - A copy holds a game that can be known again, behind its first line. It stands before its log in
+// the list only when the
 //   database knows that one's name.
 // - Without the database there is no more than the files that are listed.
 //
@@ -285,7 +287,12 @@ class History {
       for (int line = 0; line < 2; ++line) begun = server.pending.find('\n', begun) + 1;
       bytes = std::max(bytes, begun);
     }
-    server.Last().written += server.pending.substr(0, bytes);
+    const std::string written = server.Last().written + server.pending.substr(0, bytes);
+    if (server.pieces.size() > 1) {
+      const Piece& former = server.pieces[server.pieces.size() - 2];
+      if (!former.listed && written.starts_with(former.File())) return;
+    }
+    server.Last().written = written;
     server.pending.erase(0, bytes);
     Write(server, server.pieces.size() - 1);
     Note("grow " + server.base + " by " + std::to_string(bytes));
@@ -389,7 +396,7 @@ class History {
     const Piece& piece = server.pieces[index];
     if (needsRun_ || !piece.exists || !piece.listed) return;
     const std::string bytes = Tail(piece.File());
-    if (EndOfKnownGame(bytes) == 0) return;
+    if (EndOfKnownGame(bytes.substr(bytes.find('\n') + 1)) == 0) return;
     Other& other = others_.emplace_back();
     other.name = "copy" + std::to_string(others_.size()) + ".log";
     other.first = Chance(random_, 30) && piece.known;
