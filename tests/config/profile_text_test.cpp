@@ -172,6 +172,11 @@ TEST(ProfileText, EmptiesASection) {
       {"lines before the first header", "top\r\n \r\n[y]\nb,c=1", "top\r\n\r\n\r\n[y]\nb,c=1"},
       {"blank lines alone", "\n\n \n", ""},
       {"after the mark", "\xEF\xBB\xBF[x]\na=1\n", "\xEF\xBB\xBF\n\n[x]\n"},
+      {"a mark stays behind the first line", " \n\n\xEF\xBB\xBF[x]\n \na=1",
+       " \n\xEF\xBB\xBF[x]\na=1"},
+      {"one of UTF-16, too", "\r\n\xFE\xFF[x]\r\n[x]\r\na=1", "\r\n\xFE\xFF[x]\r\n\r\n\r\n[x]\r\n"},
+      {"behind the mark of the file", "\xEF\xBB\xBF\n\xEF\xBB\xBF[x]\na=1\n",
+       "\xEF\xBB\xBF\xEF\xBB\xBF[x]\na=1\n"},
       {"header at the end of the text", "[x]", "\r\n\r\n[x]"},
       {"UTF-16 stays", "\xFF\xFE\n\n[", "\xFF\xFE\n\n["},
   };
@@ -179,8 +184,9 @@ TEST(ProfileText, EmptiesASection) {
     ProfileText text(test.before);
     text.EmptySection("x");
     EXPECT_EQ(text.Bytes(), test.after) << test.what;
-    text.EmptySection("x");
-    EXPECT_EQ(text.Bytes(), test.after) << test.what << ", twice";
+    ProfileText again(test.after);
+    again.EmptySection("x");
+    EXPECT_EQ(again.Bytes(), test.after) << test.what << ", twice";
   }
 }
 
