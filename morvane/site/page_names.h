@@ -15,8 +15,7 @@ namespace morvane {
 std::string FileNamePart(std::string_view name);
 
 /// The file names of the pages. Those of players and maps are made from their names and stay the
-/// same from run to run; a game's holds its own
-/// number, which it keeps.
+/// same from run to run; a game's holds its own number, which it keeps.
 class PageNames {
  public:
   PageNames() = default;

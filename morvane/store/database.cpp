@@ -1,10 +1,12 @@
 #include "morvane/store/database.h"
 
+#include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/Column.h>
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 #include <algorithm>
 #include <filesystem>
+#include <sqlite3.h>
 #include <system_error>
 #include <utility>
 
@@ -14,7 +16,7 @@
 namespace morvane {
 namespace {
 
-constexpr int kBusyMilliseconds = 30000;
+constexpr int kBusyMilliseconds = 5000;
 constexpr std::int64_t kBeginningBytes = 4096;
 enum NameKind { kWeaponNames, kItemNames };
 
@@ -112,17 +114,31 @@ std::uint64_t StoredLog::Beginning(std::string_view bytes, std::int64_t size) {
   return digest != 0 ? digest : 1;
 }
 
-Database::Database(const std::string& directory) {
+Database::Database(const std::string& directory, Use use) {
   std::error_code error;
   std::filesystem::create_directories(directory, error);
   if (error) throw DatabaseError(directory + ": " + error.message());
   const std::string path = (std::filesystem::path(directory) / kFileName).string();
   try {
-    database_ = std::make_unique<SQLite::Database>(
-        path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, kBusyMilliseconds);
+    Open(path, use);
     Prepare();
   } catch (const DatabaseError& failure) {
-    throw DatabaseError(path + ": " + failure.what());
+    throw DatabaseError(path + ": " + failure.what(), failure.getErrorCode());
+  }
+}
+
+void Database::Open(const std::string& path, Use use) {
+  // Who wants a copy has waited before.
+  const int patience = use == Use::kCopy ? kBusyMilliseconds / 5 : kBusyMilliseconds;
+  auto file = std::make_unique<SQLite::Database>(path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE,
+                                                 patience);
+  if (use == Use::kCopy) {
+    database_ = std::make_unique<SQLite::Database>(":memory:",
+                                                   SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+    const int result = SQLite::Backup(*database_, *file).executeStep();
+    if (result != SQLITE_DONE) throw DatabaseError("it is in use", result);
+  } else {
+    database_ = std::move(file);
   }
 }
 

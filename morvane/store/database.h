@@ -71,9 +71,14 @@ class Database {
  public:
   static constexpr std::string_view kFileName = "morvane.db";
 
+  enum class Use {
+    kStore,
+    kCopy  ///< in memory: nothing that is changed is kept
+  };
+
   /// Opens the database in `directory`, and makes directory and database where they are missing. A
-  /// database of an older version is brought to this one.
-  explicit Database(const std::string& directory);
+  /// database of an older version is brought to this one. Waits for another run, but not for ever.
+  explicit Database(const std::string& directory, Use use = Use::kStore);
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
   ~Database();
@@ -113,6 +118,7 @@ class Database {
   void Commit();
 
  private:
+  void Open(const std::string& path, Use use);
   void Prepare();
   void UpgradeFirst();
   void MarkOldGames();

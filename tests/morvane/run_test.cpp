@@ -1,5 +1,6 @@
 #include "morvane/run.h"
 
+#include <SQLiteCpp/Database.h>
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -344,13 +345,28 @@ TEST_F(DatabaseTest, ADamagedDatabaseIsSaidAndDoneWithout) {
        {std::string("no database at all, but long enough to be looked at as one"), scrambled,
         good.substr(0, good.size() / 2)}) {
     Write("db/morvane.db", bytes);
-    EXPECT_EQ(Games(), 1);
+    EXPECT_EQ(Go(), 1) << "not all was written";
+    EXPECT_EQ(ReadFile(At("out/site/page.html")), "1 games\n");
     EXPECT_NE(MainLog().find("severe the database cannot be used"), std::string::npos) << MainLog();
     EXPECT_EQ(ReadFile(At("db/morvane.db")), bytes) << "left as it is";
   }
   fs::remove_all(At("db"));
   Write("db", "a file in the way of the folder");
-  EXPECT_EQ(Games(), 1);
+  EXPECT_EQ(Go(), 1);
+}
+
+TEST_F(DatabaseTest, WhereAnotherRunHoldsItThePagesStay) {
+  Write("games.log", one_);
+  ASSERT_EQ(Games(), 1);
+  Write("games.log", two_);
+  {
+    SQLite::Database other(At("db/morvane.db").string(), SQLite::OPEN_READWRITE);
+    other.exec("BEGIN EXCLUSIVE");
+    EXPECT_EQ(Go(), 1);
+  }
+  EXPECT_EQ(ReadFile(At("out/site/page.html")), "1 games\n") << "and not those of the log alone";
+  EXPECT_NE(MainLog().find("severe the database is in use by another run"), std::string::npos);
+  EXPECT_EQ(Games(), 2);
 }
 
 TEST_F(DatabaseTest, HostileNamesStayData) {
