@@ -26,7 +26,7 @@ constexpr Row kRows[] = {
     Row(kFrame, "Frame1(7)", "SSTab1(6)", {50, 425, 6950, 4935}),
     Row(kStatusBar, "StatBar", "", {0, 5475, 8820, 375}),
     Row(kLabel, "StatBarPanel1", "StatBar", {0, 30, 1610, 345}).Sunken(),
-    Row(kLabel, "StatBarPanel2", "StatBar", {1650, 30, 7155, 345}).Named("Status").Sunken(),
+    Row(kLabel, "StatBarPanel2", "StatBar", {1650, 30, 7155, 345}).Sunken(),
 };
 
 constexpr Row kStripRows[] = {
