@@ -9,7 +9,7 @@ import time
 from contextlib import contextmanager
 from pathlib import Path
 
-PATIENCE = 25  # seconds; a busy machine is slow, a fault lasts
+PATIENCE = 60  # seconds; a busy machine is slow, a fault lasts
 TITLE = "Quillon's Vantorel v"
 
 
