@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
-#include <fcntl.h>
-#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -16,30 +13,7 @@ namespace morvane {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view kTemporary = ".morvane-";  // and the number of the process
-
-std::error_code LastError() { return {errno, std::generic_category()}; }
-
-/// Whether a file is the temporary one of a process that is no more.
-bool IsLeftOver(const std::string& name) {
-  const std::size_t mark = name.rfind(kTemporary);
-  if (mark == name.npos || name.front() != '.') return false;
-  int process = 0;
-  const char* const end = name.data() + name.size();
-  const auto [last, error] = std::from_chars(name.data() + mark + kTemporary.size(), end, process);
-  if (error != std::errc() || last != end || process <= 0) return false;
-  return kill(process, 0) != 0 && errno == ESRCH;
-}
-
-void RemoveLeftOvers(const fs::path& folder) {
-  std::error_code error;
-  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-       entry.increment(error)) {
-    std::error_code ignored;
-    if (IsLeftOver(entry->path().filename().string())) fs::remove(entry->path(), ignored);
-  }
-}
+using platform::LastError;
 
 /// Whether the file holds exactly this.
 bool Holds(const fs::path& path, std::string_view content) {
@@ -50,24 +24,15 @@ bool Holds(const fs::path& path, std::string_view content) {
   return platform::ReadWholeFile(path, error) == content && !error;
 }
 
-std::error_code WriteNew(const fs::path& path, std::string_view content) {
-  const int descriptor =
-      open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666);
-  if (descriptor < 0) return LastError();
-  std::error_code error = platform::WriteAll(descriptor, content);
-  if (close(descriptor) != 0 && !error) error = LastError();
-  return error;
-}
-
-/// Whether the file is still as a run wrote it. A link is not.
-bool IsAsWritten(const fs::path& path, const std::vector<WrittenPage>& states) {
+/// Whether the file is still as a run wrote it. A link is not. `error`: why nobody can tell.
+bool IsAsWritten(const fs::path& path, const std::vector<WrittenPage>& states,
+                 std::error_code& error) {
   struct stat status = {};
   if (lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
   const auto isOfSize = [&](const WrittenPage& state) {
     return state.size == static_cast<std::uint64_t>(status.st_size);
   };
   if (std::none_of(states.begin(), states.end(), isOfSize)) return false;
-  std::error_code error;
   const WrittenPage present = Describe(platform::ReadWholeFile(path, error));
   return !error && std::any_of(states.begin(), states.end(), [&](const WrittenPage& state) {
     return state.size == present.size && state.digest == present.digest;
@@ -91,18 +56,12 @@ fs::path Created(fs::path folder, std::error_code& error) {
 }  // namespace
 
 PageFolder::PageFolder(fs::path folder, const Inputs& inputs, std::error_code& error)
-    : folder_(Created(std::move(folder), error)), inputs_(inputs), list_(folder_) {
+    : folder_(Created(std::move(folder), error)),
+      inputs_(inputs),
+      lock_(folder_, error),
+      list_(folder_, error) {
   if (!error) canonical_ = fs::canonical(folder_, error);
-  if (error) return;
-  // The file system may refuse what the permissions allow, so the question is put to it.
-  const fs::path probe = Temporary("probe");
-  error = WriteNew(probe, {});
-  unlink(probe.c_str());
-  if (!error) RemoveLeftOvers(folder_);
-}
-
-fs::path PageFolder::Temporary(const std::string& name) const {
-  return folder_ / ("." + name + std::string(kTemporary) + std::to_string(getpid()));
+  if (!error) error = platform::PrepareFolder(folder_);
 }
 
 // The pages are made anew by the next run, so they are not flushed to the disk one by one: a
@@ -117,11 +76,8 @@ std::error_code PageFolder::Write(const std::string& name, std::string_view cont
     return {};
   }
   if (isInput) return IsAnInput();
-  const fs::path temporary = Temporary(name);
-  std::error_code error = WriteNew(temporary, content);
-  if (!error && rename(temporary.c_str(), page.c_str()) != 0) error = LastError();
+  const std::error_code error = platform::PutFile(page, content, platform::Flush::kNo);
   if (error) {
-    unlink(temporary.c_str());
     KeepNoted(name);
   } else {
     ++written_;
@@ -146,11 +102,12 @@ void PageFolder::KeepNoted(const std::string& name) {
   }
 }
 
-bool PageFolder::HoldsForeign(const std::string& name) const {
+bool PageFolder::HoldsForeign(const std::string& name, std::error_code& error) const {
   const fs::path path = folder_ / name;
   if (fs::symlink_status(path).type() == fs::file_type::not_found) return false;
   const auto known = list_.Earlier().find(name);
-  return IsInput(name) || known == list_.Earlier().end() || !IsAsWritten(path, known->second);
+  return IsInput(name) || known == list_.Earlier().end() ||
+         !IsAsWritten(path, known->second, error);
 }
 
 std::error_code PageFolder::Finish(const std::function<bool(const std::string&)>& keep) {
@@ -159,17 +116,18 @@ std::error_code PageFolder::Finish(const std::function<bool(const std::string&)>
   for (const auto& [name, states] : list_.Earlier()) {
     const fs::path path = folder_ / name;
     const bool isMade = made_.contains(name) || IsMade(path, text::FoldCase(name));
-    if (isMade || IsInput(name) || !IsAsWritten(path, states)) continue;
-    if (keep(name)) {
-      made_[name] = states;
-    } else if (unlink(path.c_str()) == 0) {
+    std::error_code error;
+    if (isMade || IsInput(name) || (!IsAsWritten(path, states, error) && !error)) continue;
+    const bool goes = !error && !keep(name);
+    if (goes && unlink(path.c_str()) == 0) {
       ++takenAway_;
-    } else {
-      if (!first) first = LastError();
-      made_[name] = states;
+      continue;
     }
+    if (goes) error = LastError();
+    if (!first) first = error;
+    made_[name] = states;
   }
-  const std::error_code error = list_.Replace(made_, Temporary("pages"));
+  const std::error_code error = list_.Replace(made_);
   return first ? first : error;
 }
 

@@ -12,6 +12,7 @@
 
 #include "morvane/site/inputs.h"
 #include "morvane/site/page_list.h"
+#include "platform/replace_file.h"
 
 namespace morvane {
 
@@ -21,17 +22,18 @@ namespace morvane {
 class PageFolder {
  public:
   /// Creates the folder where it is missing and takes away what an interrupted run left half done.
-  /// `error` says why the folder cannot be used. `inputs`, which must outlive this, are no pages:
+  /// It is this one's alone until the end, so that two runs never mix their pages. `error` says why
+  /// the folder cannot be used. `inputs`, which must outlive this, are no pages:
   /// they are neither replaced nor taken away nor listed.
   PageFolder(std::filesystem::path folder, const Inputs& inputs, std::error_code& error);
 
-  /// Puts a page in place, by way of a temporary file beside it. `name`: a file name. In the place
+  /// Puts a page in place, whole or not at all. `name`: a file name. In the place
   /// of an input nothing is put, see IsAnInput.
   std::error_code Write(const std::string& name, std::string_view content);
 
   /// Whether something stands under a name that no run wrote, that was changed since or that is an
-  /// input.
-  bool HoldsForeign(const std::string& name) const;
+  /// input. `error`: why nobody can tell.
+  bool HoldsForeign(const std::string& name, std::error_code& error) const;
 
   /// Takes away the pages that earlier runs wrote and this one did not: files that are still as
   /// they were written, byte for byte, and nothing else. Those that `keep` says to keep stay, and
@@ -46,7 +48,6 @@ class PageFolder {
   std::size_t TakenAway() const { return takenAway_; }
 
  private:
-  std::filesystem::path Temporary(const std::string& name) const;
   void Note(const std::string& name, WrittenPage page);
   /// After a failure what earlier runs wrote under this name is still there.
   void KeepNoted(const std::string& name);
@@ -56,6 +57,7 @@ class PageFolder {
   std::filesystem::path folder_;
   std::filesystem::path canonical_;
   const Inputs& inputs_;
+  platform::FolderLock lock_;
   PageList list_;
   std::mutex mutex_;  // of the list and what was made
   PageList::Pages made_;

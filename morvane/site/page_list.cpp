@@ -11,18 +11,18 @@
 #include <xxhash.h>
 
 #include "platform/files.h"
+#include "platform/replace_file.h"
 
 namespace morvane {
 namespace {
 
 namespace fs = std::filesystem;
+using platform::LastError;
 
 constexpr std::string_view kHeader = "morvane pages 1\n";
 constexpr std::string_view kNoFingerprint = "-";
 constexpr std::size_t kDigestDigits = 32;
 constexpr char kHexDigits[] = "0123456789abcdef";
-
-std::error_code LastError() { return {errno, std::generic_category()}; }
 
 bool IsHex(std::string_view text) {
   return text.find_first_not_of(kHexDigits) == std::string_view::npos;
@@ -131,10 +131,9 @@ WrittenPage Describe(std::string_view content) {
   return page;
 }
 
-PageList::PageList(const fs::path& folder) : path_(folder / kFileName) {
+PageList::PageList(const fs::path& folder, std::error_code& error) : path_(folder / kFileName) {
   struct stat status = {};
-  if (lstat(path_.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return;
-  std::error_code error;
+  if (error || lstat(path_.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return;
   text_ = platform::ReadWholeFile(path_, error);
   earlier_ = ReadList(text_);
 }
@@ -166,21 +165,13 @@ void PageList::Note(const std::string& name, const WrittenPage& page) {
   if (journal_ >= 0) static_cast<void>(platform::WriteAll(journal_, text));
 }
 
-std::error_code PageList::Replace(const Pages& pages, const fs::path& temporary) {
+std::error_code PageList::Replace(const Pages& pages) {
   if (pages.empty()) {
     return unlink(path_.c_str()) == 0 || errno == ENOENT ? std::error_code() : LastError();
   }
   const std::string text = TextOf(pages);
   if (text == text_ && !changed_) return {};
-  const int file =
-      open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666);
-  if (file < 0) return LastError();
-  std::error_code error = platform::WriteAll(file, text);
-  if (!error && fsync(file) != 0) error = LastError();
-  if (close(file) != 0 && !error) error = LastError();
-  if (!error && rename(temporary.c_str(), path_.c_str()) != 0) error = LastError();
-  if (error) unlink(temporary.c_str());
-  return error;
+  return platform::PutFile(path_, text, platform::Flush::kYes);
 }
 
 }  // namespace morvane

@@ -36,8 +36,9 @@ class PageList {
   /// By name: what the page may hold.
   using Pages = std::map<std::string, std::vector<WrittenPage>, std::less<>>;
 
-  /// The list of a folder; empty where there is none or it cannot be read.
-  explicit PageList(const std::filesystem::path& folder);
+  /// The list of a folder; empty where there is none. `error` says why one that is there cannot be
+  /// read; one that is set already is left as it is, and nothing is read.
+  PageList(const std::filesystem::path& folder, std::error_code& error);
   PageList(const PageList&) = delete;
   PageList& operator=(const PageList&) = delete;
   ~PageList();
@@ -50,9 +51,9 @@ class PageList {
   /// Best effort: what cannot be noted now is in the list that Replace writes.
   void Note(const std::string& name, const WrittenPage& page);
 
-  /// Puts a new list in the place of the old one, by way of `temporary`, a file of the same folder;
-  /// does not touch one that says the same, and removes one that would be empty.
-  std::error_code Replace(const Pages& pages, const std::filesystem::path& temporary);
+  /// Puts a new list in the place of the old one; does not touch one that says the same, and
+  /// removes one that would be empty.
+  std::error_code Replace(const Pages& pages);
 
  private:
   std::filesystem::path path_;

@@ -355,7 +355,11 @@ SiteResult WritePages(const SiteSettings& settings, const Statistics& statistics
                   statsJson};
   RenderAll(site, templates, report);
   WriteOwnFiles(site, templates);
-  output.Finish([&](const std::string& name) { return templates.MayLack(name); });
+  output.Finish([&](const std::string& name) {
+    // The first page leads to one that may be lacking in this run.
+    const bool isFirst = name == facts.pages.Page(kFirstPage);
+    return templates.MayLack(name) || (isFirst && !templates.failed.empty());
+  });
   AddTo(result, output);
   const std::string first = FirstPageFile(facts, templates);
   if (!first.empty()) result.firstPage = (folder.Path() / first).string();

@@ -19,7 +19,11 @@ void SiteOutput::Write(const std::string& name, std::string_view content) {
 
 void SiteOutput::WriteOwn(const std::string& name, std::string_view content) {
   if (!Claim(name)) return;
-  if (folder_.HoldsForeign(name)) {
+  std::error_code error;
+  const bool isForeign = folder_.HoldsForeign(name, error);
+  if (error) {
+    NoteUnwritten(name, error);
+  } else if (isForeign) {
     report_.Normal(Log::kMain, "this file is not the engine's; it stays as it is",
                    (folder_.Path() / name).string());
   } else {
@@ -58,12 +62,15 @@ bool SiteOutput::Claim(const std::string& name) {
 }
 
 void SiteOutput::Put(const std::string& name, std::string_view content) {
-  if (const std::error_code error = folder_.Write(name, content)) {
-    const std::lock_guard lock(mutex_);
-    Unwritten& unwritten = unwritten_[error.message()];
-    if (unwritten.count++ == 0) unwritten.first = (folder_.Path() / name).string();
-    ++failed_;
-  }
+  if (const std::error_code error = folder_.Write(name, content)) NoteUnwritten(name, error);
+}
+
+void SiteOutput::NoteUnwritten(const std::string& name, const std::error_code& error) {
+  const std::lock_guard lock(mutex_);
+  Unwritten& unwritten = unwritten_[error.message()];
+  if (unwritten.count++ == 0) unwritten.first = (folder_.Path() / name).string();
+  lacking_.insert(name);
+  ++failed_;
 }
 
 void SiteOutput::Fail(const std::string& text) { report_.Severe(Log::kMain, text); }

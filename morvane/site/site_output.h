@@ -7,6 +7,7 @@
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <unordered_set>
 
 #include "morvane/report/report.h"
@@ -45,6 +46,7 @@ class SiteOutput {
 
   bool Claim(const std::string& name);
   void Put(const std::string& name, std::string_view content);
+  void NoteUnwritten(const std::string& name, const std::error_code& error);
   void Fail(const std::string& text);
   void TellUnwritten();
 
@@ -52,7 +54,7 @@ class SiteOutput {
   Report& report_;
   std::mutex mutex_;
   std::unordered_set<std::string> names_;       // in lower case
-  std::unordered_set<std::string> lacking_;     // could not be read
+  std::unordered_set<std::string> lacking_;     // could not be read or written
   std::map<std::string, Unwritten> unwritten_;  // by reason
   std::size_t failed_ = 0;
 };

@@ -7,7 +7,6 @@
 #include <random>
 #include <set>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 #include "tests/morvane/test_support.h"
@@ -51,15 +50,13 @@ TEST(PageFolder, WritesWhatChangesAndCleansUp) {
   std::error_code error;
   PageFolder(folder, kNoInputs, error).Write("page.html", "old");
   ASSERT_FALSE(error);
-  WriteFile(folder / ".page.html.morvane-999999999", "half");
-  WriteFile(folder / (".page.html.morvane-" + std::to_string(getpid())), "at work");
+  WriteFile(folder / ".page.html.unfinished-1-1", "half");
   PageFolder pages(folder, kNoInputs, error);
   EXPECT_FALSE(pages.Write("page.html", "old"));
   EXPECT_FALSE(pages.Write("other.html", "new"));
   EXPECT_EQ(pages.Unchanged(), 1U);
   EXPECT_EQ(pages.Written(), 1U);
-  EXPECT_FALSE(fs::exists(folder / ".page.html.morvane-999999999"));
-  EXPECT_TRUE(fs::exists(folder / (".page.html.morvane-" + std::to_string(getpid()))));
+  EXPECT_FALSE(fs::exists(folder / ".page.html.unfinished-1-1"));
   EXPECT_TRUE(pages.Write("no/such/folder.html", "x"));
 }
 
@@ -144,12 +141,14 @@ TEST(PageFolder, AnInputIsNeitherReplacedNorTakenAwayNorListed) {
   Inputs inputs;
   inputs.Add(path / "*.css");
   std::error_code error;
-  PageFolder folder(path, inputs, error);
-  EXPECT_FALSE(folder.Write("style.css", "page"));
-  EXPECT_EQ(folder.Write("style.css", "other"), IsAnInput());
-  EXPECT_TRUE(folder.HoldsForeign("style.css"));
-  EXPECT_FALSE(folder.HoldsForeign("old.html"));
-  EXPECT_FALSE(folder.Finish(KeepNone));
+  {
+    PageFolder folder(path, inputs, error);
+    EXPECT_FALSE(folder.Write("style.css", "page"));
+    EXPECT_EQ(folder.Write("style.css", "other"), IsAnInput());
+    EXPECT_TRUE(folder.HoldsForeign("style.css", error));
+    EXPECT_FALSE(folder.HoldsForeign("old.html", error));
+    EXPECT_FALSE(folder.Finish(KeepNone));
+  }
   EXPECT_EQ(FilesOf(path), (Files{{"style.css", "page"}}));
   RunOnce(path, {});
   EXPECT_EQ(FilesOf(path), (Files{{"style.css", "page"}})) << "it is the user's from then on";
@@ -261,11 +260,12 @@ TEST(PageList, CarriesFingerprints) {
   TempFolder temporary;
   WrittenPage page = Describe("a");
   page.fingerprint = "0123abcd";
-  PageList list(temporary.Path());
-  EXPECT_FALSE(list.Replace({{"a b%.html", {page}}}, temporary.Path() / "new"));
+  std::error_code error;
+  PageList list(temporary.Path(), error);
+  EXPECT_FALSE(list.Replace({{"a b%.html", {page}}}));
   EXPECT_EQ(ReadFile(temporary.Path() / PageList::kFileName),
             "morvane pages 1\n1 " + page.digest + " 0123abcd a%20b%25.html\n");
-  EXPECT_EQ(PageList(temporary.Path()).Earlier().at("a b%.html"), std::vector{page});
+  EXPECT_EQ(PageList(temporary.Path(), error).Earlier().at("a b%.html"), std::vector{page});
 }
 
 }  // namespace
