@@ -22,10 +22,13 @@ bool IsKey(std::string_view line) {
   return !IsHeader(line) && !IsComment(line) && line.find('=') != std::string_view::npos;
 }
 
-/// A name as names are compared. A file may hold more of it than one line of a new file could.
-std::string FoldedName(std::string_view name) {
-  return text::FoldCase(text::DecodeText(text::TrimBlanks(ProfileText::OneLine(name))));
+/// A name as it is read. A file may hold more of it than one line of a new file could.
+std::string Name(std::string_view name) {
+  return text::DecodeText(text::TrimBlanks(ProfileText::OneLine(name)));
 }
+
+/// A name as names are compared.
+std::string FoldedName(std::string_view name) { return text::FoldCase(Name(name)); }
 
 /// The name of a section as the caller gives it; empty where no header could be read back as it.
 std::string FoldedSection(std::string_view section) {
@@ -145,7 +148,7 @@ std::vector<std::string> ProfileText::KeyNames(std::string_view section) const {
   for (const Block& block : blocks_) {
     if (block.name != name) continue;
     for (const Line& line : block.lines) {
-      if (IsKey(line.text)) names.push_back(text::DecodeText(OneLine(KeyName(line.text))));
+      if (IsKey(line.text)) names.push_back(Name(KeyName(line.text)));
     }
   }
   return names;

@@ -398,8 +398,10 @@ Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabul
   std::vector<double> ratings = PlayRatings(ranking, numbers.LeftOut().size(), statistics);
   const auto newNumbers = LeaveOut(statistics.games, numbers.LeftOut());
   const std::vector<std::string> given = Kept(numbers.Given(), newNumbers);
-  // Maps and totals need the same games and nothing of each other.
-  platform::ForEachOnThreads(2, 2, [&](std::size_t task) {
+  // Maps and totals need the same games and nothing of each other. Few are added up sooner than a
+  // thread starts.
+  const std::size_t threads = statistics.games.size() < 32 ? 1 : 2;
+  platform::ForEachOnThreads(2, threads, [&](std::size_t task) {
     task == 0 ? AddTotals(given, statistics) : AddMaps(given, statistics);
   });
   ratings = Kept(std::move(ratings), newNumbers);
