@@ -192,7 +192,12 @@ void Tell(const OpenLog& log, Report& report) {
                 Count(parsed.lines, "line") + " read, " + Count(parsed.skipped, "line") +
                     " skipped: " + Count(parsed.games.size(), "game") + ", " + Count(kills, "kill"),
                 log.file.name);
-  if (parsed.games.empty() && log.begin == 0) {
+  if (parsed.emptyGames > 0) {
+    report.Normal(Log::kParser,
+                  Count(parsed.emptyGames, "game") + " in which nobody played left out",
+                  log.file.name);
+  }
+  if (!parsed.hasGame && log.begin == 0) {
     report.Severe(Log::kParser, "holds no game: no line \"InitGame:\" in it", log.file.name);
   }
 }

@@ -509,6 +509,7 @@ class History {
       }
       if (withDatabase) server.rotated = false;
       ParsedLog log = ParseLog(stream, true);
+      std::erase_if(log.games, [](const Game& game) { return game.entrants.empty(); });
       for (std::string& text : Texts(std::move(log.games), log.vocabulary, common)) {
         expected.push_back(std::move(text));
       }
