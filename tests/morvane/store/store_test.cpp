@@ -274,6 +274,9 @@ TEST(GameRecord, ADamagedOneIsNotRead) {
       {"winning team", [](Game& game) { game.winningTeam = Team::kSpectator; }},
       {"date", [](Game& game) { game.dated = static_cast<Dated>(4); }},
       {"team", [](Game& game) { game.entrants[0].team = static_cast<Team>(4); }},
+      {"score", [](Game& game) { game.entrants[0].figures.score = std::int64_t{1} << 62; }},
+      {"leading score", [](Game& game) { game.lead[0].score = std::int64_t{-1} << 62; }},
+      {"start", [](Game& game) { game.start = std::int64_t{1} << 62; }},
   };
   Game read;
   ASSERT_TRUE(UnpackGame(PackGame(SampleGame()), kRecordVersion, 3, 1, read));
