@@ -252,6 +252,10 @@ void DefineCourse(SharedData& shared, const SiteFacts& facts) {
   shared.Define("awards", [&] { return AwardList(facts, facts.Awards()); });
   shared.Define("has_awards", [&] { return Data(!facts.Awards().empty()); });
   shared.Define("evening", [&] { return EveningData(facts); });
+  shared.Define("last_game", [&] {
+    const auto games = static_cast<std::uint32_t>(facts.statistics.games.size());
+    return games == 0 ? Data(false) : GameRow(facts, games - 1);
+  });
   shared.Define("game_cards", [&] { return GameCards(facts); });
   shared.Define("activity", [&] { return ActivityRows(facts); });
   shared.Define("has_activity",

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <filesystem>
 #include <iterator>
+#include <system_error>
 #include <unordered_set>
 #include <utility>
 
@@ -73,6 +75,8 @@ std::vector<OpenLog> OpenLogs(const std::vector<LogFile>& files,
     } else {
       OpenLog& log = logs.emplace_back();
       log.file = file;
+      std::error_code ignored;
+      log.isLink = std::filesystem::is_symlink(file.path, ignored);
       log.text = LogText(file.path, log.problem);
     }
   }

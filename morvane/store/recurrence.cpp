@@ -221,6 +221,16 @@ std::vector<SamePair> FindRecurring(const std::vector<GameMark>& stored,
   return pairs;
 }
 
+std::optional<GameMark> FindGameBefore(const std::vector<GameMark>& games,
+                                       const std::vector<std::vector<GameMark>>& others) {
+  GameIndex index;
+  for (const std::vector<GameMark>& other : others) index.Add(other);
+  for (const Run& run : index.RunsOf(games)) {
+    if (run.left == 0 && run.right > 0) return others[run.log][run.right - 1];
+  }
+  return std::nullopt;
+}
+
 Once CountOnce(const std::vector<MarkedLog>& logs) { return OnceCounter(logs).Count(); }
 
 }  // namespace morvane

@@ -6,14 +6,12 @@ import { createRequire } from "node:module";
 import os from "node:os";
 import path from "node:path";
 import { pathToFileURL } from "node:url";
-import { gzipSync } from "node:zlib";
 
 const [modules, engine, generator, share] = process.argv.slice(2).map((file) => path.resolve(file));
 const require = createRequire(path.join(modules, "test.js"));
 const { chromium } = require("playwright-core");
 const axe = fs.readFileSync(require.resolve("axe-core/axe.min.js"), "utf8");
 
-const KB = 1024;
 const WIDTHS = [390, 1280];
 const work = fs.mkdtempSync(path.join(os.tmpdir(), "vantrel3-browser-"));
 const faults = [];
@@ -81,18 +79,6 @@ const sites = {
   empty: makeSite("empty", ""),
   sorting: makeSite("sorting", oneAlone, { main_template0: "sorting" }, { "sorting.htmlt": sortingPage }),
 };
-
-// --- what a page weighs ---------------------------------------------------------------------
-
-const packedSize = (site, file) => gzipSync(fs.readFileSync(path.join(site, file))).length;
-for (const [name, site] of Object.entries(sites)) {
-  for (const file of fs.readdirSync(site).filter((other) => other.endsWith(".html"))) {
-    const size = packedSize(site, file);
-    expect(size <= 30 * KB, `${name}/${file} weighs ${size} bytes, gzipped`);
-  }
-  const look = packedSize(site, "style.css") + packedSize(site, "sort.js");
-  expect(look <= 12 * KB, `${name}: style and script weigh ${look} bytes, gzipped`);
-}
 
 // --- every kind of page ---------------------------------------------------------------------
 

@@ -18,11 +18,14 @@
 //   of a torn "InitGame:" belongs to no game: a log after another one begins with three whole
 //   lines.
 // - An edited file stands under the name that the last run found it by, and no copy keeps its old
-//   form. A game that goes on in a log that is not listed, or has lost
-//   its front, is not edited.
+//   form; nor does the database, where it was shortened under a name that no run had found it by. A
+//   game that goes on in a log that is not listed, or has lost its front, is not edited.
 // - Where a log goes on in mid-game with one of another name, that one stands before it in the list
 //   when a run first reads it.
-// - A copy that falls behind its log begins with a game, and holds one that can be known again.
+// - A log that is no longer listed is not the beginning, byte for byte, of the next one.
+// - A copy holds a game that can be known again, behind its first line. It stands before its log in
+// the list only when the
+//   database knows that one's name.
 // - Without the database there is no more than the files that are listed.
 //
 // MORVANE_HISTORIES=first,count plays other histories than the usual ones.
@@ -138,6 +141,7 @@ struct Piece {
   bool exists = true;
   bool listed = true;
   bool known = false;  // by its name, since the last run
+  bool split = false;  // was shortened under a name that no run had found it by
   std::int64_t changed = 0;
 
   std::string File() const { return written.substr(front); }
@@ -165,6 +169,7 @@ struct Other {
   std::string name;
   std::string bytes;
   std::string target;  // of a symbolic link; empty: a copy
+  bool first = false;  // in the list; else last
   std::int64_t changed = 0;
 };
 
@@ -283,7 +288,12 @@ class History {
       for (int line = 0; line < 2; ++line) begun = server.pending.find('\n', begun) + 1;
       bytes = std::max(bytes, begun);
     }
-    server.Last().written += server.pending.substr(0, bytes);
+    const std::string written = server.Last().written + server.pending.substr(0, bytes);
+    if (server.pieces.size() > 1) {
+      const Piece& former = server.pieces[server.pieces.size() - 2];
+      if (!former.listed && written.starts_with(former.File())) return;
+    }
+    server.Last().written = written;
     server.pending.erase(0, bytes);
     Write(server, server.pieces.size() - 1);
     Note("grow " + server.base + " by " + std::to_string(bytes));
@@ -340,6 +350,7 @@ class History {
     if (torn && file.substr(cut, whole - cut).find("InitGame:") != file.npos) return;
     if (whole == file.npos || EndOfKnownGame(file.substr(whole + 1)) == 0) return;
     piece.front += cut;
+    piece.split |= !piece.known;
     Write(server, static_cast<std::size_t>(&piece - server.pieces.data()));
     needsRun_ = true;
     Note("shorten " + server.base + " by " + std::to_string(cut));
@@ -348,7 +359,7 @@ class History {
   void Edit(Server& server) {
     Piece& piece = server.pieces[Pick(random_, server.pieces.size())];
     if (needsRun_ || server.rotated || !piece.exists || !piece.listed || !IsRead(piece)) return;
-    if (!piece.known || !others_.empty()) return;
+    if (!piece.known || piece.split || !others_.empty()) return;
     const std::size_t known = EndOfKnownGame(piece.File());
     if (known == 0) return;
     const Piece* next = &piece == &server.Last() ? nullptr : &piece + 1;
@@ -371,25 +382,37 @@ class History {
     Note("edit " + server.base + " at " + std::to_string(begin));
   }
 
+  /// All of a file, or what stands from some byte on that is not within a game's first line.
+  std::string Tail(const std::string& file) {
+    if (Chance(random_, 60)) return file;
+    const std::size_t cut = Pick(random_, file.size() + 1);
+    const std::size_t line = file.substr(0, cut).rfind('\n') + 1;
+    const bool opens =
+        file.substr(line, file.find('\n', cut) - line).find("InitGame:") != file.npos;
+    return opens ? file : file.substr(cut);
+  }
+
   void CopyFile(Server& server) {
     const std::size_t index = Pick(random_, server.pieces.size());
     const Piece& piece = server.pieces[index];
     if (needsRun_ || !piece.exists || !piece.listed) return;
-    const bool begins = piece.front == 0 && (index == 0 || betweenGames_);
-    if (!begins || EndOfKnownGame(piece.File()) == 0) return;
+    const std::string bytes = Tail(piece.File());
+    if (EndOfKnownGame(bytes.substr(bytes.find('\n') + 1)) == 0) return;
     Other& other = others_.emplace_back();
     other.name = "copy" + std::to_string(others_.size()) + ".log";
-    if (Chance(random_, 40)) {
+    other.first = Chance(random_, 30) && piece.known;
+    if (bytes == piece.File() && Chance(random_, 40)) {
       other.target = server.NameOf(index);
       fs::create_symlink(PathOf(other.target), PathOf(other.name));
       others_.back().bytes.clear();
     } else {
-      other.bytes = piece.File();
+      other.bytes = bytes;
       test::WriteFile(PathOf(other.name), other.bytes);
       SetChanged(PathOf(other.name), ++clock_);
     }
     needsRun_ = true;
-    Note("copy " + server.NameOf(index) + (other.target.empty() ? "" : " by a link"));
+    Note("copy " + server.NameOf(index) + (other.target.empty() ? "" : " by a link") + ", " +
+         std::to_string(bytes.size()) + " bytes" + (other.first ? ", first" : ""));
   }
 
   void Swap() {
@@ -478,7 +501,7 @@ class History {
           if (withDatabase) piece.read = piece.written.size();
           if (withDatabase) piece.known = true;
         } else if (!withDatabase) {
-          complete &= betweenGames_ || i + 1 == server.pieces.size();
+          complete &= others_.empty() && (betweenGames_ || i + 1 == server.pieces.size());
         }
         stream +=
             piece.written.substr(0, seen ? piece.written.size() : (withDatabase ? piece.read : 0));
@@ -490,13 +513,18 @@ class History {
         expected.push_back(std::move(text));
       }
     }
-    for (const Other& other : others_) sources.logs.push_back({other.name, PathOf(other.name)});
+    for (const Other& other : others_) {
+      const auto at = other.first ? sources.logs.begin() : sources.logs.end();
+      sources.logs.insert(at, {other.name, PathOf(other.name)});
+    }
     Listener listener;
     Collected collected = CollectGames(sources, listener);
     if (withDatabase) needsRun_ = false;
     Note(std::string(withDatabase ? "run" : "run without database") + "\n" + listener.said);
     if (listener.severe) return Fail("the database failed");
-    if (!withDatabase && (!complete || !others_.empty())) return true;
+    const bool isApart =
+        std::ranges::any_of(others_, [](const Other& other) { return other.first; });
+    if (!withDatabase && (!complete || isApart)) return true;
     std::ranges::sort(expected);
     const std::size_t found = collected.games.size();
     if (withDatabase && !KeepsKnown(collected)) return Fail("a date or a number changed");
