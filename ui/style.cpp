@@ -112,7 +112,7 @@ class DesignedStyle : public QProxyStyle {
  private:
   static bool IsOutlined(PrimitiveElement element) {
     return element == PE_FrameLineEdit || element == PE_PanelButtonCommand ||
-           element == PE_IndicatorCheckBox || element == PE_FrameMenu;
+           element == PE_IndicatorCheckBox || element == PE_PanelMenu;
   }
 };
 

@@ -293,10 +293,10 @@ class Colors(DesktopTest):
             for name, paper in (("Window", window), ("Button", window), ("View", view))))
 
     def wait_for_colors(self, editor, *colors):
-        """Waits until at least 400 pixels (and of texts, which are thin, 40) have each color."""
+        """Waits until 40 pixels have each color, and of the last 3000."""
         def seen():
             counts = self.desktop.colors(editor.window)
-            return all(counts.get(color, 0) > 40 for color in colors) and counts[colors[-1]] > 400
+            return all(counts.get(color, 0) > 40 for color in colors) and counts[colors[-1]] > 3000
         wait_for(seen, f"the colors {colors}")
 
     def test_schemes_are_taken_and_fields_stay_in_sight(self):

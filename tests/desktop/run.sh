@@ -4,7 +4,7 @@
 # takes for left out.
 set -euo pipefail
 
-for program in Xvfb openbox xdotool xclip xprop xwininfo xrandr import python3; do
+for program in Xvfb openbox xdotool xclip xprop xwininfo xrandr xset import python3; do
   command -v "$program" >/dev/null || {
     echo "$program is not installed: the editor is not worked on an X server"
     exit 77

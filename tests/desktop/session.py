@@ -42,9 +42,10 @@ class Desktop:
         self.children = []
         try:
             self._start_server(size)
-            self._spawn("openbox")
-            wait_for(lambda: "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
-                     "the window manager")
+            # It says that it is there before it gives the focus to windows that open.
+            ready = self.home / "ready"
+            self._spawn("openbox", "--startup", f"touch {ready}")
+            wait_for(ready.exists, "the window manager")
         except BaseException:
             self.close()
             raise
@@ -78,6 +79,7 @@ class Desktop:
         if not display:
             raise Fault(f"the X server ended with {server.wait()}")
         self.environment["DISPLAY"] = ":" + display
+        self.run("xset", "r", "off")  # a key that a busy machine holds down long is one key
 
     def output(self, *command, **options):
         """What a program says; a program that fails says nothing."""
@@ -107,7 +109,10 @@ class Desktop:
 
     def wait_for_window(self, title):
         """Waits until a window with this title (its beginning) has the keyboard; gives its id."""
-        wait_for(lambda: self.focused_title().startswith(title), f"a window with the title {title}")
+        try:
+            wait_for(lambda: self.focused_title().startswith(title), f"the window {title}")
+        except Fault as fault:
+            raise Fault(f"{fault}; the keyboard has: {self.focused_title()}") from None
         return self.output("xdotool", "getwindowfocus").strip()
 
     def put_on_clipboard(self, text):
