@@ -349,7 +349,7 @@ TEST_F(CollectTest, TheSameCountsOnceAndIsSaid) {
     Log("b.log", empty_ + one_ + two_);
     Log("a.log", one_ + one_);
     EXPECT_EQ(Collect({"a.log", "b.log"}, useDatabase).size(), useDatabase ? 6U : 4U);
-    EXPECT_TRUE(Said("b.log: 1 game of it stand in another log too")) << said_;
+    EXPECT_TRUE(Said("b.log: 1 game of it stands in another log too")) << said_;
     fs::remove_all(At("db"));
   }
 }
@@ -360,6 +360,43 @@ TEST_F(CollectTest, AStaleCopyOfAShortenedLogCountsNothingTwice) {
   EXPECT_EQ(Collect({"a.log", "copy.log"}).size(), 3U);
   Log("a.log", one_ + two_);
   EXPECT_EQ(Collect({"a.log", "copy.log"}).size(), 3U) << said_;
+}
+
+TEST_F(CollectTest, WhatBeginsInMidGameStaysOutOfTheOpenGameOfAnotherServer) {
+  const std::string own = one_ + two_ + Duel("Dan", "Bob", 9) + Duel("Ann", "Cid", 8);
+  const std::string tail = own.substr(one_.size() + 400);
+  const std::string other = Duel("Eve", "Fay", 5) + two_.substr(0, 300);
+  for (const bool useDatabase : {false, true}) {
+    fs::remove_all(At("db"));
+    Log("a.log", own);
+    Log("b.log", other);
+    Log("tail.log", tail);
+    EXPECT_EQ(Collect({"a.log", "b.log", "tail.log"}, useDatabase).size(), 6U) << said_;
+    EXPECT_FALSE(Said("left out")) << "the whole game is known: " << said_;
+    EXPECT_TRUE(Said("tail.log: 2 games of it stand in another log too")) << said_;
+  }
+  Log("b.log", other + two_.substr(300, 50));
+  EXPECT_EQ(Collect({"a.log", "b.log", "tail.log"})[5].kills, 1U) << "b.log's own: " << said_;
+}
+
+TEST_F(CollectTest, AnEditedLogIsNotTheOneThatWasRotated) {
+  const std::string third = Duel("Dan", "Bob", 9);
+  Log("a.log", one_ + third);
+  Collect({"a.log"});
+  fs::rename(At("a.log"), At("a.log.2"));
+  Log("a.log", two_.substr(0, 400));
+  Collect({"a.log.2", "a.log"});
+  fs::rename(At("a.log"), At("a.log.1"));
+  Log("a.log", "");
+  Collect({"a.log.2", "a.log.1", "a.log"});
+  std::string edited = one_ + third;
+  edited.erase(edited.rfind("  1:0"),
+               edited.find('\n', edited.rfind("  1:0")) + 1 - edited.rfind("  1:0"));
+  Log("a.log.2", edited);
+  Log("a.log", two_.substr(400));
+  const std::vector<Game> games = Collect({"a.log.2", "a.log"});
+  ASSERT_EQ(games.size(), 3U) << said_;
+  EXPECT_TRUE(Said("a.log.2: has changed") && !Said("left out")) << said_;
 }
 
 TEST_F(CollectTest, OneDateHoldsForAGameAndItsCopies) {
