@@ -209,9 +209,8 @@ void Collector::TellTwice(const std::map<std::int64_t, CountedGames>& counts) {
     if (twice > 0 && followed && log.stored.openAtEnd && !games.back()) --twice;
     if (twice > 0) {
       report_.Normal(Log::kParser,
-                     Count(twice, "game") +
-                         " of it stand in another log too, and "
-                         "count once",
+                     Count(twice, "game") + " of it " + (twice == 1 ? "stands" : "stand") +
+                         " in another log too, and " + (twice == 1 ? "counts" : "count") + " once",
                      log.file.name);
     }
   }

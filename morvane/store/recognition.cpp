@@ -152,7 +152,9 @@ void Collector::FindElsewhere(std::size_t index, bool whole) {
     if (best != nullptr && stored.size <= best->size) continue;
     const bool isAll = stored.size == static_cast<std::int64_t>(log.Bytes().size());
     if (isAll != whole || !BeginsWith(log, stored)) continue;
-    if (isAll || (!HasGrown(id) && MayHaveMoved(stored, index))) best = &stored;
+    // A few lines of an empty server that recur while their own log grows are those of a new log.
+    const bool isIt = HasGrown(id) ? isAll && IsEvident(id) : isAll || MayHaveMoved(stored, index);
+    if (isIt) best = &stored;
   }
   if (best != nullptr) TakeAs(log, *best);
 }

@@ -137,7 +137,7 @@ std::vector<Run> LongestChain(std::vector<Run> runs) {
 /// Whether of two games that are one the later log's counts.
 bool IsBetter(const GameMark& later, const GameMark& earlier) {
   const auto worth = [](const GameMark& mark) {
-    return mark.open ? std::tuple(false, mark.kills, mark.size) : std::tuple(true, 0U, 0U);
+    return mark.open ? std::tuple(false, mark.size, mark.kills) : std::tuple(true, 0U, 0U);
   };
   return worth(later) > worth(earlier);
 }
