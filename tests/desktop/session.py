@@ -115,6 +115,12 @@ class Desktop:
             raise Fault(f"{fault}; the keyboard has: {self.focused_title()}") from None
         return self.output("xdotool", "getwindowfocus").strip()
 
+    def wait_for_dialog(self):
+        """Waits until another window than the editor's own has the keyboard; gives its id."""
+        wait_for(lambda: self.focused_title() and not self.focused_title().startswith(TITLE),
+                 "a dialog")
+        return self.output("xdotool", "getwindowfocus").strip()
+
     def put_on_clipboard(self, text):
         self.run("xclip", "-selection", "clipboard", input=text.encode(), stderr=subprocess.DEVNULL)
 
@@ -124,7 +130,7 @@ class Desktop:
     def place(self, window):
         """Where a window's contents lie on the screen: left, top, width, height in pixels."""
         lines = self.output("xwininfo", "-id", window).splitlines()
-        values = {line.split(":")[0].strip(): line.split(":")[1].strip() for line in lines if ":" in line}
+        values = dict(line.strip().split(":", 1) for line in lines if ":" in line)
         names = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
         return tuple(int(values[name]) for name in names)
 
@@ -134,9 +140,10 @@ class Desktop:
 
     def colors(self, window):
         """How often each color ("#RRGGBB") is seen in a window."""
-        self.picture(window, self.home / "colors.png")
-        lines = self.output("convert", str(self.home / "colors.png"), "-alpha", "off", "-depth", "8",
-                            "-format", "%c", "histogram:info:").splitlines()
+        file = str(self.home / "colors.png")
+        self.picture(window, file)
+        lines = self.output("convert", file, "-alpha", "off", "-depth", "8", "-format", "%c",
+                            "histogram:info:").splitlines()
         parts = [line.replace(":", " ").split() for line in lines]
         return {part[-2]: int(part[0]) for part in parts if part}
 
