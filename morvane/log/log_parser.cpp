@@ -239,7 +239,7 @@ bool Parser::TakeText(const LogLine& line) {
   if (Take(text, "InitGame:")) return OpenGame(text, line);
   if (!IsKnownText(text)) return false;
   if (!game_.IsOpen()) {
-    if (log_.games.empty() && IsGameText(text)) ++log_.strayLines;
+    if (!log_.hasGame && IsGameText(text)) ++log_.strayLines;
     return true;
   }
   return Take(text, "Client") ? TakeClient(text) : TakeEnd(text);
@@ -288,6 +288,7 @@ bool Parser::TakeEnd(std::string_view text) {
 
 bool Parser::OpenGame(std::string_view text, const LogLine& line) {
   if (game_.IsOpen()) CloseGame(reader_.LineStart());
+  log_.hasGame = true;
   std::string_view map;
   int type = 0;
   std::string_view key;

@@ -40,6 +40,8 @@ struct ParsedLog {
   std::vector<GameText> texts;  ///< of `games`
   Vocabulary vocabulary;
   std::size_t lines = 0;
+  bool hasGame = false;        ///< a game begins in it, among `games` or not
+  std::size_t emptyGames = 0;  ///< those that are not among `games`, see DropEmptyGames
   std::size_t strayLines = 0;  ///< lines of a game, "Kill:" and the like, before the first one
   std::size_t skipped = 0;     ///< lines of no known kind, or damaged
   std::size_t damaged = 0;     ///< of those, the ones that look like lines of the game

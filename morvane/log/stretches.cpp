@@ -12,7 +12,7 @@
 namespace morvane {
 namespace {
 
-constexpr std::size_t kStretchBytes = std::size_t{8} << 20;
+constexpr std::size_t kStretchBytes = std::size_t{2} << 20;
 
 /// Where the next game begins from `from` on; the log's size when none does.
 std::size_t FindGame(std::string_view log, std::size_t from) {
@@ -46,7 +46,26 @@ void MoveTo(ParsedLog& stretch, std::size_t begin) {
   }
 }
 
+void DropEmptyGames(ParsedLog& log, std::size_t first) {
+  std::size_t kept = first;
+  for (std::size_t i = first; i < log.games.size(); ++i) {
+    const bool isOpen = log.openAtEnd && i + 1 == log.games.size();
+    if (log.games[i].entrants.empty() && log.times[i].date == 0 && !isOpen) continue;
+    if (kept != i) log.games[kept] = std::move(log.games[i]);
+    log.times[kept] = log.times[i];
+    log.texts[kept++] = log.texts[i];
+  }
+  log.emptyGames += log.games.size() - kept;
+  log.games.resize(kept);
+  log.times.resize(kept);
+  log.texts.resize(kept);
+}
+
 void Append(ParsedLog& log, ParsedLog&& next) {
+  if (log.openAtEnd && next.hasGame) {
+    log.openAtEnd = false;
+    DropEmptyGames(log, log.games.size() - 1);
+  }
   if (log.stamped && next.stamped) {
     log.clock += std::max<std::int64_t>(0, next.firstStamp - log.lastStamp);
     if (next.beginsAnew || IsLower(next.firstStamp, log.lastStamp)) ++log.runs;
@@ -57,7 +76,9 @@ void Append(ParsedLog& log, ParsedLog&& next) {
     log.times.push_back(time);
   }
   log.runs += next.runs;
-  if (log.games.empty()) log.strayLines += next.strayLines;
+  if (!log.hasGame) log.strayLines += next.strayLines;
+  log.hasGame = log.hasGame || next.hasGame;
+  log.emptyGames += next.emptyGames;
   log.texts.insert(log.texts.end(), next.texts.begin(), next.texts.end());
   Renumber(next.games, next.vocabulary, log.vocabulary);
   log.games.insert(log.games.end(), std::make_move_iterator(next.games.begin()),
@@ -111,6 +132,7 @@ std::vector<ParsedLog> ParseLogs(const std::vector<std::string_view>& logs, bool
         logs[stretch.log].substr(stretch.begin, stretch.end - stretch.begin);
     parts[i] = ParseLog(text, keepEvents, known);
     MoveTo(parts[i], stretch.begin);
+    DropEmptyGames(parts[i]);
     done(stretch);
   });
   std::vector<ParsedLog> result(logs.size());

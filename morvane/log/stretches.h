@@ -22,11 +22,16 @@ std::vector<Stretch> CutLogs(const std::vector<std::string_view>& logs, std::siz
 /// Says of what was read from a stretch where it stands in the log: from byte `begin` on.
 void MoveTo(ParsedLog& stretch, std::size_t begin);
 
+/// Leaves out the games from the index `first` on in which nobody played, so that they take no
+/// memory: all but one that is open at the end, and those with a date, by which others are dated.
+void DropEmptyGames(ParsedLog& log, std::size_t first = 0);
+
 /// Joins a log and the stretch that follows it directly.
 void Append(ParsedLog& log, ParsedLog&& next);
 
 /// Reads several logs at the same time on `threads` threads (0: as many as the machine has cores).
 /// `done` is called, from any of them, when a stretch has been read. In the order of the logs.
+/// Games in which nobody played are left out, see DropEmptyGames.
 std::vector<ParsedLog> ParseLogs(const std::vector<std::string_view>& logs, bool keepEvents,
                                  const std::function<void(const Stretch&)>& done,
                                  unsigned threads = 0);
