@@ -56,9 +56,14 @@ void DropEmptyGames(ParsedLog& log, std::size_t first) {
     log.texts[kept++] = log.texts[i];
   }
   log.emptyGames += log.games.size() - kept;
-  log.games.resize(kept);
-  log.times.resize(kept);
-  log.texts.resize(kept);
+  const auto shorten = [kept](auto& list) {
+    const bool isMost = kept < list.size() / 2;
+    list.resize(kept);
+    if (isMost) list.shrink_to_fit();
+  };
+  shorten(log.games);
+  shorten(log.times);
+  shorten(log.texts);
 }
 
 void Append(ParsedLog& log, ParsedLog&& next) {
