@@ -11,6 +11,7 @@ from pathlib import Path
 
 PATIENCE = 60  # seconds; a busy machine is slow, a fault lasts
 TITLE = "Quillon's Vantorel v"
+MORTAL = ("setpriv", "--pdeathsig", "TERM")  # what it starts ends with the test, however that ends
 
 
 class Fault(Exception):
@@ -63,7 +64,7 @@ class Desktop:
         shutil.rmtree(self.home, ignore_errors=True)
 
     def _spawn(self, *command, **options):
-        child = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL,
+        child = subprocess.Popen([*MORTAL, *command], env=self.environment, stdin=subprocess.DEVNULL,
                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, **options)
         self.children.append(child)
         return child
@@ -170,7 +171,7 @@ class Editor:
     def __init__(self, desktop, directory, environment=None):
         self.desktop = desktop
         self.process = subprocess.Popen(
-            ["./vantrel3"], cwd=directory, env=desktop.environment | (environment or {}),
+            [*MORTAL, "./vantrel3"], cwd=directory, env=desktop.environment | (environment or {}),
             stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
             start_new_session=True)
         desktop.children.append(self.process)
