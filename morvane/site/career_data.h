@@ -1,14 +1,22 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "morvane/site/site_facts.h"
 
 namespace morvane {
 
+/// Games of the form of a player, and of the mean in the chart.
+inline constexpr std::size_t kForm = 10;
+
 /// Sets what a player's games tell one after the other: `chart`, `form`, `best_game`,
 /// `streak_game`, how the favourite weapon compares, and `won_awards`.
 void SetCareer(Data& object, const SiteFacts& facts, std::uint32_t player);
+
+/// The game in which a figure of the player's was highest; nullptr where it was never above 0.
+const SiteFacts::Appearance* HighestAppearance(const SiteFacts& facts, std::uint32_t player,
+                                               std::int64_t Counts::*figure);
 
 /// The curve of a player's rating over the last games, as HTML; empty for fewer than two games.
 std::string RatingSpark(const SiteFacts& facts, std::uint32_t player);
@@ -16,7 +24,7 @@ std::string RatingSpark(const SiteFacts& facts, std::uint32_t player);
 /// A row about a game in which kills, deaths and so on are the player's own.
 Data GamePlayed(const SiteFacts& facts, const SiteFacts::Appearance& appearance);
 
-/// The rows of some awards. `withLink`: says whose they are.
+/// The rows of some awards.
 Data AwardList(const SiteFacts& facts, const std::vector<Award>& awards);
 
 }  // namespace morvane

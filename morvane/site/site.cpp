@@ -310,6 +310,10 @@ void WriteOwnFiles(const Site& site, const SiteTemplates& templates) {
   };
   write(site.facts.pages.Page(kFirstPage), FirstPage(site.facts, templates));
   write(kStatsJson, site.statsJson);
+  const std::vector<GameFile> files = GameFiles(site.facts.statistics);
+  platform::ForEachOnThreads(files.size(), 0, [&](std::size_t i) {
+    write(files[i].name, GamesJson(site.facts, files[i]));
+  });
 }
 
 }  // namespace

@@ -109,7 +109,7 @@ class RandomPresses : public engine::EngineTest {
 
   void BeginAnew() {
     std::filesystem::current_path(Directory());
-    WriteFile("morvane.cfg", Pick(2) == 0 ? "" : "[Main]\r\nuse_cust_rank=1\r\nown=1\r\n; c\r\n");
+    WriteFile("morvane.cfg", Pick(2) == 0 ? "" : "[Main]\r\nuse_cust_rank=1\r\nother=1\r\n; c\r\n");
     WriteFile("picture.png", "no picture");
     WriteEngine(
         "case $$ in *[05]) kill -9 $$;; *[16]) echo oops >&2; exit 3;; esac\n"
