@@ -61,8 +61,13 @@ struct ParsedLog {
   bool beginsAnew = false;  ///< the first stamp is such a 0:00; not among `runs`
 };
 
+/// Leaves out the games from the index `first` on in which nobody played, so that they take no
+/// memory: all but one that is open at the end, and those with a date, by which others are dated.
+void DropEmptyGames(ParsedLog& log, std::size_t first = 0);
+
 /// Reads a stretch of a log that begins at a line's start. Never fails: what is no line of the
 /// game is counted and skipped. The format is that of the game's own server log.
+/// Where there are thousands of games, those in which nobody played may be left out already.
 /// `keepEvents`: fill Game::events. `known`: names that have numbers already.
 ParsedLog ParseLog(std::string_view log, bool keepEvents, const Vocabulary& known = {});
 

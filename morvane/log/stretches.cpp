@@ -12,7 +12,7 @@
 namespace morvane {
 namespace {
 
-constexpr std::size_t kStretchBytes = std::size_t{2} << 20;
+constexpr std::size_t kStretchBytes = std::size_t{8} << 20;
 
 /// Where the next game begins from `from` on; the log's size when none does.
 std::size_t FindGame(std::string_view log, std::size_t from) {
@@ -44,21 +44,6 @@ void MoveTo(ParsedLog& stretch, std::size_t begin) {
     text.begin += begin;
     text.end += begin;
   }
-}
-
-void DropEmptyGames(ParsedLog& log, std::size_t first) {
-  std::size_t kept = first;
-  for (std::size_t i = first; i < log.games.size(); ++i) {
-    const bool isOpen = log.openAtEnd && i + 1 == log.games.size();
-    if (log.games[i].entrants.empty() && log.times[i].date == 0 && !isOpen) continue;
-    if (kept != i) log.games[kept] = std::move(log.games[i]);
-    log.times[kept] = log.times[i];
-    log.texts[kept++] = log.texts[i];
-  }
-  log.emptyGames += log.games.size() - kept;
-  log.games.resize(kept);
-  log.times.resize(kept);
-  log.texts.resize(kept);
 }
 
 void Append(ParsedLog& log, ParsedLog&& next) {

@@ -22,10 +22,6 @@ std::vector<Stretch> CutLogs(const std::vector<std::string_view>& logs, std::siz
 /// Says of what was read from a stretch where it stands in the log: from byte `begin` on.
 void MoveTo(ParsedLog& stretch, std::size_t begin);
 
-/// Leaves out the games from the index `first` on in which nobody played, so that they take no
-/// memory: all but one that is open at the end, and those with a date, by which others are dated.
-void DropEmptyGames(ParsedLog& log, std::size_t first = 0);
-
 /// Joins a log and the stretch that follows it directly.
 void Append(ParsedLog& log, ParsedLog&& next);
 

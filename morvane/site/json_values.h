@@ -39,8 +39,12 @@ std::string TextOf(const Json& value);
 /// held, not its values.
 template <class Make>
 void AppendList(std::string& text, std::string_view name, std::size_t count, const Make& make) {
+  constexpr std::size_t kFirst = 100;  // by which the room for all is reckoned
   text += ",\n\"" + std::string(name) + "\": [";
+  const std::size_t begin = text.size();
   for (std::size_t i = 0; i < count; ++i) {
+    // A text of many megabytes that grows by doubling is held three times over.
+    if (i == kFirst) text.reserve(begin + (text.size() - begin) / kFirst * (count + count / 16));
     text += i == 0 ? "\n" : ",\n";
     text += TextOf(make(i));
   }

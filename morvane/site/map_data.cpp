@@ -45,6 +45,9 @@ Data MapRow(const SiteFacts& facts, std::uint32_t index, const Most& most) {
   SetOptional(
       row, "best_link",
       map.players.empty() ? std::string() : facts.PlayerLabel(map.players.front().player).link);
+  SetOptional(
+      row, "best_score",
+      map.players.empty() ? std::string() : std::to_string(map.players.front().figures.score));
   SetTime(row, facts, "last_seen", map.summary.seen.last, map.summary.seen.lastDated);
   return row;
 }

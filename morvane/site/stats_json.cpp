@@ -264,7 +264,8 @@ std::string StatsJson(const SiteFacts& facts) {
   AppendList(text, "games", shown, [&](std::size_t i) {
     return GameJson(facts, static_cast<std::uint32_t>(games - shown + i));
   });
-  return text + "\n}\n";
+  text += "\n}\n";
+  return text;
 }
 
 }  // namespace morvane

@@ -13,9 +13,11 @@ AREA = (588, 390)  # below the menu bar, in pixels at scale factor 1
 
 SHIPPED_LEVELS = [("100", "#00ff00"), ("90", "#d0d000"), ("75", "#d07000"), ("50", "#804020")]
 
+
 class DesktopTest(unittest.TestCase):
+    """An X server for the tests of a class; each has its own program directory and settings."""
+
     maxDiff = 20000
-    """One X server for all tests; each has a program directory and per-user settings of its own."""
 
     @classmethod
     def setUpClass(cls):
@@ -29,7 +31,6 @@ class DesktopTest(unittest.TestCase):
         root = self.desktop.home / self.id()
         self.directory = program_directory(root, EDITOR, ENGINE, SHARE, LOG)
         self.configuration = root / "configuration"
-        self.settings = self.configuration / "Quillon/vantrel3.conf"
 
     def open(self, **environment):
         editor = Editor(self.desktop, self.directory,
@@ -54,13 +55,13 @@ class DesktopTest(unittest.TestCase):
     def answer(self, question, answer):
         """Presses keys that open a dialog, and then a key that closes it."""
         self.desktop.keys(*question.split())
-        wait_for(lambda: not self.desktop.focused_title().startswith(TITLE), "the dialog")
+        self.desktop.wait_for_dialog()
         self.desktop.keys(answer)
         self.desktop.wait_for_window(TITLE)
 
     def choose_color(self, html):
         """Answers the color dialog, which is about to open."""
-        wait_for(lambda: not self.desktop.focused_title().startswith(TITLE), "the color dialog")
+        self.desktop.wait_for_dialog()
         self.desktop.keys("alt+h")
         self.desktop.over(html)
         self.desktop.keys("Return")
@@ -251,8 +252,7 @@ class Places(DesktopTest):
                 self.assertEqual(self.frame(editor), place)
             # What opens over the window opens on its monitor.
             self.desktop.keys("alt+d")
-            wait_for(lambda: not self.desktop.focused_title().startswith(TITLE), "the question")
-            box = self.desktop.place(self.desktop.output("xdotool", "getwindowfocus").strip())
+            box = self.desktop.place(self.desktop.wait_for_dialog())
             self.assertLess(box[0] + box[2], 900)
             self.desktop.keys("Escape")
             self.desktop.wait_for_window(TITLE)
@@ -289,7 +289,8 @@ class Colors(DesktopTest):
         decimal = lambda color: ",".join(str(part) for part in bytes.fromhex(color[1:]))
         self.configuration.mkdir(exist_ok=True)
         (self.configuration / "kdeglobals").write_text("".join(
-            f"[Colors:{name}]\nBackgroundNormal={decimal(paper)}\nForegroundNormal={decimal(text)}\n"
+            f"[Colors:{name}]\n"
+            f"BackgroundNormal={decimal(paper)}\nForegroundNormal={decimal(text)}\n"
             for name, paper in (("Window", window), ("Button", window), ("View", view))))
 
     def wait_for_colors(self, editor, *colors):

@@ -11,6 +11,7 @@ from pathlib import Path
 
 PATIENCE = 60  # seconds; a busy machine is slow, a fault lasts
 TITLE = "Quillon's Vantorel v"
+MORTAL = ("setpriv", "--pdeathsig", "TERM")  # what it starts ends with the test, however that ends
 
 
 class Fault(Exception):
@@ -63,7 +64,7 @@ class Desktop:
         shutil.rmtree(self.home, ignore_errors=True)
 
     def _spawn(self, *command, **options):
-        child = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL,
+        child = subprocess.Popen([*MORTAL, *command], env=self.environment, stdin=subprocess.DEVNULL,
                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, **options)
         self.children.append(child)
         return child
@@ -115,6 +116,12 @@ class Desktop:
             raise Fault(f"{fault}; the keyboard has: {self.focused_title()}") from None
         return self.output("xdotool", "getwindowfocus").strip()
 
+    def wait_for_dialog(self):
+        """Waits until another window than the editor's own has the keyboard; gives its id."""
+        wait_for(lambda: self.focused_title() and not self.focused_title().startswith(TITLE),
+                 "a dialog")
+        return self.output("xdotool", "getwindowfocus").strip()
+
     def put_on_clipboard(self, text):
         self.run("xclip", "-selection", "clipboard", input=text.encode(), stderr=subprocess.DEVNULL)
 
@@ -124,7 +131,7 @@ class Desktop:
     def place(self, window):
         """Where a window's contents lie on the screen: left, top, width, height in pixels."""
         lines = self.output("xwininfo", "-id", window).splitlines()
-        values = {line.split(":")[0].strip(): line.split(":")[1].strip() for line in lines if ":" in line}
+        values = dict(line.strip().split(":", 1) for line in lines if ":" in line)
         names = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
         return tuple(int(values[name]) for name in names)
 
@@ -134,9 +141,10 @@ class Desktop:
 
     def colors(self, window):
         """How often each color ("#RRGGBB") is seen in a window."""
-        self.picture(window, self.home / "colors.png")
-        lines = self.output("convert", str(self.home / "colors.png"), "-alpha", "off", "-depth", "8",
-                            "-format", "%c", "histogram:info:").splitlines()
+        file = str(self.home / "colors.png")
+        self.picture(window, file)
+        lines = self.output("convert", file, "-alpha", "off", "-depth", "8", "-format", "%c",
+                            "histogram:info:").splitlines()
         parts = [line.replace(":", " ").split() for line in lines]
         return {part[-2]: int(part[0]) for part in parts if part}
 
@@ -163,7 +171,7 @@ class Editor:
     def __init__(self, desktop, directory, environment=None):
         self.desktop = desktop
         self.process = subprocess.Popen(
-            ["./vantrel3"], cwd=directory, env=desktop.environment | (environment or {}),
+            [*MORTAL, "./vantrel3"], cwd=directory, env=desktop.environment | (environment or {}),
             stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
             start_new_session=True)
         desktop.children.append(self.process)

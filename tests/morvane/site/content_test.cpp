@@ -107,7 +107,7 @@ TEST(Overview, TellsTheLastEvening) {
   const std::string page = site.Page("stats.html");
   EXPECT_EQ(Count(page, "<p class=\"lede\">Up to <a href=\"game_5.html\">Game 5</a>, "), 1U);
   EXPECT_EQ(Count(page, "<h2>The last evening</h2>"), 1U);
-  EXPECT_EQ(Count(page, "Games: 2, players: 3, kills: 18."), 1U);
+  EXPECT_EQ(Count(page, "Games: 2, players: 3, kills: 18, from "), 1U);
   EXPECT_EQ(Count(page, "New: <span class=\"item\"><a href=\"player_cid.html\">"), 1U);
   EXPECT_EQ(Count(page, "<bdi>Bob</bdi></a> 1 to rank 1</span>"), 1U);
   EXPECT_EQ(Count(page, "1 played, 1 won, 15 kills</span> <strong>15 points</strong>"), 1U);
