@@ -67,6 +67,7 @@ TEST(ParseLog, CountsWhatEachDidAndPlacesThem) {
        "1 Ann 1 1/1 (1/1) 299 by Cid won, 1 Cid 1 1/0 (1/0) 299 won, 3 Bob 0 0/1 (0/1) 299 by Ann"},
       {"team mates", 3, teams + Kill(0, 1) + Kill(2, 0),
        "1 Cid 1 1/0 (1/0) 299 won, 2 Bob 0 0/1 (0/1) 299, 3 Ann -1 0/1 (0/1) 299 mates 1 by Cid"},
+      {"in no team", 3, kTwo + Kill(0, 1), "1 Ann 1 1/0 (1/0) 299, 2 Bob 0 0/1 (0/1) 299 by Ann"},
       {"score lines stand above the rule; who left is behind; nobody plays after Exit", 4,
        Join(0, "Ann", 1) + Join(1, "Bob", 2) + Join(2, "Cid", 2) + Kill(0, 1) +
            "  4:00 ClientDisconnect: 2\n  4:00 Exit: Capturelimit hit.\n  4:00 red:3  blue:8\n"

@@ -114,6 +114,7 @@ TEST(MakeStatistics, AddsUpPlayersOfAllGamesAndOfMaps) {
   EXPECT_EQ(statistics.players[0].figures.killStreak, 3U) << "streaks end with their game";
   EXPECT_EQ(statistics.players[0].seen.first, 1'000'000 - 1500);
   EXPECT_EQ(statistics.players[0].seen.last, 1'000'000 - 600);
+  ASSERT_NE(FindPair(statistics.pairs, 0, 3), nullptr);
   EXPECT_EQ(FindPair(statistics.pairs, 0, 3)->kills, 5U);
   std::string maps;
   for (const Map& map : statistics.maps) {

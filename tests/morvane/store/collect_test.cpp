@@ -71,7 +71,8 @@ TEST_F(CollectTest, WhatBeginsInMidGameStaysOutOfTheOpenGameOfAnotherServer) {
        FromKill(two_, 3) + third + fourth, "7 9 8 6 1 ",
        "tail.log: 2 games of it stand in another log too"},
       {"what follows in it is older than the open game", one_, third + open,
-       FromKill(two_, 3) + fourth + third, "6 9 1 8 ", "tail.log: 6 lines of a game"},
+       FromKill(two_, 3) + fourth + third, "6 9 1 8 ",
+       "tail.log: 6 lines of a game before the first \"InitGame:\" left out"},
   };
   for (const auto& test : kCases) {
     for (const bool useDatabase : {false, true}) {
@@ -82,6 +83,7 @@ TEST_F(CollectTest, WhatBeginsInMidGameStaysOutOfTheOpenGameOfAnotherServer) {
       EXPECT_EQ(Kills({"a.log", "b.log", "tail.log"}, useDatabase), test.kills)
           << test.what << said_;
       EXPECT_TRUE(Said(test.said)) << test.what << said_;
+      EXPECT_EQ(Said("left out"), test.said.ends_with("left out")) << test.what << said_;
     }
   }
 }
