@@ -25,8 +25,7 @@ using test::OnlyGame;
 const std::string kTwo = Join(0, "Ann") + Join(1, "Bob");
 
 /// The entrants of a game as placed: "PLACE NAME SCORE KILLS/DEATHS (longest rows of each)
-/// SECONDS", then what there is of suicides, falls, kills of mates, the nemesis; who won and who is
-/// a bot.
+/// SECONDS", then what there is of suicides, falls, kills of mates, the nemesis; and who won.
 std::string EntrantsOf(const Game& game) {
   std::string text;
   const auto add = [&](const char* what, std::int64_t count) {
@@ -43,8 +42,7 @@ std::string EntrantsOf(const Game& game) {
     add(" falls ", of.worldDeaths);
     add(" mates ", of.teamKills);
     if (of.nemesis.index != kNobody) text += " by " + game.entrants[of.nemesis.index].name;
-    text += entrant.winner ? " won" : "";
-    text += entrant.bot ? " bot" : "";
+    if (entrant.winner) text += " won";
   }
   return text;
 }
@@ -64,11 +62,12 @@ TEST(ParseLog, CountsWhatEachDidAndPlacesThem) {
        "1 Ann 1 2/1 (2/1) 299 falls 1 won, 2 Bob -2 0/4 (0/4) 299 suicides 1 falls 1 by Ann"},
       {"rows end with a frag and with a death", 0,
        kTwo + Kills(2, 1, 0) + Kills(3, 0, 1) + Kill(1, 0),
-       "1 Ann 3 3/3 (3/2) 299 by Bob, 1 Bob 3 3/3 (2/3) 299 by Ann"},
+       "1 Ann 3 3/3 (3/2) 299 by Bob won, 1 Bob 3 3/3 (2/3) 299 by Ann won"},
       {"all for themselves", 0, teams + Kill(0, 1) + Kill(2, 0),
        "1 Ann 1 1/1 (1/1) 299 by Cid won, 1 Cid 1 1/0 (1/0) 299 won, 3 Bob 0 0/1 (0/1) 299 by Ann"},
       {"team mates", 3, teams + Kill(0, 1) + Kill(2, 0),
        "1 Cid 1 1/0 (1/0) 299 won, 2 Bob 0 0/1 (0/1) 299, 3 Ann -1 0/1 (0/1) 299 mates 1 by Cid"},
+      {"in no team", 3, kTwo + Kill(0, 1), "1 Ann 1 1/0 (1/0) 299, 2 Bob 0 0/1 (0/1) 299 by Ann"},
       {"score lines stand above the rule; who left is behind; nobody plays after Exit", 4,
        Join(0, "Ann", 1) + Join(1, "Bob", 2) + Join(2, "Cid", 2) + Kill(0, 1) +
            "  4:00 ClientDisconnect: 2\n  4:00 Exit: Capturelimit hit.\n  4:00 red:3  blue:8\n"
@@ -217,6 +216,9 @@ TEST(ParseLog, TellsLeadAndWinnerOnlyWhereTheLogDoes) {
        "10:Ann+1 20:- won Ann Bob"},
       {"connected anew", 0, kTwo + frag + "  0:20 ClientConnect: 0\n", "10:Ann+1 20:- won Ann"},
       {"team deathmatch", 3, teams + frag + exit, "teams 10:red+1 won red Ann"},
+      {"team deathmatch, frags after the end", 3,
+       teams + frag + exit + Kill(1, 0, "BFG", "  4:00 ") + Kill(1, 0, "BFG", "  4:00 "),
+       "teams 10:red+1 won red Ann"},
       {"team score against the frags", 3, teams + frag + scores, "teams 10:red+1 won blue Bob"},
       {"a suicide before the first frag", 3,
        teams + Kill(1, 1, "BFG", "  0:05 ") + Kill(1022, 1, "LAVA", "  0:06 ") + frag + exit,
@@ -241,19 +243,12 @@ TEST(ParseLog, TellsLeadAndWinnerOnlyWhereTheLogDoes) {
 }
 
 TEST(ParseLog, TellsBotsFromPeople) {
-  const struct {
-    std::string info;
-    bool bot;
-  } kCases[] = {{"n\\Ann\\t\\0\\skill\\    3.00\\w\\0", true},
-                {"n\\Ann\\t\\0\\skill\\", true},
-                {"skill\\1\\n\\Ann", true},
-                {"n\\Ann\\t\\0\\model\\skill\\hc\\100", false},
-                {"n\\skill\\t\\0", false}};
-  for (const auto& test : kCases) {
-    const Game game = OnlyGame(Init() + "  0:01 ClientUserinfoChanged: 0 " + test.info +
+  for (const std::string info :
+       {"bot n\\Ann\\t\\0\\skill\\    3.00\\w\\0", "bot n\\Ann\\t\\0\\skill\\",
+        "bot skill\\1\\n\\Ann", "man n\\Ann\\model\\skill\\hc\\100", "man n\\skill\\t\\0"}) {
+    const Game game = OnlyGame(Init() + "  0:01 ClientUserinfoChanged: 0 " + info.substr(4) +
                                "\n  0:01 ClientBegin: 0\n" + kShutdown);
-    ASSERT_EQ(game.entrants.size(), 1U);
-    EXPECT_EQ(game.entrants[0].bot, test.bot) << test.info;
+    EXPECT_EQ(game.entrants.at(0).bot, info.starts_with("bot")) << info;
   }
 }
 
@@ -345,13 +340,14 @@ TEST(ParseLog, ARoundEndsAWarmup) {
 TEST(ParseLog, SkipsWhatIsNoLineOfTheGameAndNotesDamage) {
   const ParsedLog log = ParseLog(Init() + kTwo + Kill(0, 1) +
                                      "Kill: 0 1 1: Ann killed Bob by MOD_BFG\nInitGame: \\a\\b\n"
-                                     "  1:01 Weapon_Stats: 0 x\n  1:01 Item: 77 x\n" +
+                                     "  1:01 Weapon_Stats: 0 x\n  1:01 Item: 77 x\n"
+                                     "  1:01 Item: 0 -\n" +
                                      kShutdown,
                                  false);
   ASSERT_EQ(log.games.size(), 1U);
   EXPECT_EQ(log.games[0].kills, 1U);
-  EXPECT_EQ(log.skipped, 4U);
-  ASSERT_EQ(log.notes.size(), 1U);
+  EXPECT_EQ(log.skipped, 5U);
+  ASSERT_EQ(log.notes.size(), 2U);
   EXPECT_EQ(log.notes[0].line, 13U);
 }
 
