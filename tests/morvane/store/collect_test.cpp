@@ -62,7 +62,7 @@ TEST_F(CollectTest, AStaleCopyOfAShortenedLogCountsNothingTwice) {
 TEST_F(CollectTest, WhatBeginsInMidGameStaysOutOfTheOpenGameOfAnotherServer) {
   const std::string own = one_ + two_ + Duel("Dan", "Bob", 9) + Duel("Ann", "Cid", 8);
   const std::string tail = own.substr(one_.size() + 400);
-  const std::string other = Duel("Eve", "Fay", 5) + Duel("Gus", "Hal", 6).substr(0, 300);
+  const std::string other = Duel("Eve", "Fay", 5) + Duel("Gus", "Hal", 6).substr(0, 370);
   for (const bool useDatabase : {false, true}) {
     fs::remove_all(At("db"));
     Log("a.log", own);
