@@ -22,12 +22,12 @@ for target in build/fuzz/tests/fuzz/*_fuzz; do
   name=$(basename "$target" _fuzz)
   mkdir "$folder/$name" # for what the target finds worth keeping, so that the corpus stays as it is
   if "$target" -seed=1 -runs="$runs" -max_len=600 -timeout=20 -artifact_prefix="$folder/" \
-    "$folder/$name" "build/fuzz/tests/fuzz/corpus/$name" >"$folder/log" 2>&1; then
+    "$folder/$name" "build/fuzz/tests/fuzz/corpus/$name" >"$folder/said" 2>&1; then
     echo "$name: $runs inputs"
   else
     failed=1
     echo "$name:"
-    grep -v '^#' "$folder/log"
+    grep -v '^#' "$folder/said"
   fi
 done
 exit "$failed"
