@@ -140,7 +140,7 @@ void SetTime(Data& object, const SiteFacts& facts, const std::string& name, std:
 }
 
 std::string TimeText(const SiteFacts& facts, std::int64_t seconds, Dated dated) {
-  const std::string text = facts.time.Text(seconds);
+  std::string text = facts.time.Text(seconds);
   if (text.empty()) return text;
   if (dated == Dated::kReckoned) return "\xE2\x89\x88 " + text;  // about
   return dated == Dated::kNotAfter ? "\xE2\x89\xA4 " + text : text;
