@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "morvane/site/site_facts.h"
 
@@ -9,6 +11,17 @@ namespace morvane {
 /// Sets what a player's games tell one after the other: `chart`, `form`, `best_game`,
 /// `streak_game`, how the favourite weapon compares, and `won_awards`.
 void SetCareer(Data& object, const SiteFacts& facts, std::uint32_t player);
+
+/// How much of all kills are made with the favourite weapon, by the player and by the field;
+/// empty for a player without one.
+struct FavouriteShares {
+  std::string own;
+  std::string field;
+};
+FavouriteShares FavouriteSharesOf(const SiteFacts& facts, const Figures& figures);
+
+/// The most games that the curve in a list shows.
+inline constexpr std::size_t kSparkGames = 20;
 
 /// The curve of a player's rating over the last games, as HTML; empty for fewer than two games.
 std::string RatingSpark(const SiteFacts& facts, std::uint32_t player);

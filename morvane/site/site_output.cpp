@@ -9,22 +9,33 @@ namespace morvane {
 
 namespace fs = std::filesystem;
 
-void SiteOutput::Write(const std::string& name, std::string_view content) {
+void SiteOutput::Write(const std::string& name, std::string_view content,
+                       const Digest128& fingerprint) {
   if (Claim(name)) {
-    Put(name, content);
+    Tell(name, folder_.Write(name, content, fingerprint));
   } else {
     Fail("two pages have the name " + name + "; one of them was left out");
   }
 }
 
 void SiteOutput::WriteOwn(const std::string& name, std::string_view content) {
-  if (!Claim(name)) return;
-  if (folder_.HoldsForeign(name)) {
-    report_.Normal(Log::kMain, "this file is not the engine's; it stays as it is",
-                   (folder_.Path() / name).string());
-  } else {
-    Put(name, content);
-  }
+  if (ClaimOwn(name)) Tell(name, folder_.Write(name, content));
+}
+
+bool SiteOutput::WriteOwnInPieces(const std::string& name,
+                                  const std::function<void(const PageFolder::Put&)>& make,
+                                  const Digest128& fingerprint) {
+  if (!ClaimOwn(name)) return false;
+  Tell(name, folder_.WriteInPieces(name, make, fingerprint));
+  return true;
+}
+
+bool SiteOutput::ClaimOwn(const std::string& name) {
+  if (!Claim(name)) return false;
+  if (!folder_.HoldsForeign(name)) return true;
+  report_.Normal(Log::kMain, "this file is not the engine's; it stays as it is",
+                 (folder_.Path() / name).string());
+  return false;
 }
 
 void SiteOutput::Copy(const fs::path& source, const std::string& name) {
@@ -40,16 +51,25 @@ void SiteOutput::Copy(const fs::path& source, const std::string& name) {
   }
 }
 
-void SiteOutput::Finish(const std::function<bool(const std::string& name)>& keep) {
+void SiteOutput::Finish(const std::function<bool(const std::string& name)>& keep,
+                        const PageList::Remarks& remarks) {
   const auto keepAlso = [&](const std::string& name) {
     return lacking_.contains(name) || keep(name);
   };
   TellUnwritten();
-  if (const std::error_code error = folder_.Finish(keepAlso)) {
+  if (const std::error_code error = folder_.Finish(keepAlso, remarks)) {
     ++failed_;
     Fail("the pages of earlier runs in " + folder_.Path().string() +
          " cannot be taken away or listed: " + error.message());
   }
+}
+
+bool SiteOutput::Stands(const std::string& name, const Digest128& fingerprint) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (names_.contains(text::FoldCase(name))) return false;
+  }
+  return folder_.Stands(name, fingerprint) && Claim(name);
 }
 
 bool SiteOutput::Claim(const std::string& name) {
@@ -57,13 +77,12 @@ bool SiteOutput::Claim(const std::string& name) {
   return names_.insert(text::FoldCase(name)).second;
 }
 
-void SiteOutput::Put(const std::string& name, std::string_view content) {
-  if (const std::error_code error = folder_.Write(name, content)) {
-    const std::lock_guard lock(mutex_);
-    Unwritten& unwritten = unwritten_[error.message()];
-    if (unwritten.count++ == 0) unwritten.first = (folder_.Path() / name).string();
-    ++failed_;
-  }
+void SiteOutput::Tell(const std::string& name, const std::error_code& error) {
+  if (!error) return;
+  const std::lock_guard lock(mutex_);
+  Unwritten& unwritten = unwritten_[error.message()];
+  if (unwritten.count++ == 0) unwritten.first = (folder_.Path() / name).string();
+  ++failed_;
 }
 
 void SiteOutput::Fail(const std::string& text) { report_.Severe(Log::kMain, text); }

@@ -21,17 +21,25 @@ class SiteOutput {
   SiteOutput(PageFolder& folder, Report& report) : folder_(folder), report_(report) {}
 
   /// Two pages never share a file, also where the file system does not tell A from a.
-  void Write(const std::string& name, std::string_view content);
+  /// `fingerprint`: see PageFolder::Write.
+  void Write(const std::string& name, std::string_view content, const Digest128& fingerprint = {});
+  /// Whether a page need not be made, see PageFolder::Stands.
+  bool Stands(const std::string& name, const Digest128& fingerprint);
   /// Writes what no template asked for: not in the place of a page, and not of a file that the
   /// engine did not write.
   void WriteOwn(const std::string& name, std::string_view content);
+  /// The same for a long file, see PageFolder::WriteInPieces. False where it is left out.
+  bool WriteOwnInPieces(const std::string& name,
+                        const std::function<void(const PageFolder::Put&)>& make,
+                        const Digest128& fingerprint);
   /// Writes a file of another folder under its name. One of this very folder stays as it is.
   void Copy(const std::filesystem::path& source, const std::string& name);
 
   /// Tells what could not be written, each reason once: a full disk fails thousands of pages. Then
   /// takes away what earlier runs wrote and this one did not, see PageFolder::Finish; what could
-  /// not be copied stays. To be called once, at the end.
-  void Finish(const std::function<bool(const std::string& name)>& keep);
+  /// not be copied stays. To be called once, at the end. `remarks`: for the list.
+  void Finish(const std::function<bool(const std::string& name)>& keep,
+              const PageList::Remarks& remarks = {});
 
   const PageFolder& Folder() const { return folder_; }
   /// How many files could not be written.
@@ -44,7 +52,8 @@ class SiteOutput {
   };
 
   bool Claim(const std::string& name);
-  void Put(const std::string& name, std::string_view content);
+  bool ClaimOwn(const std::string& name);
+  void Tell(const std::string& name, const std::error_code& error);
   void Fail(const std::string& text);
   void TellUnwritten();
 

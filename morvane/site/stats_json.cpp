@@ -1,5 +1,6 @@
 #include "morvane/site/stats_json.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -191,36 +192,90 @@ std::string TextOf(const Json& value) {
   return safe;
 }
 
-/// Appends a list by and by: only the text of a whole site is ever held, not its values.
-template <class Make>
-void AppendList(std::string& text, const char* name, std::size_t count, const Make& make) {
+/// How many rows make a piece.
+constexpr std::size_t kRows = 200;
+
+/// Opens the list before its first row.
+void OpenList(std::string& text, const char* name) {
   text += ",\n\"" + std::string(name) + "\": [";
-  for (std::uint32_t i = 0; i < count; ++i) {
-    text += i == 0 ? "\n" : ",\n";
-    text += TextOf(make(i));
-  }
-  text += "\n]";
 }
 
-}  // namespace
+/// Appends rows `first` to before `end` of a list.
+template <class Make>
+void AppendRows(std::string& text, ListPages::Range rows, const Make& make) {
+  for (std::size_t i = rows.first; i < rows.end; ++i) {
+    text += i == 0 ? "\n" : ",\n";
+    text += TextOf(make(static_cast<std::uint32_t>(i)));
+  }
+}
 
-std::string StatsJson(const SiteFacts& facts) {
+std::string HeadText(const SiteFacts& facts) {
   const Statistics& statistics = facts.statistics;
   Json summary = SummaryJson(facts, statistics.summary);
   summary["players"] = statistics.players.size();
   summary["ranked"] = statistics.ranked;
   summary["maps"] = statistics.maps.size();
   summary["games_found"] = statistics.gamesFound;
-  std::string text = "{\n\"version\": " + std::to_string(kStatsJsonVersion) + ",\n\"ranked_by\": " +
-                     (statistics.customRanking ? "\"rating\"" : "\"score\"") +
-                     ",\n\"summary\": " + TextOf(summary);
-  AppendList(text, "players", statistics.players.size(),
-             [&](std::uint32_t i) { return PlayerJson(facts, statistics.players[i]); });
-  AppendList(text, "maps", statistics.maps.size(),
-             [&](std::uint32_t i) { return MapJson(facts, i); });
-  AppendList(text, "games", statistics.games.size(),
-             [&](std::uint32_t i) { return GameJson(facts, i); });
-  return text + "\n}\n";
+  return "{\n\"version\": " + std::to_string(kStatsJsonVersion) +
+         ",\n\"ranked_by\": " + (statistics.customRanking ? "\"rating\"" : "\"score\"") +
+         ",\n\"summary\": " + TextOf(summary);
+}
+
+}  // namespace
+
+StatsJson::StatsJson(const SiteFacts& facts, const PageFingerprints& fingerprints)
+    : facts_(facts), fingerprints_(fingerprints) {
+  const Statistics& statistics = facts.statistics;
+  const auto add = [&](List list, std::size_t count, std::size_t rows) {
+    pieces_.push_back({list, {0, 0}});  // opens the list
+    for (std::size_t first = 0; first < count; first += rows) {
+      pieces_.push_back({list, {first, std::min(count, first + rows)}});
+    }
+  };
+  pieces_.push_back({List::kHead, {0, 0}});
+  add(List::kPlayers, statistics.players.size(), kRows);
+  add(List::kMaps, statistics.maps.size(), 1);
+  add(List::kGames, statistics.games.size(), kRows);
+  pieces_.push_back({List::kEnd, {0, 0}});
+}
+
+Digest128 StatsJson::FingerprintOf(std::size_t piece) const {
+  const auto& [list, rows] = pieces_[piece];
+  Fingerprint print;
+  print.Add(list).Add(rows.first).Add(rows.end);
+  if (list == List::kHead) print.Add(fingerprints_.OfAll());
+  if (list == List::kPlayers) print.Add(fingerprints_.OfPlayers(rows));
+  if (list == List::kGames) print.Add(fingerprints_.OfGamesWithNames(rows));
+  if (list == List::kMaps && rows.end > rows.first) {
+    print.Add(fingerprints_.OfMap(static_cast<std::uint32_t>(rows.first)));
+  }
+  return print.Value();
+}
+
+std::string StatsJson::TextOf(std::size_t piece) const {
+  const auto& [list, rows] = pieces_[piece];
+  const bool opens = rows.first == rows.end;
+  std::string text;
+  switch (list) {
+    case List::kHead:
+      return HeadText(facts_);
+    case List::kPlayers:
+      if (opens) OpenList(text, "players");
+      AppendRows(text, rows,
+                 [&](std::uint32_t i) { return PlayerJson(facts_, facts_.statistics.players[i]); });
+      break;
+    case List::kMaps:
+      if (opens) OpenList(text += "\n]", "maps");
+      AppendRows(text, rows, [&](std::uint32_t i) { return MapJson(facts_, i); });
+      break;
+    case List::kGames:
+      if (opens) OpenList(text += "\n]", "games");
+      AppendRows(text, rows, [&](std::uint32_t i) { return GameJson(facts_, i); });
+      break;
+    case List::kEnd:
+      return "\n]\n}\n";
+  }
+  return text;
 }
 
 }  // namespace morvane

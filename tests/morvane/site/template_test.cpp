@@ -13,8 +13,7 @@ std::string Rendered(const TempFolder& folder, const Data& data) {
   TemplateFault fault;
   if (!loaded.Load(folder.Path(), "page", fault)) return "fault: " + fault.text;
   const SharedData shared;
-  PageContext context(shared, {&data});
-  return loaded.Render(context);
+  return loaded.Render(shared, {&data});
 }
 
 TEST(Templates, TakeIncludesAndLeaveCommentsOut) {
