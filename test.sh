@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")"
 
-scripts/setup.sh browser
+scripts/setup.sh browser fuzz
 cmake --preset release >/dev/null
 cmake --build --preset release
 ctest --preset release -j "$(nproc)" "$@"

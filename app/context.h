@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "editor/context.h"
 
 namespace app {
@@ -11,5 +13,8 @@ class frmMain;
 struct Context : editor::Context {
   frmMain& main;
 };
+
+/// Runs when a control or a menu item is used.
+using Handler = std::function<void(const Context&)>;
 
 }  // namespace app

@@ -16,6 +16,7 @@
 #include "app/layout.h"
 #include "app/menus.h"
 #include "app/modMain.h"
+#include "app/tabs.h"
 #include "editor/list_editors.h"
 #include "editor/load_settings.h"
 #include "editor/switches.h"
@@ -59,12 +60,11 @@ std::optional<bool> ToBoolean(const QString& text) {
   return number != 0;
 }
 
+// The order of building is that of the Tab key.
 void BuildLayout(QWidget& area) {
-  for (const LayoutRows& rows :
-       {WindowLayout(), MainLayout(), LogsLayout(), GameLayout(), HtmlLayout(), KillTablesLayout(),
-        TemplatesLayout(), UserVarsLayout(), AboutLayout(), StripLayout()}) {
-    ui::BuildControls(area, rows);
-  }
+  ui::BuildControls(area, WindowLayout());
+  BuildTabs(area);
+  ui::BuildControls(area, StripLayout());
 }
 
 QString ShortVersion() {

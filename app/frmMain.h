@@ -32,7 +32,7 @@ class frmMain : public QMainWindow {
 
   /// What a handler is handed. `index`: of the member of a control array that was used, -1 for
   /// other controls.
-  Context ContextFor(int index);
+  Context ContextFor(int index = -1);
 
   /// What goes on; changed by an ActivityScope only.
   Activity CurrentActivity() const { return activity_; }

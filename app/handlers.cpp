@@ -1,13 +1,10 @@
 #include "app/handlers.h"
 
-#include <functional>
 #include <stdexcept>
 #include <string>
 
 #include <QAbstractButton>
-#include <QAction>
 #include <QCheckBox>
-#include <QMenu>
 #include <QTabWidget>
 
 #include "app/engine_actions.h"
@@ -18,9 +15,6 @@
 #include "editor/list_editors.h"
 #include "editor/pickers.h"
 #include "editor/switches.h"
-#include "engine/message_logs.h"
-#include "help/frmAbout.h"
-#include "help/links.h"
 
 namespace app {
 namespace {
@@ -28,56 +22,20 @@ namespace {
 /// What runs when a control is used. A member of a control array is told by its index.
 struct HandlerRow {
   const char* control;  // `cmdNameColor` stands for all of `cmdNameColor(0)`, `cmdNameColor(1)`...
-  std::function<void(const Context&)> handler;
+  Handler handler;
 };
 
-// Buttons and menu items run their handler when they are chosen, check boxes when their value
-// changes, menus before they show, the tab control when another tab comes to the front.
+// Buttons run their handler when they are pressed, check boxes when their value changes, the tab
+// control when another tab comes to the front.
 const HandlerRow kHandlers[] = {
-    // File, and the strip of buttons
+    // The strip of buttons
     {"cmdSave", cmdSave_Click},
-    {"mnuFileSave", mnuFileSave_Click},
     {"cmdDefaults", cmdDefaults_Click},
-    {"mnuFileDefaults", mnuFileDefaults_Click},
-    {"mnuFilePrint", mnuFilePrint_Click},
     {"cmdMakeStats", cmdMakeStats_Click},
-    {"mnuFileGenerate", mnuFileGenerate_Click},
     {"cmdClose", cmdClose_Click},
-    {"mnuFileExit", mnuFileExit_Click},
 
-    // Edit
-    {"mnuEdit", editor::mnuEdit_Click},
-    {"mnuEditCut", editor::mnuEditCut_Click},
-    {"mnuEditCopy", editor::mnuEditCopy_Click},
-    {"mnuEditPaste", editor::mnuEditPaste_Click},
-    {"mnuEditSelectAll", editor::mnuEditSelectAll_Click},
-
-    // View
-    {"mnuView", engine::mnuView_Click},
-    {"mnViewStatusBar", mnViewStatusBar_Click},
-    {"mnuVuewMain", mnuVuewMain_Click},
-    {"mnuViewLogs", mnuViewLogs_Click},
-    {"mnuViewGame", mnuViewGame_Click},
-    {"mnuViewHTML", mnuViewHTML_Click},
-    {"mnuViewKillTables", mnuViewKillTables_Click},
-    {"mnuViewTemplates", mnuViewTemplates_Click},
-    {"mnuViewUserVars", mnuViewUserVars_Click},
-    {"mnuViewAbout", mnuViewAbout_Click},
+    // Tabs
     {"SSTab1", SSTab1_Click},
-    {"mnuViewLogCustRank", engine::mnuViewLogCustRank_Click},
-    {"mnuViewLogMain", engine::mnuViewLogMain_Click},
-    {"mnuViewLogLogParser", engine::mnuViewLogLogParser_Click},
-    {"mnuViewLogTemplateParser", engine::mnuViewLogTemplateParser_Click},
-    {"mnuViewLogsDelete", mnuViewLogsDelete_Click},
-
-    // Help
-    {"mnuHelpQuickStart", help::mnuHelpQuickStart_Click},
-    {"mnuHelpUpdate", help::mnuHelpUpdate_Click},
-    {"mnuHelpFeedback", help::mnuHelpFeedback_Click},
-    {"mnuHelpBugs", help::mnuHelpBugs_Click},
-    {"mnuHelpQuillon", help::mnuHelpQuillon_Click},
-    {"mnuHelpMorvaneHome", help::mnuHelpMorvaneHome_Click},
-    {"mnuHelpAbout", help::mnuHelpAbout_Click},
 
     // Switches
     {"ckUseCustomRank", editor::ckUseCustomRank_Click},
@@ -140,16 +98,8 @@ void Connect(frmMain& window, QObject& object, const HandlerRow& row) {
     QObject::connect(box, &QCheckBox::toggled, &window, run);
   } else if (auto* button = qobject_cast<QAbstractButton*>(&object)) {
     QObject::connect(button, &QAbstractButton::clicked, &window, run);
-  } else if (auto* menu = qobject_cast<QMenu*>(&object)) {
-    QObject::connect(menu, &QMenu::aboutToShow, &window, run);
   } else if (auto* tabs = qobject_cast<QTabWidget*>(&object)) {
     QObject::connect(tabs, &QTabWidget::currentChanged, &window, run);
-  } else if (auto* action = qobject_cast<QAction*>(&object)) {
-    QObject::connect(action, &QAction::triggered, &window, [run, action](bool checked) {
-      // Qt has flipped the check already; only the handler decides about it.
-      if (action->isCheckable()) action->setChecked(!checked);
-      run();
-    });
   }
 }
 

@@ -4,8 +4,8 @@ namespace app {
 
 class frmMain;
 
-/// Connects every button, menu item, menu and tab change of the window to its handler, by the
-/// table in handlers.cpp.
+/// Connects every button, every check box that acts, and the tab control to its handler, by the
+/// table in handlers.cpp. Those of the menus stand with them, in menus.cpp.
 void ConnectHandlers(frmMain& window);
 
 }  // namespace app

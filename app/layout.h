@@ -8,17 +8,9 @@ namespace app {
 
 using LayoutRows = std::span<const ui::ControlRow>;
 
-/// The main window's controls, one table for the window itself, one for each tab, and one for the
-/// strip of command buttons. The Tab key goes through them in this order.
+/// The main window's controls outside the tabs (those on them: app/tabs.h): one table for the
+/// window itself and one for the strip of command buttons, which the Tab key reaches last.
 LayoutRows WindowLayout();
-LayoutRows MainLayout();
-LayoutRows LogsLayout();
-LayoutRows GameLayout();
-LayoutRows HtmlLayout();
-LayoutRows KillTablesLayout();
-LayoutRows TemplatesLayout();
-LayoutRows UserVarsLayout();
-LayoutRows AboutLayout();
 LayoutRows StripLayout();
 
 /// The explanation beside the color buttons of two tabs.

@@ -7,6 +7,7 @@ using enum ui::ControlKind;
 using Row = ui::ControlRow;
 
 constexpr Row kRows[] = {
+    Row(kFrame, "Frame1(3)", "SSTab1(2)", {50, 425, 6950, 4935}),
     Row(kFrame, "Frame10", "Frame1(3)", {480, 600, 6015, 3855}),
     Row(kLabel, "Label16", "Frame10", {960, 240, 4695, 495},
         "In order to be counted in the game statistics, the following criteria must be met:")

@@ -7,6 +7,7 @@ using enum ui::ControlKind;
 using Row = ui::ControlRow;
 
 constexpr Row kRows[] = {
+    Row(kFrame, "Frame1(4)", "SSTab1(3)", {50, 425, 6950, 4935}),
     Row(kFrame, "Frame3", "Frame1(4)", {240, 360, 3015, 2415}, "Document Colors"),
     Row(kLabel, "Label23", "Frame3", {240, 408, 1455, 255}, "Text Color: "),
     Row(kColorButton, "cmdTextColor", "Frame3", {2160, 360, 500, 350}),

@@ -7,6 +7,7 @@ using enum ui::ControlKind;
 using Row = ui::ControlRow;
 
 constexpr Row kRows[] = {
+    Row(kFrame, "Frame1(5)", "SSTab1(4)", {50, 425, 6950, 4935}),
     Row(kFrame, "Frame11", "Frame1(5)", {240, 240, 4335, 2295}, "Customize Highlight Levels"),
     Row(kLabel, "Label32", "Frame11", {960, 420, 1695, 255}, "Rank Percentile"),
     Row(kTextBox, "txtMinHiliteLevel", "Frame11", {2640, 405, 615, 285}),

@@ -7,6 +7,7 @@ using enum ui::ControlKind;
 using Row = ui::ControlRow;
 
 constexpr Row kRows[] = {
+    Row(kFrame, "Frame1(2)", "SSTab1(1)", {50, 425, 6950, 4935}),
     Row(kLabel, "Label14", "Frame1(2)", {240, 240, 6495, 615},
         "Enter a Quake 3 Arena log filename or browse for a file.  To add logs, press ADD.  To "
         "remove logs, select a log in the Logs selection box and press REMOVE.")

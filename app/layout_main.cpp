@@ -7,6 +7,7 @@ using enum ui::ControlKind;
 using Row = ui::ControlRow;
 
 constexpr Row kRows[] = {
+    Row(kFrame, "Frame1(0)", "SSTab1(0)", {50, 425, 6950, 4935}),
     Row(kLabel, "Label13(5)", "Frame1(0)", {120, 240, 1215, 255}, "Time Format"),
     Row(kTextBox, "txtTimeFormat", "Frame1(0)", {1560, 225, 855, 285}, "$$$$")
         .Tip("Format of the time display"),

@@ -7,6 +7,7 @@ using enum ui::ControlKind;
 using Row = ui::ControlRow;
 
 constexpr Row kRows[] = {
+    Row(kFrame, "Frame1(6)", "SSTab1(5)", {50, 425, 6950, 4935}),
     Row(kFrame, "Frame5", "Frame1(6)", {240, 240, 3255, 2175}, "Main Templates"),
     Row(kLabel, "Label34", "Frame5", {120, 360, 1215, 255}, "Template"),
     Row(kTextBox, "txtTemplate", "Frame5", {120, 600, 1695, 285}).Named("Main Template"),

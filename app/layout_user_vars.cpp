@@ -7,6 +7,7 @@ using enum ui::ControlKind;
 using Row = ui::ControlRow;
 
 constexpr Row kRows[] = {
+    Row(kFrame, "Frame1(7)", "SSTab1(6)", {50, 425, 6950, 4935}),
     Row(kLabel, "Label40", "Frame1(7)", {480, 240, 1455, 255}, "Variable"),
     Row(kTextBox, "txtVariable", "Frame1(7)", {480, 480, 1815, 285}),
     Row(kLabel, "Label41", "Frame1(7)", {2400, 240, 1455, 255}, "Value"),

@@ -1,58 +1,38 @@
 #include "app/tabs.h"
 
-#include <iterator>
-
+#include <QAction>
 #include <QTabWidget>
 
 #include "app/frmMain.h"
 #include "ui/controls.h"
 
 namespace app {
+
+// The controls on a tab stand in a file of their own, layout_*.cpp.
+LayoutRows MainLayout();
+LayoutRows LogsLayout();
+LayoutRows GameLayout();
+LayoutRows HtmlLayout();
+LayoutRows KillTablesLayout();
+LayoutRows TemplatesLayout();
+LayoutRows UserVarsLayout();
+LayoutRows AboutLayout();
+
 namespace {
 
 using ui::Control;
 
-struct TabRow {
-  const char* viewItem;
-  const char* status;
-};
+QTabWidget& TabControl(frmMain& window) { return Control<QTabWidget>(window, "SSTab1"); }
 
-// By tab index.
-constexpr TabRow kTabs[] = {
-    {"mnuVuewMain", "Main Settings."},
-    {"mnuViewLogs", "Quake 3 Arena Logs"},
-    {"mnuViewGame", "Qualifying Game Settings"},
-    {"mnuViewHTML", "HTML Settings"},
-    {"mnuViewKillTables", "Kill Table Settings"},
-    {"mnuViewTemplates", "Template Lists"},
-    {"mnuViewUserVars", "User Defined Variables"},
-    {"mnuViewAbout", "Quillon's Vantorel"},
-};
-
-QAction& ViewItem(frmMain& window, int tab) {
-  return Control<QAction>(window, kTabs[tab].viewItem);
+/// Moves the check mark among the View items of the tabs.
+void ClearViewChecks(frmMain& window, const Tab& checked) {
+  for (const Tab& tab : Tabs()) Control<QAction>(window, tab.viewItem).setChecked(false);
+  Control<QAction>(window, checked.viewItem).setChecked(true);
 }
 
 void BringToFront(frmMain& window, int tab) {
-  Control<QTabWidget>(window, "SSTab1").setCurrentIndex(tab);
-  ClearViewChecks(window, ViewItem(window, tab));
-}
-
-}  // namespace
-
-void mnViewStatusBar_Click(const Context& context) { context.main.ToggleStatusBar(); }
-
-void SSTab1_Click(const Context& context) {
-  frmMain& window = context.main;
-  const int tab = Control<QTabWidget>(window, "SSTab1").currentIndex();
-  if (tab < 0 || tab >= static_cast<int>(std::size(kTabs))) return;
-  window.SetStatus(kTabs[tab].status);
-  ClearViewChecks(window, ViewItem(window, tab));
-}
-
-void ClearViewChecks(frmMain& window, QAction& item) {
-  for (const TabRow& row : kTabs) Control<QAction>(window, row.viewItem).setChecked(false);
-  item.setChecked(true);
+  TabControl(window).setCurrentIndex(tab);
+  ClearViewChecks(window, Tabs()[static_cast<std::size_t>(tab)]);
 }
 
 void mnuVuewMain_Click(const Context& context) { BringToFront(context.main, 0); }
@@ -63,5 +43,45 @@ void mnuViewKillTables_Click(const Context& context) { BringToFront(context.main
 void mnuViewTemplates_Click(const Context& context) { BringToFront(context.main, 5); }
 void mnuViewUserVars_Click(const Context& context) { BringToFront(context.main, 6); }
 void mnuViewAbout_Click(const Context& context) { BringToFront(context.main, 7); }
+
+}  // namespace
+
+std::span<const Tab> Tabs() {
+  static const Tab kTabs[] = {
+      {"&Main", MainLayout(), "Main Settings.", "mnuVuewMain", "&Main", mnuVuewMain_Click},
+      {"&Q3A Logs", LogsLayout(), "Quake 3 Arena Logs", "mnuViewLogs", "Q3A &Logs",
+       mnuViewLogs_Click},
+      {"&Game", GameLayout(), "Qualifying Game Settings", "mnuViewGame", "&Game",
+       mnuViewGame_Click},
+      {"HTM&L", HtmlLayout(), "HTML Settings", "mnuViewHTML", "&HTML", mnuViewHTML_Click},
+      {"&Kill Tables", KillTablesLayout(), "Kill Table Settings", "mnuViewKillTables",
+       "&Kill Tables", mnuViewKillTables_Click},
+      {"&Templates", TemplatesLayout(), "Template Lists", "mnuViewTemplates", "&Templates",
+       mnuViewTemplates_Click},
+      {"&User Vars", UserVarsLayout(), "User Defined Variables", "mnuViewUserVars",
+       "&User Variables", mnuViewUserVars_Click},
+      {"&About", AboutLayout(), "Quillon's Vantorel", "mnuViewAbout", "&About", mnuViewAbout_Click},
+  };
+  return kTabs;
+}
+
+void BuildTabs(QWidget& area) {
+  int index = 0;
+  for (const Tab& tab : Tabs()) {
+    const std::string page = "SSTab1(" + std::to_string(index++) + ")";
+    const ui::ControlRow row(ui::ControlKind::kTabPage, page.c_str(), "SSTab1", {0, 0, 7050, 5400},
+                             tab.caption);
+    ui::BuildControls(area, {&row, 1});
+    ui::BuildControls(area, tab.rows);
+  }
+}
+
+void SSTab1_Click(const Context& context) {
+  const int index = TabControl(context.main).currentIndex();
+  if (index < 0) return;
+  const Tab& tab = Tabs()[static_cast<std::size_t>(index)];
+  context.main.SetStatus(tab.status);
+  ClearViewChecks(context.main, tab);
+}
 
 }  // namespace app

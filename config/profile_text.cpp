@@ -9,7 +9,6 @@
 namespace config {
 namespace {
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kNewFileEnding = "\r\n";
 
 bool IsHeader(std::string_view line) { return text::TrimBlanks(line).starts_with('['); }
@@ -23,10 +22,13 @@ bool IsKey(std::string_view line) {
   return !IsHeader(line) && !IsComment(line) && line.find('=') != std::string_view::npos;
 }
 
-/// A name as names are compared. A file may hold more of it than one line of a new file could.
-std::string FoldedName(std::string_view name) {
-  return text::FoldCase(text::DecodeText(text::TrimBlanks(ProfileText::OneLine(name))));
+/// A name as it is read. A file may hold more of it than one line of a new file could.
+std::string Name(std::string_view name) {
+  return text::DecodeText(text::TrimBlanks(ProfileText::OneLine(name)));
 }
+
+/// A name as names are compared.
+std::string FoldedName(std::string_view name) { return text::FoldCase(Name(name)); }
 
 /// The name of a section as the caller gives it; empty where no header could be read back as it.
 std::string FoldedSection(std::string_view section) {
@@ -48,6 +50,12 @@ std::string_view WithoutQuotes(std::string_view value) {
   const bool quoted = value.size() >= 2 && value.front() == value.back() &&
                       (value.front() == '"' || value.front() == '\'');
   return quoted ? value.substr(1, value.size() - 2) : value;
+}
+
+bool IsBlank(std::string_view line) { return text::TrimBlanks(line).empty(); }
+
+bool IsUtf16(std::string_view bytes) {
+  return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
 }
 
 /// Puts a value behind the "=" of a key line and the blanks that follow it. A line that holds the
@@ -80,13 +88,10 @@ bool ProfileText::IsKeyName(std::string_view name) {
   return !IsHeader(line) && !IsComment(line);
 }
 
-ProfileText::ProfileText(std::string_view bytes) {
-  usable_ = !bytes.starts_with("\xFF\xFE") && !bytes.starts_with("\xFE\xFF");
-  if (bytes.starts_with(kUtf8Mark)) {
-    mark_ = kUtf8Mark;
-    bytes.remove_prefix(kUtf8Mark.size());
-  }
-  SplitLines(bytes);
+ProfileText::ProfileText(std::string_view bytes) : usable_(!IsUtf16(bytes)) {
+  const std::string_view text = text::WithoutMark(bytes);
+  mark_ = bytes.substr(0, bytes.size() - text.size());
+  SplitLines(text);
   if (usable_) BuildIndex();
 }
 
@@ -143,7 +148,7 @@ std::vector<std::string> ProfileText::KeyNames(std::string_view section) const {
   for (const Block& block : blocks_) {
     if (block.name != name) continue;
     for (const Line& line : block.lines) {
-      if (IsKey(line.text)) names.push_back(text::DecodeText(OneLine(KeyName(line.text))));
+      if (IsKey(line.text)) names.push_back(Name(KeyName(line.text)));
     }
   }
   return names;
@@ -227,11 +232,23 @@ void ProfileText::EmptySection(std::string_view section) {
 void ProfileText::SpaceHeaders() {
   if (!usable_) return;
   for (Block& block : blocks_) {
-    std::erase_if(block.lines,
-                  [](const Line& line) { return text::TrimBlanks(line.text).empty(); });
+    const bool isFirst = &block == &blocks_.front();
+    const auto begin = block.lines.begin() + (isFirst && KeepsFirstLine() ? 1 : 0);
+    const auto isBlank = [](const Line& line) { return IsBlank(line.text); };
+    block.lines.erase(std::remove_if(begin, block.lines.end(), isBlank), block.lines.end());
   }
   InsertBlankLines();
   BuildIndex();
+}
+
+/// Whether the text begins with blank lines that keep the characters of a byte-order mark from
+/// becoming its first ones: the file would be read as another one.
+bool ProfileText::KeepsFirstLine() const {
+  const std::vector<Line>& lines = blocks_.front().lines;
+  const auto first = std::find_if(lines.begin(), lines.end(),
+                                  [](const Line& line) { return !IsBlank(line.text); });
+  if (!mark_.empty() || first == lines.begin() || first == lines.end()) return false;
+  return IsUtf16(first->text) || first->text.starts_with(text::kUtf8Mark);
 }
 
 void ProfileText::InsertBlankLines() {

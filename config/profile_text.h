@@ -50,7 +50,8 @@ class ProfileText {
   /// Takes every line but headers and comments out of a section, and spaces the headers.
   void EmptySection(std::string_view section);
 
-  /// Takes every blank line out of the text and puts two empty lines in front of every header.
+  /// Takes every blank line out of the text and puts two empty lines in front of every header. The
+  /// first line stays where a byte-order mark would take its place.
   void SpaceHeaders();
 
   /// The whole text as it goes to disk.
@@ -79,6 +80,7 @@ class ProfileText {
   void SplitLines(std::string_view bytes);
   void BuildIndex();
   void IndexBlock(std::size_t block);
+  bool KeepsFirstLine() const;
   void InsertBlankLines();
   void AddKey(Section& section, std::string_view name, std::string_view value);
   Section& AddSection(std::string_view section);

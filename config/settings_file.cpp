@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/files.h"
+#include "platform/replace_file.h"
 #include "text/characters.h"
 
 namespace config {

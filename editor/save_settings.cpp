@@ -12,6 +12,7 @@
 #include "editor/fields.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/replace_file.h"
 #include "ui/controls.h"
 
 namespace editor {

@@ -34,8 +34,9 @@ custrank.log.txt beside the program, and on the screen as the settings say.
 
 The program ends with
   0  when every page was written or already was as it should be,
-  1  when a page could not be written, or none at all: no settings, no log that could be read,
-     no place for the pages, not enough memory,
+  1  when a page could not be written or the database not changed, or nothing was done at all: no
+     settings, no log that could be read, no place for the pages, not enough memory, another run
+     at work in the same folder,
   2  for an argument that it does not know.
 )";
 

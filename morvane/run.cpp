@@ -8,6 +8,7 @@
 #include <new>
 #include <optional>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -23,7 +24,9 @@
 #include "morvane/statistics/statistics.h"
 #include "morvane/store/collect.h"
 #include "morvane/store/database.h"
+#include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/replace_file.h"
 
 namespace morvane {
 namespace {
@@ -103,6 +106,7 @@ void CheckExtension(Settings& settings, Report& report) {
 int CountAndWrite(const Settings& settings, const std::string& directory, Messages& messages) {
   const auto start = std::chrono::steady_clock::now();
   Collected collected = CollectGames(settings.sources, messages);
+  const bool stored = collected.stored;
   if (!collected.usable) {
     messages.Severe(Log::kMain, "no log could be read; no pages are written");
     return kFailed;
@@ -119,12 +123,22 @@ int CountAndWrite(const Settings& settings, const std::string& directory, Messag
   if (site.takenAway > 0) counts += ", " + std::to_string(site.takenAway) + " taken away";
   messages.Normal(Log::kMain, counts + ", in " + Seconds(start) + " s");
   if (!site.firstPage.empty()) messages.Normal(Log::kMain, "the first page is " + site.firstPage);
-  return site.failed == 0 ? kSuccess : kFailed;
+  return site.failed == 0 && stored ? kSuccess : kFailed;
+}
+
+/// Of a folder where another run is at work. The message logs in it are that run's.
+int Refuse(const std::string& directory, const std::error_code& error) {
+  const std::string text = directory + ": " + error.message() + "; this run has ended\n";
+  [[maybe_unused]] const std::error_code gone = platform::WriteAll(STDERR_FILENO, text);
+  return kFailed;
 }
 
 }  // namespace
 
 int Run(const std::string& directory) {
+  std::error_code inUse;
+  const platform::FolderLock lock(directory, inUse);
+  if (inUse) return Refuse(directory, inUse);
   std::optional<Settings> settings = LoadSettings(directory);
   if (!settings) return kFailed;
   Messages messages(directory, settings->messageOptions);

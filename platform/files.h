@@ -24,15 +24,6 @@ int CreateRegularFile(const std::filesystem::path& path, std::error_code& error)
 /// file that does not exist are failures too).
 std::string ReadWholeFile(const std::filesystem::path& path, std::error_code& error);
 
-/// Puts `bytes` in the place of a file's content, all or nothing: whoever reads the file, and
-/// whatever kills this process, meets the whole old or the whole new content. The new file keeps
-/// the permissions (and, where the system allows it, the owner and the group) of the old one; a
-/// symbolic link stays a link and its target is replaced. A missing file is created.
-/// Fails with `permission_denied` on a file without any write permission, for root too, with
-/// `file_too_large` beyond the limit on file sizes, and on what is no regular file; on failure the
-/// old content stands and nothing is left beside it.
-std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view bytes);
-
 /// Writes all of `bytes` to an open file descriptor, however many calls that takes. Beyond the
 /// limit on file sizes it fails with `file_too_large`; the signal that comes with it is kept from
 /// ending the program.

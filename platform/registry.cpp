@@ -19,10 +19,9 @@ using text::TrimBlanks;
 
 std::string ReadText(const std::filesystem::path& file) {
   std::error_code error;
-  std::string bytes = ReadWholeFile(file, error);
+  const std::string bytes = ReadWholeFile(file, error);
   if (bytes.starts_with("\xFF\xFE")) return DecodeUtf16(std::string_view(bytes).substr(2));
-  if (bytes.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
-  return bytes;
+  return std::string(text::WithoutMark(bytes));
 }
 
 /// Whether a line of hexadecimal bytes goes on in the next line. Only such lines do: a broken line

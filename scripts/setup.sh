@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the build, the tests and the program need and, called with
 # "checks", also those of check.sh. Called with "browser" it installs besides what the tests of the
-# pages in Chromium need; where that cannot be had it says so, and they are left out. Run by run.sh,
-# test.sh and check.sh; does nothing when everything is there.
+# pages in Chromium need, with "fuzz" the compiler of tests/fuzz; where that cannot be had it says so,
+# and they are left out. Run by run.sh, test.sh and check.sh; does nothing when everything is there.
 set -euo pipefail
 
 packages=(
@@ -16,7 +16,11 @@ packages=(
   # used by the program when it runs: fonts, browser and viewer start, printing
   fonts-liberation fonts-dejavu-core fonts-dejavu-extra xdg-utils cups-client
 )
-if [ "${1:-}" = checks ]; then
+# Whether the script was called with a word.
+asked=" $* "
+wants() { [[ $asked = *" $1 "* ]]; }
+
+if wants checks; then
   packages+=(git clang-format clang-tidy cppcheck shellcheck codespell python3 mandoc
     lintian appstream desktop-file-utils)
 fi
@@ -56,7 +60,10 @@ install_browser() {
 }
 
 install "${packages[@]}"
-if [ "${1:-}" = browser ]; then
+if wants fuzz; then
+  install clang libclang-rt-14-dev || echo "The targets of tests/fuzz are only replayed."
+fi
+if wants browser; then
   cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
   install_browser || echo "The tests of the pages in Chromium are left out."
 fi

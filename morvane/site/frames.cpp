@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <iterator>
+#include <sys/stat.h>
 #include <system_error>
 
 #include "morvane/statistics/model_fingerprint.h"
@@ -20,6 +22,16 @@ constexpr std::string_view kFrame = "frame ";  // and the key
 void AddFile(Fingerprint& print, const fs::path& path) {
   std::error_code error;
   print.Add(platform::ReadWholeFile(path, error)).Add(error.value());
+}
+
+/// The engine itself: another build of it is another file.
+void AddEngine(Fingerprint& print) {
+  struct stat status = {};
+  if (stat("/proc/self/exe", &status) != 0) clock_gettime(CLOCK_REALTIME, &status.st_ctim);
+  print.Add(status.st_dev).Add(status.st_ino).Add(status.st_size);
+  for (const timespec& time : {status.st_mtim, status.st_ctim}) {
+    print.Add(time.tv_sec).Add(time.tv_nsec);
+  }
 }
 
 /// Where local time comes from: the variable TZ, and the file that it or the system names.
@@ -88,7 +100,7 @@ void AddLimits(Fingerprint& print, const Limits& limits) {
 /// there are.
 Digest128 BaseOf(const SiteFacts& facts, const SiteTemplates& templates) {
   Fingerprint print;
-  AddFile(print, "/proc/self/exe");
+  AddEngine(print);
   AddTimeZone(print);
   AddSettings(print, facts.settings);
   AddLimits(print, facts.statistics.limits);

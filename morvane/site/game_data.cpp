@@ -199,7 +199,7 @@ Data GameRow(const SiteFacts& facts, std::uint32_t index) {
   const Label& map = facts.MapLabel(facts.MapOf(game));
   Data row;
   SetLabel(row, facts.GameLabel(index));
-  Set(row, "number", index + 1);
+  Set(row, "number", game.number);
   Set(row, "map", map.text);
   Set(row, "map_link", map.link);
   Set(row, "type", PageText(GameTypeName(game.type)));

@@ -70,6 +70,13 @@ PageFingerprints::PageFingerprints(const SiteFacts& facts, const Highest& highes
     AddGame(print, facts, game);
     return print.Value();
   });
+  names_ = DigestsOf(statistics.games, [&](std::uint32_t game) {
+    Fingerprint print;
+    for (const Entrant& entrant : statistics.games[game].entrants) {
+      print.Add(entrant.player == kNobody ? Digest128() : labels_[entrant.player]);
+    }
+    return print.Value();
+  });
   players_ = DigestsOf(statistics.players, [&](std::uint32_t player) { return PlayerRow(player); });
   Fingerprint all;
   all.Add(statistics.gamesFound).Add(statistics.ranked);
@@ -139,24 +146,12 @@ Digest128 PageFingerprints::OfPlayer(std::uint32_t index) const {
 void PageFingerprints::AddGames(Fingerprint& print, std::uint32_t player) const {
   print.Add(facts_.Games(player).size());
   for (const auto& [game, entrant] : facts_.Games(player)) {
-    print.Add(games_[game]).Add(entrant);
-    AddNames(print, game);
-  }
-}
-
-void PageFingerprints::AddNames(Fingerprint& print, std::uint32_t game) const {
-  for (const Entrant& entrant : facts_.statistics.games[game].entrants) {
-    print.Add(entrant.player == kNobody ? Digest128() : labels_[entrant.player]);
+    print.Add(games_[game]).Add(names_[game]).Add(entrant);
   }
 }
 
 Digest128 PageFingerprints::OfGamesWithNames(ListPages::Range rows) const {
-  Fingerprint print;
-  print.Add(OfGames(rows));
-  for (std::size_t i = rows.first; i < rows.end; ++i) {
-    AddNames(print, static_cast<std::uint32_t>(i));
-  }
-  return print.Value();
+  return Fingerprint().Add(OfRange(games_, rows)).Add(OfRange(names_, rows)).Value();
 }
 
 Digest128 PageFingerprints::OfMap(std::uint32_t index) const {

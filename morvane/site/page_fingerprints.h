@@ -37,7 +37,6 @@ class PageFingerprints {
  private:
   void AddNeighbour(Fingerprint& print, std::uint32_t game) const;
   void AddGames(Fingerprint& print, std::uint32_t player) const;
-  void AddNames(Fingerprint& print, std::uint32_t game) const;
   Digest128 PlayerRow(std::uint32_t player) const;
 
   const SiteFacts& facts_;
@@ -45,6 +44,7 @@ class PageFingerprints {
   std::vector<Digest128> labels_;   // how pages speak of the players
   std::vector<Digest128> maps_;     // and of the maps
   std::vector<Digest128> games_;    // all that they hold, with the names of those in it
+  std::vector<Digest128> names_;    // of all who played a game, as they are called now
   std::vector<Digest128> players_;  // the rows in lists
   Digest128 all_;
 };

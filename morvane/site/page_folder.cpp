@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
-#include <fcntl.h>
-#include <signal.h>
 #include <span>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -18,30 +15,7 @@ namespace morvane {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view kTemporary = ".morvane-";  // and the number of the process
-
-std::error_code LastError() { return {errno, std::generic_category()}; }
-
-/// Whether a file is the temporary one of a process that is no more.
-bool IsLeftOver(const std::string& name) {
-  const std::size_t mark = name.rfind(kTemporary);
-  if (mark == name.npos || name.front() != '.') return false;
-  int process = 0;
-  const char* const end = name.data() + name.size();
-  const auto [last, error] = std::from_chars(name.data() + mark + kTemporary.size(), end, process);
-  if (error != std::errc() || last != end || process <= 0) return false;
-  return kill(process, 0) != 0 && errno == ESRCH;
-}
-
-void RemoveLeftOvers(const fs::path& folder) {
-  std::error_code error;
-  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-       entry.increment(error)) {
-    std::error_code ignored;
-    if (IsLeftOver(entry->path().filename().string())) fs::remove(entry->path(), ignored);
-  }
-}
+using platform::LastError;
 
 /// Whether the file holds exactly this.
 bool Holds(const fs::path& path, std::string_view content) {
@@ -50,15 +24,6 @@ bool Holds(const fs::path& path, std::string_view content) {
   if (static_cast<std::size_t>(status.st_size) != content.size()) return false;
   std::error_code error;
   return platform::ReadWholeFile(path, error) == content && !error;
-}
-
-std::error_code WriteNew(const fs::path& path, std::string_view content) {
-  const int descriptor =
-      open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666);
-  if (descriptor < 0) return LastError();
-  std::error_code error = platform::WriteAll(descriptor, content);
-  if (close(descriptor) != 0 && !error) error = LastError();
-  return error;
 }
 
 /// Whether two names stand for one file, as where the file system does not tell A from a.
@@ -85,18 +50,12 @@ fs::path Created(fs::path folder, std::error_code& error) {
 }  // namespace
 
 PageFolder::PageFolder(fs::path folder, const Inputs& inputs, std::error_code& error)
-    : folder_(Created(std::move(folder), error)), inputs_(inputs), list_(folder_) {
+    : folder_(Created(std::move(folder), error)),
+      inputs_(inputs),
+      lock_(folder_, error),
+      list_(folder_, error) {
   if (!error) canonical_ = fs::canonical(folder_, error);
-  if (error) return;
-  // The file system may refuse what the permissions allow, so the question is put to it.
-  const fs::path probe = Temporary("probe");
-  error = WriteNew(probe, {});
-  unlink(probe.c_str());
-  if (!error) RemoveLeftOvers(folder_);
-}
-
-fs::path PageFolder::Temporary(const std::string& name) const {
-  return folder_ / ("." + name + std::string(kTemporary) + std::to_string(getpid()));
+  if (!error) error = platform::PrepareFolder(folder_);
 }
 
 // The pages are made anew by the next run, so they are not flushed to the disk one by one: a
@@ -118,72 +77,59 @@ std::error_code PageFolder::Write(const std::string& name, std::string_view cont
     return {};
   }
   if (isInput) return IsAnInput();
-  const fs::path temporary = Temporary(name);
-  if (const std::error_code error = WriteNew(temporary, content)) {
-    unlink(temporary.c_str());
-    KeepNoted(name);
-    return error;
-  }
-  return PutInPlace(temporary, name, page);
+  return Settle(name, page, platform::PutFile(path, content, platform::Flush::kNo));
 }
 
-std::error_code PageFolder::PutInPlace(const fs::path& temporary, const std::string& name,
-                                       WrittenPage page) {
-  const fs::path path = folder_ / name;
-  if (rename(temporary.c_str(), path.c_str()) != 0) {
-    const std::error_code error = LastError();
-    unlink(temporary.c_str());
+/// After a page was put in place, or could not be: `error`.
+std::error_code PageFolder::Settle(const std::string& name, WrittenPage page,
+                                   std::error_code error) {
+  if (error) {
     KeepNoted(name);
     return error;
   }
   ++written_;
   std::uint64_t size = 0;
-  page.changedAt = LastChangeOf(path, size);
+  page.changedAt = LastChangeOf(folder_ / name, size);
   NoteDone(name, page);
   return {};
 }
 
 std::error_code PageFolder::WriteInPieces(const std::string& name,
-                                          const std::function<void(const Put&)>& make,
+                                          const std::function<void(const platform::Sink&)>& make,
                                           const Digest128& fingerprint) {
   if (IsInput(name)) return IsAnInput();
-  const fs::path temporary = Temporary(name);
-  const int file =
-      open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666);
-  if (file < 0) return LastError();
-  std::error_code error;
   WrittenPage page;
-  DigestStream digest;
-  make([&](std::string_view bytes) {
-    page.size += bytes.size();
-    digest.Add(bytes);
-    if (!error) error = platform::WriteAll(file, bytes);
-  });
-  if (close(file) != 0 && !error) error = LastError();
-  if (error) {
-    unlink(temporary.c_str());
-    KeepNoted(name);
-    return error;
-  }
-  page.digest = digest.Value();
-  page.fingerprint = fingerprint;
-  const auto known = list_.Find(name);
-  if (known.size() == 1 && known.front().page.HasContentOf(page) &&
-      IsUntouched(known.front(), page.changedAt)) {
-    unlink(temporary.c_str());
-    ++unchanged_;
-    NoteDone(name, page);
-    return {};
-  }
-  Note(name, page);
-  return PutInPlace(temporary, name, page);
+  bool isThere = false;
+  const auto write = [&](const platform::Sink& put) {
+    DigestStream digest;
+    make([&](std::string_view bytes) {
+      page.size += bytes.size();
+      digest.Add(bytes);
+      put(bytes);
+    });
+    page.digest = digest.Value();
+    page.fingerprint = fingerprint;
+    const auto known = list_.Find(name);
+    std::error_code unread;
+    isThere = known.size() == 1 && known.front().page.HasContentOf(page) &&
+              IsUntouched(known.front(), page.changedAt, unread);
+    if (!isThere) Note(name, page);
+    return !isThere;
+  };
+  const std::error_code error = platform::PutFile(folder_ / name, write);
+  if (error || !isThere) return Settle(name, page, error);
+  ++unchanged_;
+  NoteDone(name, page);
+  return {};
 }
 
-int PageFolder::OpenAsWritten(const std::string& name) const {
+int PageFolder::OpenAsWritten(const std::string& name, const Digest128& fingerprint) const {
   const auto known = list_.Find(name);
   std::int64_t changedAt = 0;
-  if (known.size() != 1 || !IsUntouched(known.front(), changedAt)) return -1;
   std::error_code error;
+  const bool isIt = known.size() == 1 && known.front().page.fingerprint == fingerprint &&
+                    IsUntouched(known.front(), changedAt, error);
+  if (!isIt) return -1;
   return platform::OpenRegularFile(folder_ / name, error);
 }
 
@@ -208,21 +154,22 @@ void PageFolder::KeepNoted(const std::string& name) {
 
 /// A file that was changed in any way since it was listed, and be it its permissions alone, is
 /// read. So is one that may have been changed at the very time at which the list was written.
-bool PageFolder::IsUntouched(const ListedPage& listed, std::int64_t& changedAt) const {
+bool PageFolder::IsUntouched(const ListedPage& listed, std::int64_t& changedAt,
+                             std::error_code& error) const {
   const fs::path path = folder_ / listed.name;
   std::uint64_t size = 0;
   changedAt = LastChangeOf(path, size);
   if (changedAt < 0 || size != listed.page.size) return false;
   if (changedAt == listed.page.changedAt && changedAt < list_.WrittenAt()) return true;
-  std::error_code error;
   const WrittenPage present = Describe(platform::ReadWholeFile(path, error));
   return !error && present.HasContentOf(listed.page);
 }
 
-bool PageFolder::IsAsWritten(std::span<const ListedPage> states) const {
+/// Whether the file is still as a run wrote it. A link is not. `error`: why nobody can tell.
+bool PageFolder::IsAsWritten(std::span<const ListedPage> states, std::error_code& error) const {
   std::int64_t changedAt = 0;
   return std::any_of(states.begin(), states.end(),
-                     [&](const ListedPage& state) { return IsUntouched(state, changedAt); });
+                     [&](const ListedPage& state) { return IsUntouched(state, changedAt, error); });
 }
 
 bool PageFolder::Stands(const std::string& name, const Digest128& fingerprint) {
@@ -231,7 +178,8 @@ bool PageFolder::Stands(const std::string& name, const Digest128& fingerprint) {
     return false;
   }
   ListedPage listed = known.front();
-  if (IsInput(name) || !IsUntouched(listed, listed.page.changedAt)) return false;
+  std::error_code error;
+  if (IsInput(name) || !IsUntouched(listed, listed.page.changedAt, error)) return false;
   ++unchanged_;
   const std::lock_guard lock(mutex_);
   made_.push_back(listed);
@@ -247,16 +195,17 @@ bool PageFolder::AllStand() const {
     for (std::size_t i = part * kTogether; i < end && all; ++i) {
       const bool isBeingReplaced = i > 0 && pages[i].name == pages[i - 1].name;
       std::int64_t changedAt = 0;
-      if (isBeingReplaced || !IsUntouched(pages[i], changedAt)) all = false;
+      std::error_code error;
+      if (isBeingReplaced || !IsUntouched(pages[i], changedAt, error)) all = false;
     }
   });
   return all;
 }
 
-bool PageFolder::HoldsForeign(const std::string& name) const {
+bool PageFolder::HoldsForeign(const std::string& name, std::error_code& error) const {
   const fs::path path = folder_ / name;
   if (fs::symlink_status(path).type() == fs::file_type::not_found) return false;
-  return IsInput(name) || !IsAsWritten(list_.Find(name));
+  return IsInput(name) || !IsAsWritten(list_.Find(name), error);
 }
 
 std::error_code PageFolder::Finish(const std::function<bool(const std::string&)>& keep,
@@ -267,7 +216,7 @@ std::error_code PageFolder::Finish(const std::function<bool(const std::string&)>
   std::vector<ListedPage> kept = TakeAwayOthers(keep, first);
   made_.insert(made_.end(), kept.begin(), kept.end());
   std::stable_sort(made_.begin(), made_.end(), IsBefore);
-  const std::error_code error = list_.Replace(made_, remarks, Temporary("pages"));
+  const std::error_code error = list_.Replace(made_, remarks);
   return first ? first : error;
 }
 
@@ -280,14 +229,15 @@ std::vector<ListedPage> PageFolder::TakeAwayOthers(
     const std::span states(earlier.data() + i, end - i);
     if (std::binary_search(made_.begin(), made_.end(), earlier[i], IsBefore)) continue;
     const std::string name(earlier[i].name);
-    const fs::path path = folder_ / name;
-    if (IsMade(name) || IsInput(name) || !IsAsWritten(states)) continue;
-    const bool isToGo = !keep(name);
-    if (isToGo && unlink(path.c_str()) == 0) {
+    std::error_code error;
+    if (IsMade(name) || IsInput(name) || (!IsAsWritten(states, error) && !error)) continue;
+    const bool goes = !error && !keep(name);
+    if (goes && unlink((folder_ / name).c_str()) == 0) {
       ++takenAway_;
       continue;
     }
-    if (isToGo && !failure) failure = LastError();
+    if (goes) error = LastError();
+    if (!failure) failure = error;
     for (const ListedPage& state : states) kept.push_back(WithoutFingerprint(state));
   }
   return kept;

@@ -16,6 +16,7 @@
 
 #include "morvane/site/inputs.h"
 #include "morvane/site/page_list.h"
+#include "platform/replace_file.h"
 
 namespace morvane {
 
@@ -25,27 +26,25 @@ namespace morvane {
 class PageFolder {
  public:
   /// Creates the folder where it is missing and takes away what an interrupted run left half done.
-  /// `error` says why the folder cannot be used. `inputs`, which must outlive this, are no pages:
+  /// It is this one's alone until the end, so that two runs never mix their pages. `error` says why
+  /// the folder cannot be used. `inputs`, which must outlive this, are no pages:
   /// they are neither replaced nor taken away nor listed.
   PageFolder(std::filesystem::path folder, const Inputs& inputs, std::error_code& error);
 
-  /// Puts a page in place, once in a run, by way of a temporary file beside it. `name`: a file
-  /// name. In the place
-  /// of an input nothing is put, see IsAnInput. `fingerprint`: of what the page is made from, for
+  /// Puts a page in place, once in a run, whole or not at all. `name`: a file name. In the place of
+  /// an input nothing is put, see IsAnInput. `fingerprint`: of what the page is made from, for
   /// Stands in the next run; none: not known.
   std::error_code Write(const std::string& name, std::string_view content,
                         const Digest128& fingerprint = {});
 
-  /// Takes a piece of a file.
-  using Put = std::function<void(std::string_view bytes)>;
   /// The same for a long file that `make` hands out piece by piece.
   std::error_code WriteInPieces(const std::string& name,
-                                const std::function<void(const Put&)>& make,
+                                const std::function<void(const platform::Sink&)>& make,
                                 const Digest128& fingerprint);
 
-  /// Opens the file of a page for reading where it is still as the last run wrote it; -1 where it
-  /// is not. The caller closes it.
-  int OpenAsWritten(const std::string& name) const;
+  /// Opens the file of a page for reading where the last run made it from what has this fingerprint
+  /// and it is still as it was written; -1 where not. The caller closes it.
+  int OpenAsWritten(const std::string& name, const Digest128& fingerprint) const;
 
   /// Whether an earlier run made a page from the same, by its fingerprint, and the file is still as
   /// it was written then. That counts as written unchanged.
@@ -56,8 +55,8 @@ class PageFolder {
   bool AllStand() const;
 
   /// Whether something stands under a name that no run wrote, that was changed since or that is an
-  /// input.
-  bool HoldsForeign(const std::string& name) const;
+  /// input. `error`: why nobody can tell.
+  bool HoldsForeign(const std::string& name, std::error_code& error) const;
 
   /// What the last run that came to its end remarked in the list, by key.
   const PageList::Remarks& Remarked() const { return list_.Remarked(); }
@@ -76,17 +75,15 @@ class PageFolder {
   std::size_t TakenAway() const { return takenAway_; }
 
  private:
-  std::filesystem::path Temporary(const std::string& name) const;
   void Note(const std::string& name, const WrittenPage& page);
   /// Lists what is in place now.
   void NoteDone(const std::string& name, const WrittenPage& page);
   /// After a failure what earlier runs wrote under this name is still there.
   void KeepNoted(const std::string& name);
   bool IsInput(std::string_view name) const { return inputs_.Cover(canonical_, name); }
-  bool IsUntouched(const ListedPage& listed, std::int64_t& changedAt) const;
-  bool IsAsWritten(std::span<const ListedPage> states) const;
-  std::error_code PutInPlace(const std::filesystem::path& temporary, const std::string& name,
-                             WrittenPage page);
+  bool IsUntouched(const ListedPage& listed, std::int64_t& changedAt, std::error_code& error) const;
+  bool IsAsWritten(std::span<const ListedPage> states, std::error_code& error) const;
+  std::error_code Settle(const std::string& name, WrittenPage page, std::error_code error);
   std::vector<ListedPage> TakeAwayOthers(const std::function<bool(const std::string& name)>& keep,
                                          std::error_code& failure);
   bool IsMade(std::string_view name);
@@ -94,6 +91,7 @@ class PageFolder {
   std::filesystem::path folder_;
   std::filesystem::path canonical_;
   const Inputs& inputs_;
+  platform::FolderLock lock_;
   PageList list_;
   std::mutex mutex_;  // of the list and what was made
   std::vector<ListedPage> made_;

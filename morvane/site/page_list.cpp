@@ -10,19 +10,19 @@
 #include <utility>
 
 #include "platform/files.h"
+#include "platform/replace_file.h"
 
 namespace morvane {
 namespace {
 
 namespace fs = std::filesystem;
+using platform::LastError;
 
 constexpr std::string_view kHeader = "morvane pages 1\n";
 constexpr std::string_view kNoFingerprint = "-";
 constexpr std::string_view kRemark = ":";
 constexpr char kAt = '@';
 constexpr char kHexDigits[] = "0123456789abcdef";
-
-std::error_code LastError() { return {errno, std::generic_category()}; }
 
 bool IsHex(std::string_view text) {
   return text.find_first_not_of(kHexDigits) == std::string_view::npos;
@@ -137,11 +137,10 @@ std::int64_t LastChangeOf(const fs::path& path, std::uint64_t& size) {
   return std::int64_t{status.st_ctim.tv_sec} * kNanoseconds + status.st_ctim.tv_nsec;
 }
 
-PageList::PageList(const fs::path& folder) : path_(folder / kFileName) {
+PageList::PageList(const fs::path& folder, std::error_code& error) : path_(folder / kFileName) {
   std::uint64_t size = 0;
-  writtenAt_ = std::max<std::int64_t>(LastChangeOf(path_, size), 0);
+  if (!error) writtenAt_ = std::max<std::int64_t>(LastChangeOf(path_, size), 0);
   if (writtenAt_ == 0) return;
-  std::error_code error;
   text_ = platform::ReadWholeFile(path_, error);
   Read();
 }
@@ -217,22 +216,13 @@ void PageList::Note(std::string_view name, const WrittenPage& page) {
   if (journal_ >= 0) static_cast<void>(platform::WriteAll(journal_, line));
 }
 
-std::error_code PageList::Replace(const std::vector<ListedPage>& pages, const Remarks& remarks,
-                                  const fs::path& temporary) {
+std::error_code PageList::Replace(const std::vector<ListedPage>& pages, const Remarks& remarks) {
   if (pages.empty()) {
     return unlink(path_.c_str()) == 0 || errno == ENOENT ? std::error_code() : LastError();
   }
   const std::string text = TextOf(pages, remarks);
   if (text == text_ && !changed_) return {};
-  const int file =
-      open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666);
-  if (file < 0) return LastError();
-  std::error_code error = platform::WriteAll(file, text);
-  if (!error && fsync(file) != 0) error = LastError();
-  if (close(file) != 0 && !error) error = LastError();
-  if (!error && rename(temporary.c_str(), path_.c_str()) != 0) error = LastError();
-  if (error) unlink(temporary.c_str());
-  return error;
+  return platform::PutFile(path_, text, platform::Flush::kYes);
 }
 
 }  // namespace morvane

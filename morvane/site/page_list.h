@@ -49,8 +49,9 @@ class PageList {
   /// By key.
   using Remarks = std::map<std::string, std::string, std::less<>>;
 
-  /// The list of a folder; empty where there is none or it cannot be read.
-  explicit PageList(const std::filesystem::path& folder);
+  /// The list of a folder; empty where there is none. `error` says why one that is there cannot be
+  /// read; one that is set already is left as it is, and nothing is read.
+  PageList(const std::filesystem::path& folder, std::error_code& error);
   PageList(const PageList&) = delete;
   PageList& operator=(const PageList&) = delete;
   ~PageList();
@@ -69,10 +70,9 @@ class PageList {
   /// Best effort: what cannot be noted now is in the list that Replace writes.
   void Note(std::string_view name, const WrittenPage& page);
 
-  /// Puts a new list in the place of the old one, by way of `temporary`, a file of the same folder;
-  /// does not touch one that says the same, and removes one that would be empty. `pages`: by name.
-  std::error_code Replace(const std::vector<ListedPage>& pages, const Remarks& remarks,
-                          const std::filesystem::path& temporary);
+  /// Puts a new list in the place of the old one; does not touch one that says the same, and
+  /// removes one that would be empty. `pages`: by name.
+  std::error_code Replace(const std::vector<ListedPage>& pages, const Remarks& remarks);
 
  private:
   void Read();

@@ -72,7 +72,10 @@ std::string FileNamePart(std::string_view name) {
 PageNames::PageNames(const Statistics& statistics, std::string extension)
     : extension_(std::move(extension)),
       players_(Parts(NamesOf(statistics.players, &Player::plain))),
-      maps_(Parts(NamesOf(statistics.maps, &Map::name))) {}
+      maps_(Parts(NamesOf(statistics.maps, &Map::name))) {
+  games_.reserve(statistics.games.size());
+  for (const Game& game : statistics.games) games_.push_back(game.number);
+}
 
 std::string PageNames::Page(std::string_view templateName) const {
   return std::string(templateName) + extension_;
@@ -97,7 +100,7 @@ std::string PageNames::MapPage(std::string_view templateName, std::uint32_t map)
 }
 
 std::string PageNames::GamePage(std::string_view templateName, std::uint32_t game) const {
-  return Join(templateName, std::to_string(game + 1));
+  return Join(templateName, std::to_string(games_[game]));
 }
 
 }  // namespace morvane

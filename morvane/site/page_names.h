@@ -15,7 +15,7 @@ namespace morvane {
 std::string FileNamePart(std::string_view name);
 
 /// The file names of the pages. Those of players and maps are made from their names and stay the
-/// same from run to run; a game's holds its number.
+/// same from run to run; a game's holds its own number, which it keeps.
 class PageNames {
  public:
   PageNames() = default;
@@ -36,6 +36,7 @@ class PageNames {
   std::string extension_;
   std::vector<std::string> players_;
   std::vector<std::string> maps_;
+  std::vector<std::uint32_t> games_;  // their numbers
 };
 
 }  // namespace morvane

@@ -178,7 +178,12 @@ SiteResult WritePages(const SiteSettings& settings, const Statistics& statistics
   RenderAll(site, templates, frames, report);
   PageList::Remarks remarks = frames.Remarks();
   WriteOwnFiles(site, templates, remarks);
-  output.Finish([&](const std::string& name) { return templates.MayLack(name); }, remarks);
+  const auto mayLack = [&](const std::string& name) {
+    // The first page leads to one that may be lacking in this run.
+    const bool isFirst = name == facts.pages.Page(kFirstPage);
+    return templates.MayLack(name) || (isFirst && !templates.failed.empty());
+  };
+  output.Finish(mayLack, remarks);
   AddTo(result, output);
   const std::string first = FirstPageFile(facts, templates);
   if (!first.empty()) result.firstPage = (folder.Path() / first).string();

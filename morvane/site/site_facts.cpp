@@ -120,7 +120,7 @@ void SiteFacts::IndexPlayers() {
 }
 
 Label SiteFacts::GameLabel(std::uint32_t game) const {
-  const std::string text = "Game " + std::to_string(game + 1);
+  const std::string text = "Game " + std::to_string(statistics.games[game].number);
   return MakeLabel(
       text, text,
       firstGameTemplate_.empty() ? std::string() : pages.GamePage(firstGameTemplate_, game));

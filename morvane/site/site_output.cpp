@@ -23,16 +23,21 @@ void SiteOutput::WriteOwn(const std::string& name, std::string_view content) {
 }
 
 bool SiteOutput::WriteOwnInPieces(const std::string& name,
-                                  const std::function<void(const PageFolder::Put&)>& make,
+                                  const std::function<void(const platform::Sink&)>& make,
                                   const Digest128& fingerprint) {
   if (!ClaimOwn(name)) return false;
-  Tell(name, folder_.WriteInPieces(name, make, fingerprint));
-  return true;
+  const std::error_code error = folder_.WriteInPieces(name, make, fingerprint);
+  Tell(name, error);
+  return !error;
 }
 
 bool SiteOutput::ClaimOwn(const std::string& name) {
   if (!Claim(name)) return false;
-  if (!folder_.HoldsForeign(name)) return true;
+  std::error_code error;
+  const bool isForeign = folder_.HoldsForeign(name, error);
+  if (!error && !isForeign) return true;
+  Tell(name, error);
+  if (error) return false;
   report_.Normal(Log::kMain, "this file is not the engine's; it stays as it is",
                  (folder_.Path() / name).string());
   return false;
@@ -82,6 +87,7 @@ void SiteOutput::Tell(const std::string& name, const std::error_code& error) {
   const std::lock_guard lock(mutex_);
   Unwritten& unwritten = unwritten_[error.message()];
   if (unwritten.count++ == 0) unwritten.first = (folder_.Path() / name).string();
+  lacking_.insert(name);
   ++failed_;
 }
 

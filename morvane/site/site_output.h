@@ -7,6 +7,7 @@
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <unordered_set>
 
 #include "morvane/report/report.h"
@@ -28,9 +29,9 @@ class SiteOutput {
   /// Writes what no template asked for: not in the place of a page, and not of a file that the
   /// engine did not write.
   void WriteOwn(const std::string& name, std::string_view content);
-  /// The same for a long file, see PageFolder::WriteInPieces. False where it is left out.
+  /// The same for a long file, see PageFolder::WriteInPieces. Whether it stands there now.
   bool WriteOwnInPieces(const std::string& name,
-                        const std::function<void(const PageFolder::Put&)>& make,
+                        const std::function<void(const platform::Sink&)>& make,
                         const Digest128& fingerprint);
   /// Writes a file of another folder under its name. One of this very folder stays as it is.
   void Copy(const std::filesystem::path& source, const std::string& name);
@@ -61,7 +62,7 @@ class SiteOutput {
   Report& report_;
   std::mutex mutex_;
   std::unordered_set<std::string> names_;       // in lower case
-  std::unordered_set<std::string> lacking_;     // could not be read
+  std::unordered_set<std::string> lacking_;     // could not be read or written
   std::map<std::string, Unwritten> unwritten_;  // by reason
   std::size_t failed_ = 0;
 };

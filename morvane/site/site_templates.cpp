@@ -29,10 +29,11 @@ class Loader {
     const std::string_view name = text::TrimBlanks(named);
     Template loaded;
     TemplateSource source;
-    TemplateFault fault;
     if (name.empty()) return {};
-    if (!source.Read(folder_, name, fault) || !loaded.Parse(source, PageName(name), fault)) {
-      Tell(fault, true);
+    std::optional<TemplateFault> fault = source.Read(folder_, name);
+    if (!fault) fault = loaded.Parse(source, PageName(name));
+    if (fault) {
+      Tell(*fault, true);
       failed_.push_back(PageName(name));
       return {};
     }

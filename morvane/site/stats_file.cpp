@@ -27,8 +27,9 @@ class EarlierFile {
   explicit EarlierFile(const PageFolder& folder) {
     const auto remark = folder.Remarked().find(kStatsJson);
     if (remark == folder.Remarked().end()) return;
-    ReadPlaces(remark->second);
-    file_ = folder.OpenAsWritten(kStatsJson);
+    Fingerprint all;
+    ReadPlaces(remark->second, all);
+    file_ = folder.OpenAsWritten(kStatsJson, all.Value());
   }
   EarlierFile(const EarlierFile&) = delete;
   EarlierFile& operator=(const EarlierFile&) = delete;
@@ -55,8 +56,8 @@ class EarlierFile {
   }
 
  private:
-  /// A fingerprint and a size for each piece, in order.
-  void ReadPlaces(std::string_view text) {
+  /// A fingerprint and a size for each piece, in order. `all`: of the file made of them.
+  void ReadPlaces(std::string_view text, Fingerprint& all) {
     std::size_t begin = 0;
     while (!text.empty()) {
       const std::string_view field = text.substr(0, text.find(' '));
@@ -65,7 +66,9 @@ class EarlierFile {
       Place place{begin, 0};
       std::from_chars(field.data() + colon + 1, field.data() + field.size(), place.size);
       begin += place.size;
-      places_[DigestFromText(field.substr(0, colon))] = place;
+      const Digest128 print = DigestFromText(field.substr(0, colon));
+      places_[print] = place;
+      all.Add(print);
     }
   }
 
@@ -73,14 +76,39 @@ class EarlierFile {
   int file_ = -1;
 };
 
-}  // namespace
-
-void WriteStatsJson(const StatsJson& json, const Digest128& base, SiteOutput& output,
-                    PageList::Remarks& remarks) {
+std::vector<Digest128> FingerprintsOf(const StatsJson& json, const Digest128& base) {
   std::vector<Digest128> prints(json.Pieces());
   platform::ForEachOnThreads(prints.size(), 0, [&](std::size_t piece) {
     prints[piece] = Fingerprint().Add(base).Add(json.FingerprintOf(piece)).Value();
   });
+  return prints;
+}
+
+/// Hands out all pieces in order, some of them made at the same time; the result is what to remark.
+std::string PutPieces(const StatsJson& json, const std::vector<Digest128>& prints,
+                      const EarlierFile& earlier, const platform::Sink& put) {
+  std::string remark;
+  for (std::size_t first = 0; first < prints.size(); first += kTogether) {
+    std::vector<std::string> texts(std::min(kTogether, prints.size() - first));
+    platform::ForEachOnThreads(texts.size(), 0, [&](std::size_t i) {
+      const Place* const place = earlier.Find(prints[first + i]);
+      const bool isThere = place != nullptr && earlier.Read(*place, texts[i]);
+      if (!isThere) texts[i] = json.TextOf(first + i);
+    });
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+      put(texts[i]);
+      remark += (remark.empty() ? "" : " ") + TextOf(prints[first + i]) + ":" +
+                std::to_string(texts[i].size());
+    }
+  }
+  return remark;
+}
+
+}  // namespace
+
+void WriteStatsJson(const StatsJson& json, const Digest128& base, SiteOutput& output,
+                    PageList::Remarks& remarks) {
+  const std::vector<Digest128> prints = FingerprintsOf(json, base);
   Fingerprint all;
   for (const Digest128& print : prints) all.Add(print);
   const auto earlier = output.Folder().Remarked().find(kStatsJson);
@@ -89,21 +117,8 @@ void WriteStatsJson(const StatsJson& json, const Digest128& base, SiteOutput& ou
     return;
   }
   std::string remark;
-  const auto make = [&](const PageFolder::Put& put) {
-    const EarlierFile file(output.Folder());
-    for (std::size_t first = 0; first < prints.size(); first += kTogether) {
-      std::vector<std::string> texts(std::min(kTogether, prints.size() - first));
-      platform::ForEachOnThreads(texts.size(), 0, [&](std::size_t i) {
-        const Place* const place = file.Find(prints[first + i]);
-        const bool isThere = place != nullptr && file.Read(*place, texts[i]);
-        if (!isThere) texts[i] = json.TextOf(first + i);
-      });
-      for (std::size_t i = 0; i < texts.size(); ++i) {
-        put(texts[i]);
-        remark += (remark.empty() ? "" : " ") + TextOf(prints[first + i]) + ":" +
-                  std::to_string(texts[i].size());
-      }
-    }
+  const auto make = [&](const platform::Sink& put) {
+    remark = PutPieces(json, prints, EarlierFile(output.Folder()), put);
   };
   if (output.WriteOwnInPieces(kStatsJson, make, all.Value())) remarks[kStatsJson] = remark;
 }

@@ -113,18 +113,15 @@ const Data* PageContext::get(const std::string& name) const {
   return object == nullptr ? nullptr : Member(*object, name.substr(dot + 1));
 }
 
-bool Template::Load(const fs::path& folder, std::string_view name, TemplateFault& fault) {
+std::optional<TemplateFault> Template::Load(const fs::path& folder, std::string_view name) {
   TemplateSource source;
-  return source.Read(folder, name, fault) &&
-         Parse(source, TemplatePath(folder, name).stem().string(), fault);
+  if (std::optional<TemplateFault> fault = source.Read(folder, name)) return fault;
+  return Parse(source, TemplatePath(folder, name).stem().string());
 }
 
-bool Template::Parse(const TemplateSource& source, std::string name, TemplateFault& fault) {
+std::optional<TemplateFault> Template::Parse(const TemplateSource& source, std::string name) {
   auto parsed = std::make_unique<mustache>(source.Text());
-  if (!parsed->is_valid()) {
-    fault = FaultOf(source, parsed->error_message());
-    return false;
-  }
+  if (!parsed->is_valid()) return FaultOf(source, parsed->error_message());
   parsed->set_custom_escape([](const std::string& text) { return EscapeHtml(text); });
   parsed_ = std::move(parsed);
   name_ = std::move(name);
@@ -139,10 +136,9 @@ bool Template::Parse(const TemplateSource& source, std::string name, TemplateFau
                      .Add(group_)
                      .Add(split_)
                      .Value();
-  if (split_.empty() || split_ == "players" || split_ == "games") return true;
-  fault = {source.Path().string(), 0,
-           "only the lists players and games can be split, not \"" + split_ + "\""};
-  return false;
+  if (split_.empty() || split_ == "players" || split_ == "games") return {};
+  return TemplateFault{source.Path().string(), 0,
+                       "only the lists players and games can be split, not \"" + split_ + "\""};
 }
 
 /// The words of all tags: names, and the pieces of names with dots.

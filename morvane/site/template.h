@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -91,11 +92,11 @@ class PageContext : public kainjow::mustache::basic_context<std::string> {
 /// independent: one for each thread that renders.
 class Template {
  public:
-  /// Reads NAME.htmlt of a folder, or NAME where the name has an extension. Returns false and
-  /// fills `fault` when the file or one that it includes is missing or is no valid template.
-  bool Load(const std::filesystem::path& folder, std::string_view name, TemplateFault& fault);
+  /// Reads NAME.htmlt of a folder, or NAME where the name has an extension. The result says why
+  /// that fails: the file or one that it includes is missing or is no valid template.
+  std::optional<TemplateFault> Load(const std::filesystem::path& folder, std::string_view name);
   /// The same from a source that was read. `name`: of the pages.
-  bool Parse(const TemplateSource& source, std::string name, TemplateFault& fault);
+  std::optional<TemplateFault> Parse(const TemplateSource& source, std::string name);
 
   /// The name of its pages: that of the file, without folder and extension.
   const std::string& Name() const { return name_; }

@@ -139,9 +139,11 @@ std::vector<TemplateFault> VariableCheck::FaultsOf(const TemplateSource& source)
   std::vector<TemplateFault> faults;
   for (const Tag& tag : tags) {
     if (names_.contains(tag.name) || asked.contains(tag.name)) continue;
-    TemplateFault fault = source.FaultAt(tag.position, Complaint(tag.name));
+    TemplateFault fault = source.FaultAt(tag.position, {});
     const std::string once = fault.file + "\n" + std::to_string(fault.line) + "\n" + tag.name;
-    if (told_.insert(once).second) faults.push_back(std::move(fault));
+    if (!told_.insert(once).second) continue;
+    fault.text = Complaint(tag.name);
+    faults.push_back(std::move(fault));
   }
   return faults;
 }
@@ -150,6 +152,9 @@ std::string VariableCheck::Complaint(const std::string& name) const {
   const std::string* nearest = nullptr;
   std::size_t least = 0;
   for (const std::string& known : names_) {
+    const std::size_t longer = std::max(name.size(), known.size());
+    const std::size_t atLeast = longer - std::min(name.size(), known.size());
+    if (nearest != nullptr && atLeast >= least) continue;
     const std::size_t distance = Distance(name, known);
     if (nearest != nullptr && distance >= least) continue;
     nearest = &known;

@@ -40,9 +40,10 @@ struct Counter {
   const char* summary = nullptr;  ///< of all together; nullptr: not told
   const char* rate = nullptr;     ///< stem of RATE_per_game and the like; nullptr: not told
   bool longest = false;           ///< of several the highest counts, not the sum
+  int since = 1;                  ///< the form of records that holds it first; a new one: the next
 };
 
-/// Every counter. The records of games hold them in this order.
+/// Every counter. The records of games hold them in this order; in older ones newer counters are 0.
 inline constexpr Counter kCounters[] = {
     {&Counts::kills, "kills", "kills", "kills"},
     {&Counts::deaths, "deaths", "deaths", "deaths"},

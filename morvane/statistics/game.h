@@ -142,6 +142,7 @@ inline bool IsFrag(const KillEvent& event) {
 
 /// One game of a log.
 struct Game {
+  std::uint32_t number = 0;       ///< its own, by which its pages are named; 0: none yet
   std::string map;                ///< as the log writes it
   int type = 0;                   ///< g_gametype
   std::int64_t start = 0;         ///< seconds since 1970; 0: not known

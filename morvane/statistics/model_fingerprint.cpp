@@ -50,10 +50,11 @@ void AddNames(Fingerprint& print, const Names& names) {
 }  // namespace
 
 void AddTo(Fingerprint& print, const Game& game) {
-  const auto& [map, type, start, dated, length, timed, warmup, complete, exitReason, teams,
+  const auto& [number, map, type, start, dated, length, timed, warmup, complete, exitReason, teams,
                hasTeamScores, winningTeam, redScore, blueScore, kills, frags, entrants, pairs, lead,
                events] = game;
-  print.Add(map).Add(type).Add(start).Add(dated).Add(length).Add(timed).Add(warmup).Add(complete);
+  print.Add(number).Add(map).Add(type).Add(start).Add(dated).Add(length).Add(timed).Add(warmup).Add(
+      complete);
   print.Add(exitReason).Add(teams).Add(hasTeamScores).Add(winningTeam).Add(redScore).Add(blueScore);
   print.Add(kills).Add(frags).Add(entrants.size()).Add(pairs.size());
   for (const Entrant& entrant : entrants) AddEntrant(print, entrant);

@@ -8,6 +8,7 @@
 
 #include "morvane/statistics/names.h"
 #include "platform/files.h"
+#include "text/characters.h"
 #include "text/text.h"
 
 namespace morvane {
@@ -31,7 +32,7 @@ std::optional<std::string_view> TakeName(std::string_view& line) {
 }  // namespace
 
 PlayerNames::PlayerNames(std::string_view text, const std::string& file, Report& report) {
-  if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
+  text = text::WithoutMark(text);
   for (std::size_t number = 1; !text.empty(); ++number) {
     const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
     const std::string_view line = text::TrimBlanks(text.substr(0, end));

@@ -11,6 +11,7 @@
 #include "config/file_names.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "text/characters.h"
 #include "text/text.h"
 
 namespace morvane {
@@ -44,6 +45,7 @@ struct Ranking::Rule {
 
 Ranking::Ranking(std::string_view rules, std::string file, double start, Report& report)
     : file_(std::move(file)), start_(start), report_(report) {
+  rules = text::WithoutMark(rules);
   for (std::size_t number = 1; !rules.empty(); ++number) {
     const std::size_t end = std::min(rules.find('\n'), rules.size());
     std::string_view line = rules.substr(0, end);
@@ -85,6 +87,10 @@ void Ranking::AddRule(std::string_view line, std::size_t number) {
     rule->parser.Eval();
   } catch (const mu::ParserError& error) {
     return refuse("\"" + std::string(name) + "\" does not parse: " + error.GetMsg());
+  }
+  if (const int results = rule->parser.GetNumResults(); results != 1) {
+    return refuse("\"" + std::string(name) + "\" gives " + std::to_string(results) +
+                  " results: a comma parts them, the decimal sign is a point");
   }
   place = std::move(rule);
 }

@@ -295,13 +295,14 @@ void RankAll(const Limits& limits, Statistics& statistics) {
   for (Game& game : statistics.games) {
     for (Entrant& entrant : game.entrants) entrant.player = newIndex[entrant.player];
   }
-  for (Map& map : statistics.maps) {
+  platform::ForEachOnThreads(statistics.maps.size(), 0, [&](std::size_t i) {
+    Map& map = statistics.maps[i];
     for (Player& player : map.players) {
       player.player = newIndex[player.player];
       player.ranked = statistics.players[player.player].ranked;
     }
     RankPlayers(map.players, map.pairs);
-  }
+  });
 }
 
 /// Adds up the games of each map; the maps come out by name.
@@ -395,8 +396,10 @@ Statistics MakeStatistics(const Limits& limits, std::vector<Game> games, Vocabul
   std::vector<double> ratings = PlayRatings(ranking, numbers.LeftOut().size(), statistics);
   const auto newNumbers = LeaveOut(statistics.games, numbers.LeftOut());
   const std::vector<std::string> given = Kept(numbers.Given(), newNumbers);
-  // Maps and totals need the same games and nothing of each other.
-  platform::ForEachOnThreads(2, 2, [&](std::size_t task) {
+  // Maps and totals need the same games and nothing of each other. Few are added up sooner than a
+  // thread starts.
+  const std::size_t threads = statistics.games.size() < 32 ? 1 : 2;
+  platform::ForEachOnThreads(2, threads, [&](std::size_t task) {
     task == 0 ? AddTotals(given, statistics) : AddMaps(given, statistics);
   });
   ratings = Kept(std::move(ratings), newNumbers);

@@ -22,12 +22,14 @@ struct Collected {
   std::vector<Game> games;
   Vocabulary vocabulary;
   bool usable = false;  ///< a log could be read, or the database held games
+  bool stored = true;   ///< false: something should have gone into the database, and could not
 };
 
 /// Reads the logs that the user names, or as much of them as the database does not know yet, and
 /// takes the games of former logs from the database. What a log or the database lacks is a message.
-/// A damaged database is left as it is, and the logs are read without it. The games
-/// hold their Game::events.
+/// Where nothing can be stored in the database (a full disk, say), its games count all the same.
+/// One that is damaged is left as it is, and the logs are read without it; where another run does
+/// not let go of it, there are no games. The games hold their Game::events.
 Collected CollectGames(const Sources& named, Report& report);
 
 }  // namespace morvane

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "morvane/statistics/figures.h"
+#include "morvane/store/game_numbers.h"
 #include "morvane/store/recurrence.h"
 
 namespace morvane {
@@ -122,7 +123,7 @@ std::vector<std::int64_t> Collector::ReadingOrder() const {
 }
 
 /// Which games count, by log. The oldest log is the first: what was stored first stays.
-std::map<std::int64_t, std::vector<bool>> Collector::Counting() {
+std::map<std::int64_t, CountedGames> Collector::Counting() {
   std::vector<MarkedLog> marked;
   std::vector<std::vector<std::int64_t>> ids;  // of the games; below of the logs
   std::vector<std::int64_t> logs;
@@ -148,16 +149,19 @@ std::map<std::int64_t, std::vector<bool>> Collector::Counting() {
     return StoredGame{logs[place.log], ids[place.log][place.game]};
   };
   for (const SameGames& same : database_ != nullptr ? once.same : std::vector<SameGames>()) {
-    ShareStart(idOf(same.earlier), idOf(same.later));
+    same_.push_back({idOf(same.earlier), idOf(same.later)});
+    ShareFacts(same_.back().earlier, same_.back().later);
   }
-  std::map<std::int64_t, std::vector<bool>> result;
-  for (const auto& [id, position] : positions) result[id] = once.counts[position];
+  std::map<std::int64_t, CountedGames> result;
+  for (const auto& [id, position] : positions) {
+    result[id] = {std::move(ids[position]), once.counts[position]};
+  }
   return result;
 }
 
-/// Gives one of two games that are one, if it is new in this run, the start of the other one: which
-/// of them counts may change.
-void Collector::ShareStart(const StoredGame& earlier, const StoredGame& later) {
+/// Gives one of two games that are one, if it is new in this run, what is known of the other one:
+/// which of them counts may change.
+void Collector::ShareFacts(const StoredGame& earlier, const StoredGame& later) {
   const auto isNew = [&](const StoredGame& game) {
     const auto first = firstNew_.find(game.log);
     return first != firstNew_.end() && game.id >= first->second;
@@ -166,9 +170,9 @@ void Collector::ShareStart(const StoredGame& earlier, const StoredGame& later) {
   const bool isTargetLater = isNew(later);
   const std::int64_t target = isTargetLater ? later.id : earlier.id;
   Game game = database_->ReadGame(target);
-  const GameStart own = StartOf(game);
-  KeepStart(game, StartOf(database_->ReadGame(isTargetLater ? earlier.id : later.id)));
-  if (StartOf(game) != own) database_->ReplaceGame(target, game);
+  const KnownFacts own = KnownFactsOf(game);
+  KeepKnown(game, KnownFactsOf(database_->ReadGame(isTargetLater ? earlier.id : later.id)));
+  if (KnownFactsOf(game) != own) database_->ReplaceGame(target, game);
 }
 
 void Collector::TellTwins() {
@@ -195,10 +199,10 @@ void Collector::TellStray(const OpenLog& log) {
                  log.file.name);
 }
 
-void Collector::TellTwice(const std::map<std::int64_t, std::vector<bool>>& counts) {
+void Collector::TellTwice(const std::map<std::int64_t, CountedGames>& counts) {
   for (const OpenLog& log : logs_) {
     if (log.kind == Kind::kTwin) continue;
-    const std::vector<bool>& games = counts.at(log.stored.id);
+    const std::vector<bool>& games = counts.at(log.stored.id).counts;
     auto twice = static_cast<std::size_t>(std::ranges::count(games, false));
     const bool followed = std::ranges::any_of(
         stored_, [&](const auto& other) { return other.second.goesOnWith == log.stored.id; });
@@ -213,26 +217,44 @@ void Collector::TellTwice(const std::map<std::int64_t, std::vector<bool>>& count
   }
 }
 
-Collected Collector::Result() {
-  const std::map<std::int64_t, std::vector<bool>> counts = Counting();
-  TellTwice(counts);
-  Collected collected;
-  for (const std::int64_t id : ReadingOrder()) {
-    std::vector<Game> games;
-    if (database_ != nullptr) {
-      games = database_->ReadGames(id);
-    } else {
-      OpenLog& log = *std::ranges::find_if(logs_, [&](const OpenLog& open) {
-        return open.kind != Kind::kTwin && open.stored.id == id;
-      });
-      games = std::move(log.parsed.games);
-      Renumber(games, log.parsed.vocabulary, collected.vocabulary);
-    }
-    const std::vector<bool>& counting = counts.at(id);
-    for (std::size_t i = 0; i < games.size(); ++i) {
-      if (i >= counting.size() || counting[i]) collected.games.push_back(std::move(games[i]));
+std::vector<Game> Collector::GamesIn(std::int64_t id, Vocabulary& words) {
+  if (database_ != nullptr) return database_->ReadGames(id);
+  OpenLog& log = *std::ranges::find_if(
+      logs_, [&](const OpenLog& open) { return open.kind != Kind::kTwin && open.stored.id == id; });
+  Renumber(log.parsed.games, log.parsed.vocabulary, words);
+  return std::move(log.parsed.games);
+}
+
+/// Stores the numbers of games, and those of their copies: which of them counts may change.
+void Collector::KeepNumbers(const std::map<std::int64_t, std::uint32_t>& given,
+                            std::uint32_t last) {
+  for (const auto& [game, number] : given) database_->SetNumber(game, number);
+  for (const SameStored& same : same_) {
+    for (const auto& [from, to] :
+         {std::pair(same.earlier.id, same.later.id), std::pair(same.later.id, same.earlier.id)}) {
+      const auto number = given.find(from);
+      if (number != given.end() && !given.contains(to)) database_->SetNumber(to, number->second);
     }
   }
+  database_->SetLastNumber(last);
+}
+
+Collected Collector::Result() {
+  const std::map<std::int64_t, CountedGames> counts = Counting();
+  TellTwice(counts);
+  Collected collected;
+  std::map<std::int64_t, std::uint32_t> given;
+  GameNumbers numbers(database_ != nullptr ? database_->LastNumber() : 0);
+  for (const std::int64_t id : ReadingOrder()) {
+    std::vector<Game> games = GamesIn(id, collected.vocabulary);
+    const CountedGames& counted = counts.at(id);
+    for (std::size_t i = 0; i < games.size(); ++i) {
+      if (i < counted.counts.size() && !counted.counts[i]) continue;
+      if (numbers.Give(games[i]) && i < counted.ids.size()) given[counted.ids[i]] = games[i].number;
+      collected.games.push_back(std::move(games[i]));
+    }
+  }
+  if (!given.empty()) KeepNumbers(given, numbers.Last());
   if (database_ != nullptr) collected.vocabulary = database_->Words();
   collected.usable = !logs_.empty() || !collected.games.empty();
   return collected;

@@ -9,7 +9,7 @@
 
 #include "morvane/store/collect.h"
 #include "morvane/store/database.h"
-#include "morvane/store/game_start.h"
+#include "morvane/store/known_facts.h"
 #include "morvane/store/open_log.h"
 
 namespace morvane {
@@ -18,6 +18,18 @@ namespace morvane {
 struct StoredGame {
   std::int64_t log = 0;
   std::int64_t id = 0;
+};
+
+/// Two games that are one.
+struct SameStored {
+  StoredGame earlier;
+  StoredGame later;
+};
+
+/// The games of a log and which of them count.
+struct CountedGames {
+  std::vector<std::int64_t> ids;  ///< in the database; without one empty
+  std::vector<bool> counts;
 };
 
 /// One run over the logs, with a database or without.
@@ -55,7 +67,7 @@ class Collector {
   std::int64_t RotatedFrom(std::size_t index) const;
   void Refollow(std::size_t index);
   void ReadAgain(OpenLog& log);
-  void KeepStarts(OpenLog& log, const StoredGames& known);
+  void KeepAllKnown(OpenLog& log, const StoredGames& known);
 
   // What they go on with: following.cpp.
   void Follow(std::size_t index);
@@ -75,11 +87,13 @@ class Collector {
 
   // What counts.
   std::vector<std::int64_t> ReadingOrder() const;
-  std::map<std::int64_t, std::vector<bool>> Counting();
-  void ShareStart(const StoredGame& earlier, const StoredGame& later);
+  std::map<std::int64_t, CountedGames> Counting();
+  void ShareFacts(const StoredGame& earlier, const StoredGame& later);
   void TellTwins();
   void TellStray(const OpenLog& log);
-  void TellTwice(const std::map<std::int64_t, std::vector<bool>>& counts);
+  void TellTwice(const std::map<std::int64_t, CountedGames>& counts);
+  std::vector<Game> GamesIn(std::int64_t log, Vocabulary& words);
+  void KeepNumbers(const std::map<std::int64_t, std::uint32_t>& given, std::uint32_t last);
   Collected Result();
 
   const Sources& sources_;
@@ -92,9 +106,10 @@ class Collector {
   std::map<std::int64_t, StoredLog> stored_;  // all logs by id
   std::set<std::int64_t> found_;              // those that a file of this run holds
   std::map<std::int64_t, std::string> rests_;
-  std::map<std::int64_t, GameStart> openStarts_;  // of open last games that were read
+  std::map<std::int64_t, KnownFacts> openFacts_;  // of open last games that were read
   std::int64_t lastId_ = 0;
   std::map<std::int64_t, std::int64_t> firstNew_;  // by log: the first game stored in this run
+  std::vector<SameStored> same_;
 };
 
 }  // namespace morvane

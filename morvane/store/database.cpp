@@ -1,10 +1,12 @@
 #include "morvane/store/database.h"
 
+#include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/Column.h>
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 #include <algorithm>
 #include <filesystem>
+#include <sqlite3.h>
 #include <system_error>
 #include <utility>
 
@@ -14,7 +16,7 @@
 namespace morvane {
 namespace {
 
-constexpr int kBusyMilliseconds = 30000;
+constexpr int kBusyMilliseconds = 5000;
 constexpr std::int64_t kBeginningBytes = 4096;
 enum NameKind { kWeaponNames, kItemNames };
 
@@ -40,6 +42,18 @@ constexpr const char* kSchema = R"(
     open INTEGER NOT NULL DEFAULT 0, data BLOB NOT NULL);
   CREATE INDEX games_of_logs ON games(log);
 )";
+
+// The numbers of games, and the highest that was ever given; not there before version 5. They stand
+// beside the games so that giving one to each of many does not write those anew.
+constexpr const char* kNumbers = R"(
+  CREATE TABLE numbers(game INTEGER PRIMARY KEY, number INTEGER NOT NULL);
+  CREATE TABLE last_number(number INTEGER NOT NULL);
+  INSERT INTO last_number VALUES(0);
+)";
+constexpr int kFirstWithNumbers = 5;
+
+constexpr const char* kReadGames =
+    "SELECT data, version, ifnull(number, 0) FROM games LEFT JOIN numbers ON game = id ";
 
 // The first version knew a log by its path alone, and a game by what was counted in it.
 constexpr const char* kFromVersion1 = R"(
@@ -100,17 +114,31 @@ std::uint64_t StoredLog::Beginning(std::string_view bytes, std::int64_t size) {
   return digest != 0 ? digest : 1;
 }
 
-Database::Database(const std::string& directory) {
+Database::Database(const std::string& directory, Use use) {
   std::error_code error;
   std::filesystem::create_directories(directory, error);
   if (error) throw DatabaseError(directory + ": " + error.message());
   const std::string path = (std::filesystem::path(directory) / kFileName).string();
   try {
-    database_ = std::make_unique<SQLite::Database>(
-        path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, kBusyMilliseconds);
+    Open(path, use);
     Prepare();
   } catch (const DatabaseError& failure) {
-    throw DatabaseError(path + ": " + failure.what());
+    throw DatabaseError(path + ": " + failure.what(), failure.getErrorCode());
+  }
+}
+
+void Database::Open(const std::string& path, Use use) {
+  // Who wants a copy has waited before.
+  const int patience = use == Use::kCopy ? kBusyMilliseconds / 5 : kBusyMilliseconds;
+  auto file = std::make_unique<SQLite::Database>(path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE,
+                                                 patience);
+  if (use == Use::kCopy) {
+    database_ = std::make_unique<SQLite::Database>(":memory:",
+                                                   SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+    const int result = SQLite::Backup(*database_, *file).executeStep();
+    if (result != SQLITE_DONE) throw DatabaseError("it is in use", result);
+  } else {
+    database_ = std::move(file);
   }
 }
 
@@ -133,13 +161,14 @@ void Database::Prepare() {
     ReadNames(kWeaponNames, words_.weapons);
     ReadNames(kItemNames, words_.items);
   }
-  if (version == 1) Upgrade();
+  if (version == 1) UpgradeFirst();
+  if (version < kFirstWithNumbers) database_->exec(kNumbers);
   if (version != kRecordVersion) {
     database_->exec("PRAGMA user_version = " + std::to_string(kRecordVersion));
   }
 }
 
-void Database::Upgrade() {
+void Database::UpgradeFirst() {
   database_->exec(
       "DROP INDEX log_paths; DROP INDEX games_of_logs;"
       "ALTER TABLE logs RENAME TO old_logs; ALTER TABLE games RENAME TO old_games;");
@@ -274,20 +303,24 @@ StoredGames Database::GamesOf(std::int64_t log) {
   return games;
 }
 
+Game Database::ReadRow(SQLite::Statement& row) const {
+  Game game = Unpack(Bytes(row.getColumn(0)), row.getColumn(1).getInt());
+  game.number = row.getColumn(2).getUInt();
+  return game;
+}
+
 Game Database::ReadGame(std::int64_t game) {
-  SQLite::Statement row(*database_, "SELECT data, version FROM games WHERE id = ?");
+  SQLite::Statement row(*database_, std::string(kReadGames) + "WHERE id = ?");
   row.bind(1, game);
   if (!row.executeStep()) throw DatabaseError("a game is missing");
-  return Unpack(Bytes(row.getColumn(0)), row.getColumn(1).getInt());
+  return ReadRow(row);
 }
 
 std::vector<Game> Database::ReadGames(std::int64_t log) {
-  SQLite::Statement row(*database_, "SELECT data, version FROM games WHERE log = ? ORDER BY id");
+  SQLite::Statement row(*database_, std::string(kReadGames) + "WHERE log = ? ORDER BY id");
   row.bind(1, log);
   std::vector<Game> games;
-  while (row.executeStep()) {
-    games.push_back(Unpack(Bytes(row.getColumn(0)), row.getColumn(1).getInt()));
-  }
+  while (row.executeStep()) games.push_back(ReadRow(row));
   return games;
 }
 
@@ -315,6 +348,7 @@ std::int64_t Database::AddGames(std::int64_t log, const std::vector<Game>& games
         Signed(mark.opening), Signed(mark.facts), std::int64_t{mark.weight},
         std::int64_t{mark.kills}, std::int64_t{mark.size}, std::int64_t{mark.open},
         PackGame(games[i]));
+    if (games[i].number != 0) SetNumber(database_->getLastInsertRowid(), games[i].number);
   }
   return first;
 }
@@ -322,11 +356,28 @@ std::int64_t Database::AddGames(std::int64_t log, const std::vector<Game>& games
 void Database::ReplaceGame(std::int64_t id, const Game& game) {
   SQLite::Statement statement(*database_, "UPDATE games SET version = ?, data = ? WHERE id = ?");
   Run(statement, std::int64_t{kRecordVersion}, PackGame(game), id);
+  if (game.number != 0) SetNumber(id, game.number);
 }
 
 void Database::DeleteGame(std::int64_t game) {
-  SQLite::Statement statement(*database_, "DELETE FROM games WHERE id = ?");
-  Run(statement, game);
+  for (const char* sql : {"DELETE FROM games WHERE id = ?", "DELETE FROM numbers WHERE game = ?"}) {
+    SQLite::Statement statement(*database_, sql);
+    Run(statement, game);
+  }
+}
+
+void Database::SetNumber(std::int64_t game, std::uint32_t number) {
+  SQLite::Statement statement(*database_, "INSERT OR REPLACE INTO numbers VALUES(?, ?)");
+  Run(statement, game, std::int64_t{number});
+}
+
+std::uint32_t Database::LastNumber() {
+  return database_->execAndGet("SELECT number FROM last_number").getUInt();
+}
+
+void Database::SetLastNumber(std::uint32_t number) {
+  SQLite::Statement statement(*database_, "UPDATE last_number SET number = ?");
+  Run(statement, std::int64_t{number});
 }
 
 void Database::Commit() { database_->exec("COMMIT"); }

@@ -71,9 +71,14 @@ class Database {
  public:
   static constexpr std::string_view kFileName = "morvane.db";
 
+  enum class Use {
+    kStore,
+    kCopy  ///< in memory: nothing that is changed is kept
+  };
+
   /// Opens the database in `directory`, and makes directory and database where they are missing. A
-  /// database of an older version is brought to this one.
-  explicit Database(const std::string& directory);
+  /// database of an older version is brought to this one. Waits for another run, but not for ever.
+  explicit Database(const std::string& directory, Use use = Use::kStore);
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
   ~Database();
@@ -93,14 +98,19 @@ class Database {
 
   StoredGames GamesOf(std::int64_t log);
   Game ReadGame(std::int64_t game);
-  /// The games of a log.
+  /// The games of a log, with their numbers, in the order of GamesOf.
   std::vector<Game> ReadGames(std::int64_t log);
-  /// The ids of games added now are not lower than the returned one.
+  /// Adds games, with the numbers that they have; their ids are not lower than the returned one.
   std::int64_t AddGames(std::int64_t log, const std::vector<Game>& games,
                         const std::vector<GameMark>& marks);
-  /// Puts another form of a game, known by the same mark, into its place.
+  /// Puts another form of a game, known by the same mark, into its place, its number included.
   void ReplaceGame(std::int64_t id, const Game& game);
   void DeleteGame(std::int64_t game);
+  /// Gives a game a number of its own, see Game::number. Deleting the game takes it away.
+  void SetNumber(std::int64_t game, std::uint32_t number);
+  /// The highest of the numbers that were ever given to games.
+  std::uint32_t LastNumber();
+  void SetLastNumber(std::uint32_t number);
 
   /// The names by which games are numbered. A new one is kept by the next AddGames.
   Vocabulary& Words() { return words_; }
@@ -108,11 +118,13 @@ class Database {
   void Commit();
 
  private:
+  void Open(const std::string& path, Use use);
   void Prepare();
-  void Upgrade();
+  void UpgradeFirst();
   void MarkOldGames();
   void ReadNames(int kind, Names& names);
   void WriteNames(int kind, const Names& names);
+  Game ReadRow(SQLite::Statement& row) const;
   Game Unpack(std::string_view bytes, int version) const;
 
   std::unique_ptr<SQLite::Database> database_;

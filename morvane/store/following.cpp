@@ -95,12 +95,12 @@ std::optional<FrontGames> Collector::FrontOf(const OpenLog& log, std::int64_t be
 
 void Collector::GoOnWith(OpenLog& log, std::int64_t before, FrontGames front) {
   if (!front.parsed.games.empty()) {
-    if (const auto start = openStarts_.find(before); start != openStarts_.end()) {
-      KeepStart(front.parsed.games[0], start->second);
+    if (const auto start = openFacts_.find(before); start != openFacts_.end()) {
+      KeepKnown(front.parsed.games[0], start->second);
     } else if (database_ != nullptr && stored_[before].openAtEnd) {
       const StoredGames games = database_->GamesOf(before);
       if (!games.ids.empty()) {
-        KeepStart(front.parsed.games[0], StartOf(database_->ReadGame(games.ids.back())));
+        KeepKnown(front.parsed.games[0], KnownFactsOf(database_->ReadGame(games.ids.back())));
       }
     }
   }
@@ -119,9 +119,9 @@ void Collector::Keep(OpenLog& log) {
   Settle(log);
   rests_[log.stored.id] = log.unfinished.rest;
   if (log.stored.openAtEnd && !log.parsed.games.empty()) {
-    openStarts_[log.stored.id] = StartOf(log.parsed.games.back());
+    openFacts_[log.stored.id] = KnownFactsOf(log.parsed.games.back());
   } else {
-    openStarts_.erase(log.stored.id);
+    openFacts_.erase(log.stored.id);
   }
   stored_[log.stored.id] = log.stored;
   if (database_ == nullptr) return;

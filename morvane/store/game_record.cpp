@@ -4,8 +4,6 @@
 #include <type_traits>
 #include <utility>
 
-#include "morvane/statistics/figures.h"
-
 namespace morvane {
 namespace {
 
@@ -107,6 +105,7 @@ void WalkRival(Stream& stream, Rival& rival) {
 template <class Stream, class Figures>
 void WalkFigures(Stream& stream, Figures& f, int version) {
   for (const Counter& counter : kCounters) {
+    if (counter.since > version) continue;
     if (counter.member == &Counts::score) {
       stream.Value(f.score);
     } else {

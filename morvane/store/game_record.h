@@ -1,16 +1,20 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "morvane/statistics/figures.h"
 #include "morvane/statistics/game.h"
 
 namespace morvane {
 
-/// The form of records, and with them of the database that keeps them. Whoever changes the form
-/// raises this, and goes on reading the older forms.
-inline constexpr int kRecordVersion = 4;
+/// The form of records, and with them of the database that keeps them. A counter raises it by its
+/// row; whoever changes anything else raises the number here, and goes on reading the older forms.
+/// 5 has the records of 4.
+inline constexpr int kRecordVersion =
+    std::max(5, std::ranges::max_element(kCounters, {}, &Counter::since)->since);
 
 /// A game as a short run of bytes, to be kept: numbers of seven bits a byte, texts with their
 /// length. What statistics add to a game (Entrant::player) is left out.

@@ -16,14 +16,14 @@ void Collector::SettleGrown(OpenLog& log) {
   }
   if (!log.stored.marked) {  // read again from its first byte, for the marks
     for (std::size_t i = 0; i < std::min(known.ids.size(), games.size()); ++i) {
-      KeepStart(games[i], StartOf(database_->ReadGame(known.ids[i])));
+      KeepKnown(games[i], KnownFactsOf(database_->ReadGame(known.ids[i])));
     }
     for (const std::int64_t id : known.ids) database_->DeleteGame(id);
   } else {
     const std::string carried = database_->UnfinishedOf(log.stored.id).carried;
     if (!carried.empty()) PutInFront(log, ReadFront(log, carried, wantMarks_));
     if (log.stored.openAtEnd && !known.ids.empty()) {
-      if (!games.empty()) KeepStart(games[0], StartOf(database_->ReadGame(known.ids.back())));
+      if (!games.empty()) KeepKnown(games[0], KnownFactsOf(database_->ReadGame(known.ids.back())));
       database_->DeleteGame(known.ids.back());
     }
   }
@@ -50,9 +50,11 @@ void Collector::SettleNew(std::size_t index) {
     log.stored.id = NewId();
     // Where that log moved away in an earlier run, the list tells better what came before.
     if (path != paths_.end() && path->second.size >= 0) log.stored.inPlaceOf = path->second.log;
-    if (path != paths_.end() &&
-        !FindRecurring(database_->GamesOf(path->second.log).marks, log.marks).empty()) {
+    const StoredGames known =
+        path != paths_.end() ? database_->GamesOf(path->second.log) : StoredGames();
+    if (!FindRecurring(known.marks, log.marks).empty()) {
       log.stored.head = -1;  // the same log, shortened, of which a copy is left
+      KeepAllKnown(log, known);
     }
   }
   if (const std::int64_t moved = RotatedFrom(index); moved != 0 && path != paths_.end()) {
@@ -107,7 +109,7 @@ bool Collector::ReplaceOld(std::size_t index, const StoredLog& old) {
     if (first > 0) log.stored.goesOnWith = old.goesOnWith;
     if (first > 0) log.stored.goesOnRest = old.goesOnRest;
   }
-  KeepStarts(log, known);
+  KeepAllKnown(log, known);
   for (std::size_t i = first; i < known.ids.size(); ++i) database_->DeleteGame(known.ids[i]);
   found_.insert(log.stored.id);
   Keep(log);
@@ -141,20 +143,20 @@ void Collector::Refollow(std::size_t index) {
   ReadAgain(log);
   GoOnWith(log, before, ReadFront(log, rest, wantMarks_));
   const StoredGames known = database_->GamesOf(log.stored.id);
-  KeepStarts(log, known);
+  KeepAllKnown(log, known);
   for (const std::int64_t id : known.ids) database_->DeleteGame(id);
   Keep(log);
 }
 
-/// Gives the games that a log had before, and has again in the same order, the starts they had. So
-/// it does those that stand between two of them in the place of as many others.
-void Collector::KeepStarts(OpenLog& log, const StoredGames& known) {
+/// Gives the games that a log had before, and has again in the same order, what is known of them.
+/// So it does those that stand between two of them in the place of as many others.
+void Collector::KeepAllKnown(OpenLog& log, const StoredGames& known) {
   std::size_t next = 0;  // both: what is not settled
   std::size_t unsettled = 0;
   const auto settle = [&](std::size_t stored, std::size_t read) {
     if (stored - next == read - unsettled) {
       for (; unsettled < read; ++unsettled, ++next) {
-        KeepStart(log.parsed.games[unsettled], StartOf(database_->ReadGame(known.ids[next])));
+        KeepKnown(log.parsed.games[unsettled], KnownFactsOf(database_->ReadGame(known.ids[next])));
       }
     }
     next = stored;
@@ -167,6 +169,13 @@ void Collector::KeepStarts(OpenLog& log, const StoredGames& known) {
     settle(same, i);
     settle(same + 1, i + 1);
   }
+  // Of the last games, where they were edited, no more is the same than how they begin.
+  const auto beginAlike = [&] {
+    return next < known.marks.size() && unsettled < log.marks.size() &&
+           known.marks[next].opening != 0 &&
+           known.marks[next].opening == log.marks[unsettled].opening;
+  };
+  while (beginAlike()) settle(next + 1, unsettled + 1);
   // An open last game has grown.
   std::size_t last = unsettled;
   const bool open = next < known.marks.size() && known.marks.back().open;

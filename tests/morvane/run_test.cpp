@@ -1,5 +1,6 @@
 #include "morvane/run.h"
 
+#include <SQLiteCpp/Database.h>
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -287,6 +288,53 @@ TEST_F(DatabaseTest, GivesTheStatisticsOfARunWithoutIt) {
   }
 }
 
+TEST_F(DatabaseTest, AGameKeepsItsNumber) {
+  WriteFile(At("templates/page.htmlt"), "{{#games}}{{map}} {{number}};{{/games}}");
+  const std::string warmup = Init("dm0") + "  0:01 Warmup:\n" + test::kShutdown;
+  const std::string one = Duel("Ann", "Bob", 6, "dm1");
+  const std::string two = warmup + Duel("Ann", "Bob", 7, "dm2");
+  const std::string three = Duel("Ann", "Bob", 8, "dm3");
+  Write("older.log", Duel("Ann", "Bob", 9, "older"));
+  Write("games.log", one + two);
+  const struct {
+    std::string what;
+    std::vector<std::string> logs;
+    std::string settings;
+    std::string newest;  // what games.log holds from now on
+    std::string page;
+  } kSteps[] = {
+      {"the first run", {"games.log"}, "use_db=1", "", "dm2 2;dm1 1;"},
+      {"another limit", {"games.log"}, "use_db=1\n[Game]\nmin_kills=7", "", "dm2 2;"},
+      {"the log rotated, one put in front",
+       {"older.log", "games.log"},
+       "use_db=1",
+       three,
+       "dm3 4;older 3;dm2 2;dm1 1;"},
+      {"in another order",
+       {"games.log", "older.log"},
+       "use_db=1",
+       "",
+       "older 3;dm3 4;dm2 2;dm1 1;"},
+      {"without the database", {"older.log", "games.log"}, "use_db=0", "", "dm3 2;older 1;"},
+      {"one game more",
+       {"games.log"},
+       "use_db=1",
+       three + Duel("Ann", "Bob", 5, "dm4"),
+       "dm4 5;dm3 4;older 3;dm2 2;dm1 1;"},
+      {"another one in its place",
+       {"games.log"},
+       "use_db=1",
+       three + Duel("Ann", "Bob", 4, "dm5"),
+       "dm5 6;dm3 4;older 3;dm2 2;dm1 1;"},
+  };
+  for (const auto& step : kSteps) {
+    if (!step.newest.empty()) Write("games.log", step.newest);
+    Configure(step.logs, step.settings);
+    ASSERT_EQ(Go(), 0) << step.what;
+    EXPECT_EQ(ReadFile(At("out/site/page.html")), step.page) << step.what;
+  }
+}
+
 TEST_F(DatabaseTest, ADamagedDatabaseIsSaidAndDoneWithout) {
   Write("games.log", one_);
   ASSERT_EQ(Games(), 1);
@@ -297,13 +345,28 @@ TEST_F(DatabaseTest, ADamagedDatabaseIsSaidAndDoneWithout) {
        {std::string("no database at all, but long enough to be looked at as one"), scrambled,
         good.substr(0, good.size() / 2)}) {
     Write("db/morvane.db", bytes);
-    EXPECT_EQ(Games(), 1);
+    EXPECT_EQ(Go(), 1) << "not all was written";
+    EXPECT_EQ(ReadFile(At("out/site/page.html")), "1 games\n");
     EXPECT_NE(MainLog().find("severe the database cannot be used"), std::string::npos) << MainLog();
     EXPECT_EQ(ReadFile(At("db/morvane.db")), bytes) << "left as it is";
   }
   fs::remove_all(At("db"));
   Write("db", "a file in the way of the folder");
-  EXPECT_EQ(Games(), 1);
+  EXPECT_EQ(Go(), 1);
+}
+
+TEST_F(DatabaseTest, WhereAnotherRunHoldsItThePagesStay) {
+  Write("games.log", one_);
+  ASSERT_EQ(Games(), 1);
+  Write("games.log", two_);
+  {
+    SQLite::Database other(At("db/morvane.db").string(), SQLite::OPEN_READWRITE);
+    other.exec("BEGIN EXCLUSIVE");
+    EXPECT_EQ(Go(), 1);
+  }
+  EXPECT_EQ(ReadFile(At("out/site/page.html")), "1 games\n") << "and not those of the log alone";
+  EXPECT_NE(MainLog().find("severe the database is in use by another run"), std::string::npos);
+  EXPECT_EQ(Games(), 2);
 }
 
 TEST_F(DatabaseTest, HostileNamesStayData) {

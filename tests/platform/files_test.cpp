@@ -2,15 +2,21 @@
 
 #include <chrono>
 #include <csignal>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <set>
 #include <sstream>
 #include <string>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/file_errors.h"
+#include "platform/replace_file.h"
 #include "tests/support/other_user.h"
 
 namespace platform {
@@ -101,6 +107,73 @@ TEST_F(Files, ALimitOnFileSizesIsAFailureAndNotTheEnd) {
   });
   EXPECT_EQ(Bytes(), "fits");
   EXPECT_EQ(FilesInFolder(), 1);
+}
+
+TEST_F(Files, WhatAKilledProcessLeftGoesAndNothingElse) {
+  const auto make = [&](const std::string& name) {
+    std::ofstream(Folder() / name) << "half";
+    return Folder() / name;
+  };
+  make(".file.unfinished-1-1");
+  make(".other.unfinished-1-1");
+  const int locked = open(make(".file.unfinished-2-1").c_str(), O_RDONLY);
+  ASSERT_EQ(flock(locked, LOCK_EX), 0) << "as the process does that writes it";
+  fs::create_hard_link(make("linked"), Folder() / ".file.unfinished-3-1");
+  fs::create_symlink("file", Folder() / ".file.unfinished-4-1");
+  fs::create_directory(Folder() / ".file.unfinished-5-1");
+  ASSERT_EQ(mkfifo((Folder() / ".file.unfinished-6-1").c_str(), 0600), 0);
+  for (const char* const name : {"file.unfinished-1-1", ".file.unfinished-1", ".file.unfinished--1",
+                                 ".file.unfinished-1-x", ".file.backup", ".unfinished-1-1"}) {
+    make(name);
+  }
+  if (getuid() == 0) {
+    const fs::path others = make(".file.unfinished-7-1");
+    ASSERT_EQ(chown(others.c_str(), support::kOtherUser, support::kOtherUsersGroup), 0);
+  }
+  std::set<fs::path> expected;
+  for (const auto& entry : fs::directory_iterator(Folder())) expected.insert(entry.path());
+  const auto files = [&] {
+    std::set<fs::path> present;
+    for (const auto& entry : fs::directory_iterator(Folder())) present.insert(entry.path());
+    return present;
+  };
+  EXPECT_EQ(ReplaceFile(File(), "new"), std::error_code());
+  expected.erase(Folder() / ".file.unfinished-1-1");
+  EXPECT_EQ(files(), expected) << "what belongs to this file";
+  EXPECT_EQ(PutFile(File(), "newer", Flush::kNo), std::error_code());
+  EXPECT_EQ(files(), expected);
+  EXPECT_EQ(PrepareFolder(Folder()), std::error_code());
+  expected.erase(Folder() / ".other.unfinished-1-1");
+  EXPECT_EQ(files(), expected) << "what belongs to any";
+  close(locked);
+  EXPECT_EQ(PrepareFolder(Folder()), std::error_code());
+  expected.erase(Folder() / ".file.unfinished-2-1");
+  EXPECT_EQ(files(), expected) << "its process has ended";
+  EXPECT_EQ(ReplaceFile(Folder() / std::string(255, 'x'), "new"), std::error_code());
+  EXPECT_EQ(ReplaceFile(Folder() / std::string(255, 'x'), "newer"), std::error_code());
+}
+
+TEST_F(Files, AFolderIsOneProcesssUntilItLetsGo) {
+  const auto lock = [&] {
+    std::error_code error;
+    const FolderLock own(Folder(), error);
+    return error;
+  };
+  const auto lockElsewhere = [&] {
+    const pid_t child = fork();
+    if (child == 0) _exit(lock() == FileErrors::InUse() ? 1 : 0);
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WEXITSTATUS(status) == 1;
+  };
+  {
+    std::error_code error;
+    const FolderLock own(Folder(), error);
+    EXPECT_EQ(error, std::error_code());
+    EXPECT_EQ(lock(), std::error_code()) << "once more";
+    EXPECT_TRUE(lockElsewhere());
+  }
+  EXPECT_FALSE(lockElsewhere());
 }
 
 TEST_F(Files, OnlyRegularFilesAreFiles) {

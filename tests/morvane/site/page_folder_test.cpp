@@ -7,7 +7,6 @@
 #include <random>
 #include <set>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 #include "tests/morvane/test_support.h"
@@ -51,15 +50,13 @@ TEST(PageFolder, WritesWhatChangesAndCleansUp) {
   std::error_code error;
   PageFolder(folder, kNoInputs, error).Write("page.html", "old");
   ASSERT_FALSE(error);
-  WriteFile(folder / ".page.html.morvane-999999999", "half");
-  WriteFile(folder / (".page.html.morvane-" + std::to_string(getpid())), "at work");
+  WriteFile(folder / ".page.html.unfinished-1-1", "half");
   PageFolder pages(folder, kNoInputs, error);
   EXPECT_FALSE(pages.Write("page.html", "old"));
   EXPECT_FALSE(pages.Write("other.html", "new"));
   EXPECT_EQ(pages.Unchanged(), 1U);
   EXPECT_EQ(pages.Written(), 1U);
-  EXPECT_FALSE(fs::exists(folder / ".page.html.morvane-999999999"));
-  EXPECT_TRUE(fs::exists(folder / (".page.html.morvane-" + std::to_string(getpid()))));
+  EXPECT_FALSE(fs::exists(folder / ".page.html.unfinished-1-1"));
   EXPECT_TRUE(pages.Write("no/such/folder.html", "x"));
 }
 
@@ -144,12 +141,14 @@ TEST(PageFolder, AnInputIsNeitherReplacedNorTakenAwayNorListed) {
   Inputs inputs;
   inputs.Add(path / "*.css");
   std::error_code error;
-  PageFolder folder(path, inputs, error);
-  EXPECT_FALSE(folder.Write("style.css", "page"));
-  EXPECT_EQ(folder.Write("style.css", "other"), IsAnInput());
-  EXPECT_TRUE(folder.HoldsForeign("style.css"));
-  EXPECT_FALSE(folder.HoldsForeign("old.html"));
-  EXPECT_FALSE(folder.Finish(KeepNone));
+  {
+    PageFolder folder(path, inputs, error);
+    EXPECT_FALSE(folder.Write("style.css", "page"));
+    EXPECT_EQ(folder.Write("style.css", "other"), IsAnInput());
+    EXPECT_TRUE(folder.HoldsForeign("style.css", error));
+    EXPECT_FALSE(folder.HoldsForeign("old.html", error));
+    EXPECT_FALSE(folder.Finish(KeepNone));
+  }
   EXPECT_EQ(FilesOf(path), (Files{{"style.css", "page"}}));
   RunOnce(path, {});
   EXPECT_EQ(FilesOf(path), (Files{{"style.css", "page"}})) << "it is the user's from then on";
@@ -262,14 +261,14 @@ TEST(PageList, KeepsWhatIsKnownOfAPage) {
   WrittenPage page = Describe("a");
   page.fingerprint = {1, 0xab};
   page.changedAt = 1234567890123456789;
-  PageList list(temporary.Path());
-  EXPECT_FALSE(list.Replace({{"a b%.html", page}, {"c", Describe("c")}}, {{"a key", "10 %"}},
-                            temporary.Path() / "new"));
+  std::error_code error;
+  PageList list(temporary.Path(), error);
+  EXPECT_FALSE(list.Replace({{"a b%.html", page}, {"c", Describe("c")}}, {{"a key", "10 %"}}));
   EXPECT_EQ(ReadFile(path),
             "morvane pages 1\n: a%20key 10%20%25\n1 " + TextOf(page.digest) +
                 " 000000000000000100000000000000ab@1234567890123456789 a%20b%25.html\n1 " +
                 TextOf(Describe("c").digest) + " - c\n");
-  const PageList again(temporary.Path());
+  const PageList again(temporary.Path(), error);
   ASSERT_EQ(again.Earlier().size(), 2U);
   EXPECT_EQ(again.Find("a b%.html").front().page, page);
   EXPECT_EQ(again.Find("c").front().page, Describe("c"));

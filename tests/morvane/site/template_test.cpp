@@ -10,8 +10,7 @@ namespace {
 
 std::string Rendered(const TempFolder& folder, const Data& data) {
   Template loaded;
-  TemplateFault fault;
-  if (!loaded.Load(folder.Path(), "page", fault)) return "fault: " + fault.text;
+  if (const auto fault = loaded.Load(folder.Path(), "page")) return "fault: " + fault->text;
   const SharedData shared;
   return loaded.Render(shared, {&data});
 }
@@ -26,8 +25,7 @@ TEST(Templates, TakeIncludesAndLeaveCommentsOut) {
   Set(data, "name", std::string("<1>"));
   EXPECT_EQ(Rendered(folder, data), "<\nP&lt;1&gt;\n>\nP&lt;1&gt;\n");
   Template page;
-  TemplateFault fault;
-  ASSERT_TRUE(page.Load(folder.Path(), "page.htmlt", fault));
+  ASSERT_FALSE(page.Load(folder.Path(), "page.htmlt"));
   EXPECT_EQ(page.Name(), "page");
   EXPECT_EQ(page.Title(), "A & B");
   EXPECT_EQ(page.Group(), "Games");
@@ -66,11 +64,11 @@ TEST_P(BrokenTemplates, NameFileAndLine) {
   WriteFile(folder.Path() / "page.htmlt", GetParam().page);
   WriteFile(folder.Path() / "part.htmlt", GetParam().part);
   Template page;
-  TemplateFault fault;
-  ASSERT_FALSE(page.Load(folder.Path(), "page", fault));
-  EXPECT_EQ(fault.file, (folder.Path() / GetParam().file).string());
-  EXPECT_EQ(fault.line, GetParam().line);
-  EXPECT_NE(fault.text.find(GetParam().text), std::string::npos) << fault.text;
+  const auto fault = page.Load(folder.Path(), "page");
+  ASSERT_TRUE(fault);
+  EXPECT_EQ(fault->file, (folder.Path() / GetParam().file).string());
+  EXPECT_EQ(fault->line, GetParam().line);
+  EXPECT_NE(fault->text.find(GetParam().text), std::string::npos) << fault->text;
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -84,14 +82,42 @@ INSTANTIATE_TEST_SUITE_P(
                     FaultCase{"1\n{{> none}}", "", "page.htmlt", 2, "none.htmlt does not exist"},
                     FaultCase{"{{> part}}", "\n{{> part}}", "part.htmlt", 2, "includes itself"}));
 
+std::string Repeated(int times, const std::string& text) {
+  std::string all;
+  for (int i = 0; i < times; ++i) all += text;
+  return all;
+}
+
+TEST(Templates, ThatGrowWithoutEndEndWithAFault) {
+  const TempFolder folder;
+  // Each part includes the next one ten times: without a bound 10^12 of the last.
+  for (int i = 0; i < 12; ++i) {
+    WriteFile(folder.Path() / (std::to_string(i) + ".htmlt"),
+              "\n" + Repeated(10, "{{> " + std::to_string(i + 1) + "}}\n"));
+  }
+  WriteFile(folder.Path() / "12.htmlt", "x");
+  WriteFile(folder.Path() / "deep.htmlt",
+            "\n{{=<% %>=}}" + Repeated(20000, "<%#a%>") + Repeated(20000, "<%/a%>"));
+  const struct {
+    const char* name;
+    const char* said;
+  } kCases[] = {{"0", "more than 1 MB are included"}, {"deep", "one inside the other"}};
+  for (const auto& test : kCases) {
+    const auto fault = Template().Load(folder.Path(), test.name);
+    ASSERT_TRUE(fault) << test.name;
+    EXPECT_GT(fault->line, 1) << fault->text;
+    EXPECT_NE(fault->text.find(test.said), std::string::npos) << fault->text;
+  }
+}
+
 TEST(Templates, MissingOneIsAFaultOfTheFile) {
   TempFolder folder;
   Template page;
-  TemplateFault fault;
-  EXPECT_FALSE(page.Load(folder.Path(), "none", fault));
-  EXPECT_EQ(fault.file, (folder.Path() / "none.htmlt").string());
-  EXPECT_EQ(fault.line, 0);
-  EXPECT_NE(fault.text.find("cannot be read"), std::string::npos);
+  const auto fault = page.Load(folder.Path(), "none");
+  ASSERT_TRUE(fault);
+  EXPECT_EQ(fault->file, (folder.Path() / "none.htmlt").string());
+  EXPECT_EQ(fault->line, 0);
+  EXPECT_NE(fault->text.find("cannot be read"), std::string::npos);
 }
 
 }  // namespace

@@ -509,9 +509,11 @@ TEST_F(RankingTest, NamesakesWinAndPlaceOnceAGame) {
 }
 
 TEST_F(RankingTest, BothSidesOfAKillSeeTheRanksBeforeIt) {
-  EXPECT_EQ(RatingsOf("kill.killer = rank + other / 10\r\nkill.victim = rank - other / 10\r\n",
-                      Duel("Ann", "Bob", 2)),
-            "Ann 1190 Bob 790 ");
+  EXPECT_EQ(
+      RatingsOf(
+          "\xEF\xBB\xBFkill.killer = rank + other / 10\r\nkill.victim = rank - other / 10\r\n",
+          Duel("Ann", "Bob", 2)),
+      "Ann 1190 Bob 790 ");
 }
 
 TEST_F(RankingTest, ABadRuleIsSkippedAndSaidWithItsLine) {
@@ -525,6 +527,8 @@ TEST_F(RankingTest, ABadRuleIsSkippedAndSaidWithItsLine) {
       {"kill.owner = 1", "unknown event \"kill.owner\""},
       {"kill.killer = rank / 0", "no number"},
       {"kill.killer = \"text\"", "does not parse"},
+      {"kill.killer = rank + 5, rank - 5", "gives 2 results"},
+      {"kill.killer = rank + 1,5 * max(1, 2)", "the decimal sign is a point"},
       {"suicide = 1\nsuicide = 2", "stands already in line 2"},
   };
   for (const auto& test : kCases) {

@@ -35,6 +35,7 @@
 #include <iterator>
 #include <map>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -498,7 +499,8 @@ class History {
     if (!withDatabase && (!complete || !others_.empty())) return true;
     std::ranges::sort(expected);
     const std::size_t found = collected.games.size();
-    if (withDatabase && !KeepsStarts(collected)) return Fail("a date changed");
+    if (withDatabase && !KeepsKnown(collected)) return Fail("a date or a number changed");
+    if (withDatabase && !KeepsNumbers(collected)) return Fail("a number is lost or given again");
     const std::vector<std::string> games =
         Texts(std::move(collected.games), collected.vocabulary, common);
     if (games != expected) {
@@ -509,28 +511,45 @@ class History {
     return true;
   }
 
-  /// Whether games have the dates that they had; those without kills are too much alike.
-  bool KeepsStarts(const Collected& collected) {
+  /// Whether every game has a number of its own, each that there was is still there, and new ones
+  /// are higher than all before.
+  bool KeepsNumbers(const Collected& collected) {
+    std::set<std::uint32_t> now;
+    for (const Game& game : collected.games) now.insert(game.number);
+    const bool own = now.size() == collected.games.size() && !now.contains(0);
+    const bool kept = std::ranges::includes(now, numbers_);
+    const std::uint32_t highest = numbers_.empty() ? 0 : *numbers_.rbegin();
+    const auto added = static_cast<std::size_t>(std::distance(now.upper_bound(highest), now.end()));
+    const bool fresh = now.size() - added == numbers_.size();
+    numbers_ = std::move(now);
+    return own && kept && fresh;
+  }
+
+  /// Whether games have the dates and numbers that they had; those without kills are too much
+  /// alike.
+  bool KeepsKnown(const Collected& collected) {
     Vocabulary names;
     std::vector<Game> games = collected.games;
     Renumber(games, collected.vocabulary, names_);
-    std::map<std::string, std::int64_t> now;
+    using Known = std::pair<std::int64_t, std::uint32_t>;
+    std::map<std::string, Known> now;
     std::map<std::string, int> often;
     for (Game& game : games) {
-      const std::int64_t start = std::exchange(game.start, 0);
+      const Known known = {game.timed ? game.start : 0, game.number};
+      game.start = 0;
       game.dated = Dated::kUnknown;
       const std::string text = PackGame(game);
-      if (game.kills >= 3 && ++often[text] == 1 && game.timed) now[text] = start;
+      if (game.kills >= 3 && ++often[text] == 1) now[text] = known;
     }
     bool kept = true;
-    for (const auto& [text, start] : now) {
+    for (const auto& [text, known] : now) {
       if (often[text] > 1) continue;
-      const auto before = starts_.find(text);
-      if (before != starts_.end() && before->second != start) kept = false;
+      const auto before = known_.find(text);
+      if (before != known_.end() && before->second != known) kept = false;
     }
-    starts_.clear();
-    for (const auto& [text, start] : now) {
-      if (often[text] == 1) starts_[text] = start;
+    known_.clear();
+    for (const auto& [text, known] : now) {
+      if (often[text] == 1) known_[text] = known;
     }
     return kept;
   }
@@ -550,7 +569,8 @@ class History {
   std::vector<Server> servers_;
   std::vector<Play> plays_;
   std::vector<Other> others_;
-  std::map<std::string, std::int64_t> starts_;
+  std::map<std::string, std::pair<std::int64_t, std::uint32_t>> known_;
+  std::set<std::uint32_t> numbers_;
   Vocabulary names_;
   std::string story_;
   const fs::file_time_type start_ = fs::file_time_type::clock::now() - std::chrono::hours(10000);

@@ -1,0 +1,28 @@
+// Records of games as a damaged database may hold them: the first byte is the version, the parts
+// are records. What can be read goes into statistics.
+
+#include <string>
+
+#include "morvane/store/game_record.h"
+#include "tests/fuzz/game_checks.h"
+#include "tests/fuzz/target.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  if (size == 0) return 0;
+  static const morvane::Vocabulary words = [] {
+    morvane::Vocabulary made;
+    for (const char* name : {"ROCKET", "ROCKET_SPLASH", "RAILGUN"}) made.weapons.Number(name);
+    for (const char* name : {"item_quad", "weapon_railgun"}) made.items.Number(name);
+    return made;
+  }();
+  const int version = bytes[0] % (morvane::kRecordVersion + 2);
+  std::vector<morvane::Game> games;
+  for (const std::string_view record : fuzz::Split(fuzz::Text(bytes + 1, size - 1), fuzz::kPart)) {
+    morvane::Game game;
+    const bool read =
+        morvane::UnpackGame(record, version, words.weapons.size(), words.items.size(), game);
+    if (read) games.push_back(std::move(game));
+  }
+  fuzz::MakeStatistics(std::move(games), words);
+  return 0;
+}
