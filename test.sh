@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")"
 
-scripts/setup.sh browser fuzz
+scripts/setup.sh browser desktop fuzz
 cmake --preset release >/dev/null
 cmake --build --preset release
 ctest --preset release -j "$(nproc)" "$@"

@@ -86,6 +86,7 @@ frmMain::frmMain(const config::modIni& ini, ui::Desktop& desktop, QSettings& set
                  Qt::WindowCloseButtonHint);
   setCentralWidget(new QWidget(this));
   layout()->setSizeConstraint(QLayout::SetFixedSize);
+  ui::HoldSizeOnEveryScreen(*this);
   BuildMenus(*this);
   BuildLayout(*centralWidget());
   editor::ShowEntriesOnOneLine(*this);

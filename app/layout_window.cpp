@@ -11,7 +11,7 @@ constexpr Row kRows[] = {
     Row(kTabs, "SSTab1", "Picture2", {0, 0, 7050, 5400}).Named("Settings"),
     Row(kStatusBar, "StatBar", "", {0, 5475, 8820, 375}),
     Row(kLabel, "StatBarPanel1", "StatBar", {0, 30, 1610, 345}).Sunken(),
-    Row(kLabel, "StatBarPanel2", "StatBar", {1650, 30, 7155, 345}).Named("Status").Sunken(),
+    Row(kLabel, "StatBarPanel2", "StatBar", {1650, 30, 7155, 345}).Sunken(),
 };
 
 constexpr Row kStripRows[] = {

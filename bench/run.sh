@@ -170,7 +170,7 @@ row_site() {
   sync
   copied=$(measure cp -r "$here/site/output" "$here/copy")
   rm -rf "$here/copy"
-  limit=$(awk -v a="$(of 1 "$copied")" 'BEGIN { printf "%.1f", a * 1.5 > 6 ? a * 1.5 : 6 }')
+  limit=$(awk -v a="$(of 1 "$copied")" 'BEGIN { printf "%.1f", (a * 1.5 > 6 ? a * 1.5 : 6) }')
   row "site of $players players and $games games, $(find "$here/site/output" -type f | wc -l) files" \
     "\`cp -r\` of the same files ($(fixed "$(of 1 "$copied")" 1) s)" \
     "$(ratio "$(of 1 "$whole")" "$(of 1 "$copied")") ($(fixed "$(of 1 "$whole")" 1) s)" \

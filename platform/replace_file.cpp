@@ -223,17 +223,6 @@ std::error_code PutFile(const fs::path& path, std::string_view bytes, Flush flus
   return error;
 }
 
-std::error_code PutFile(const fs::path& path, const std::function<bool(const Sink&)>& make) {
-  std::error_code error;
-  Unfinished file(path, kPermissions, error);
-  if (error) return error;
-  const bool replaces = make([&](std::string_view bytes) {
-    if (!error) error = file.Write(bytes, Flush::kNo);
-  });
-  if (!error && replaces) error = file.TakePlaceOf(path);
-  return error;
-}
-
 std::error_code PrepareFolder(const fs::path& folder) {
   ClearAbandoned(folder, {});
   std::error_code error;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <string_view>
 #include <system_error>
 
@@ -30,13 +29,6 @@ enum class Flush { kNo, kYes };
 /// Puts `bytes` in the place of a file that a program makes anew at any time: with the permissions
 /// of any new file, and where a symbolic link stands, in its place.
 std::error_code PutFile(const std::filesystem::path& path, std::string_view bytes, Flush flush);
-
-/// Takes a piece of a file.
-using Sink = std::function<void(std::string_view bytes)>;
-/// The same for bytes that `make` hands to a sink piece by piece, not flushed. Where `make` returns
-/// false the old file stays.
-std::error_code PutFile(const std::filesystem::path& path,
-                        const std::function<bool(const Sink& put)>& make);
 
 /// Makes a folder ready for PutFile: takes away what killed calls left in it, and finds out whether
 /// files can be made there, for the file system may refuse what the permissions allow.

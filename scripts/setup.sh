@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the build, the tests and the program need and, called with
 # "checks", also those of check.sh. Called with "browser" it installs besides what the tests of the
-# pages in Chromium need, with "fuzz" the compiler of tests/fuzz; where that cannot be had it says so,
-# and they are left out. Run by run.sh, test.sh and check.sh; does nothing when everything is there.
+# pages in Chromium need, with "desktop" what those of the editor on a real X server need, with "fuzz"
+# the compiler of tests/fuzz; where that cannot be had it says so, and they are left out. Run by
+# run.sh, test.sh and check.sh; does nothing when everything is there.
 set -euo pipefail
 
 packages=(
@@ -16,6 +17,9 @@ packages=(
   # used by the program when it runs: fonts, browser and viewer start, printing
   fonts-liberation fonts-dejavu-core fonts-dejavu-extra xdg-utils cups-client
 )
+# What the tests in tests/desktop and scripts/screenshots.py work with.
+desktop=(xvfb openbox xdotool xclip x11-utils x11-xserver-utils imagemagick python3)
+
 # Whether the script was called with a word.
 asked=" $* "
 wants() { [[ $asked = *" $1 "* ]]; }
@@ -60,6 +64,9 @@ install_browser() {
 }
 
 install "${packages[@]}"
+if wants desktop; then
+  install "${desktop[@]}" || echo "The tests of the editor on an X server are left out."
+fi
 if wants fuzz; then
   install clang libclang-rt-14-dev || echo "The targets of tests/fuzz are only replayed."
 fi

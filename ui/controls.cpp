@@ -38,7 +38,11 @@ ColorButton::ColorButton(QWidget* parent) : QPushButton(parent) {
 }
 
 bool ColorButton::event(QEvent* event) {
-  if (event->type() == QEvent::DynamicPropertyChange) update();
+  if (event->type() == QEvent::DynamicPropertyChange) {
+    const config::Rgb color = config::RgbOf(property("BackColor").toInt());
+    setAccessibleDescription(QString::fromStdString(config::ColorText(color)));
+    update();
+  }
   return QPushButton::event(event);
 }
 

@@ -35,7 +35,8 @@ int ToColorValue(const QColor& color);
 QColor ReadableOn(const QColor& background);
 
 /// A button whose face is the color value in its dynamic property `BackColor` (an int, 0x00BBGGRR;
-/// black when not set). It is no tab stop; see ArrowRing for the keyboard.
+/// black when not set), which assistive tools are told as "#RRGGBB". It is no tab stop; see
+/// ArrowRing for the keyboard.
 class ColorButton : public QPushButton {
  public:
   explicit ColorButton(QWidget* parent = nullptr);

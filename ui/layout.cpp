@@ -10,8 +10,10 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTreeWidget>
+#include <QWindow>
 
 #include "ui/controls.h"
 #include "ui/folder_list.h"
@@ -185,6 +187,28 @@ void SetPlace(const ControlRow& row, const QWidget& container, QWidget& control)
   control.setGeometry(rect);
 }
 
+/// Gives a window its size again whenever another screen has taken it.
+class SizeHolder : public QObject {
+ public:
+  using QObject::QObject;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::WinIdChange)
+      Follow(static_cast<QWidget*>(watched)->windowHandle());
+    return false;
+  }
+
+ private:
+  void Follow(QWindow* window) {
+    if (window == nullptr) return;
+    // Once the window has heard of its place there, too.
+    connect(
+        window, &QWindow::screenChanged, this, [window] { window->resize(window->minimumSize()); },
+        Qt::QueuedConnection);
+  }
+};
+
 }  // namespace
 
 int Pixels(int twips) { return qRound(static_cast<double>(twips) / kTwipsPerPixel); }
@@ -219,8 +243,11 @@ void GiveDialogFrame(QDialog& dialog) {
                         Qt::WindowCloseButtonHint);
 }
 
+void HoldSizeOnEveryScreen(QWidget& window) { window.installEventFilter(new SizeHolder(&window)); }
+
 void BuildFixedDialog(QDialog& dialog, int width, int height, std::span<const ControlRow> rows) {
   GiveDialogFrame(dialog);
+  HoldSizeOnEveryScreen(dialog);
   dialog.setFixedSize(Pixels(width), Pixels(height));
   BuildControls(dialog, rows);
 }

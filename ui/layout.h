@@ -123,6 +123,10 @@ void BlockOwnerOnly(QDialog& dialog);
 /// before it is shown.
 void GiveDialogFrame(QDialog& dialog);
 
+/// Lets a window of a fixed size keep it on screens of other scale factors, where the window system
+/// leaves the pixels as they were: the contents would be cut, or lie in a corner. Call once.
+void HoldSizeOnEveryScreen(QWidget& window);
+
 /// Gives a dialog its rows and the size of its client area in twips, which nobody can change; its
 /// frame has a close box only.
 void BuildFixedDialog(QDialog& dialog, int width, int height, std::span<const ControlRow> rows);

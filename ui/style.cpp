@@ -8,6 +8,7 @@
 #include <QStyleFactory>
 #include <QStyleOption>
 
+#include "config/rgb.h"
 #include "ui/controls.h"
 #include "ui/fonts.h"
 
@@ -28,7 +29,27 @@ void DrawListFrame(const QStyleOption& option, QPainter& painter) {
   }
 }
 
-/// Fusion with the tab control's strip of a fixed height and access keys always underlined.
+bool IsDark(const QPalette& palette) {
+  return palette.color(QPalette::Window).lightness() <
+         palette.color(QPalette::WindowText).lightness();
+}
+
+/// The outline of a control in a dark palette. Fusion makes outlines darker than the window, so
+/// there they would be lost, and on black the controls with them.
+void DrawOutline(const QStyleOption& option, QPainter& painter) {
+  constexpr double kCornerRadius = 2;
+  const bool focused = option.state.testFlag(QStyle::State_HasFocus);
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(option.palette.color(focused ? QPalette::Highlight : QPalette::Dark));
+  painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius,
+                          kCornerRadius);
+  painter.restore();
+}
+
+/// Fusion with the tab control's strip of a fixed height, access keys always underlined, and
+/// outlines that are seen in dark palettes.
 class DesignedStyle : public QProxyStyle {
  public:
   DesignedStyle() : QProxyStyle("Fusion") {}
@@ -58,7 +79,20 @@ class DesignedStyle : public QProxyStyle {
       DrawListFrame(*option, *painter);
     } else {
       QProxyStyle::drawPrimitive(element, option, painter, widget);
+      if (IsOutlined(element) && IsDark(QApplication::palette())) DrawOutline(*option, *painter);
     }
+  }
+
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override {
+    QProxyStyle::drawControl(element, option, painter, widget);
+    const bool selected = option->state.testFlag(State_Selected);
+    if (element != CE_TabBarTabShape || !selected) return;
+    if (!IsDark(QApplication::palette())) return;
+    constexpr int kMark = 2;
+    const QRect& tab = option->rect;
+    painter->fillRect(tab.left() + kMark, tab.top(), tab.width() - 2 * kMark, kMark,
+                      option->palette.color(QPalette::Highlight));
   }
 
   int pixelMetric(PixelMetric metric, const QStyleOption* option,
@@ -74,12 +108,34 @@ class DesignedStyle : public QProxyStyle {
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
     return QProxyStyle::styleHint(hint, option, widget, data);
   }
+
+ private:
+  static bool IsOutlined(PrimitiveElement element) {
+    return element == PE_FrameLineEdit || element == PE_PanelButtonCommand ||
+           element == PE_IndicatorCheckBox || element == PE_PanelMenu;
+  }
 };
+
+/// A color between two: `share` of `ink`, the rest `paper`.
+QColor Mixed(const QColor& paper, const QColor& ink, double share) {
+  const auto rgb = [](const QColor& color) { return config::RgbOf(ToColorValue(color)); };
+  const config::Rgb mixed = config::Mix(rgb(paper), rgb(ink), share);
+  return {mixed.red, mixed.green, mixed.blue};
+}
+
+/// Sets the color of what is disabled: `share` of the usual one, pale and still to be read.
+void FadeDisabled(QPalette& palette, double share) {
+  const QColor faint =
+      Mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText), share);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, faint);
+  }
+  palette.setColor(QPalette::PlaceholderText, faint);
+}
 
 QPalette DesignedPalette() {
   const QColor window(0xEF, 0xED, 0xE8);
   const QColor ink(0x1E, 0x1C, 0x1A);
-  const QColor faint(0x8C, 0x87, 0x80);
   const QColor accent(0x8F, 0x1D, 0x1D);
   QPalette palette(QColor(0xE4, 0xE1, 0xDB), window);
   palette.setColor(QPalette::WindowText, ink);
@@ -92,14 +148,29 @@ QPalette DesignedPalette() {
   palette.setColor(QPalette::Link, accent);
   palette.setColor(QPalette::ToolTipBase, QColor(0xFF, 0xFB, 0xE6));
   palette.setColor(QPalette::ToolTipText, ink);
-  palette.setColor(QPalette::PlaceholderText, faint);
   palette.setColor(QPalette::Mid, QColor(0xBE, 0xB8, 0xAE));
   palette.setColor(QPalette::Dark, QColor(0xA6, 0xA0, 0x96));
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-    palette.setColor(QPalette::Disabled, role, faint);
-  }
+  FadeDisabled(palette, 0.65);
   palette.setColor(QPalette::Disabled, QPalette::Base, window);
   palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0xB8, 0xB3, 0xAB));
+  return palette;
+}
+
+/// Whether the desktop has colors of its own, for instance dark ones or those of high contrast.
+bool DesktopHasColors() {
+  const QPalette palette = QApplication::palette();
+  return IsDark(palette) || palette != QApplication::style()->standardPalette();
+}
+
+/// The desktop's palette with what desktops leave to the toolkit, which is at a loss with dark
+/// ones: lines and disabled texts. Whatever is not set here follows the desktop.
+QPalette DesktopPalette() {
+  QPalette palette = QApplication::palette();
+  const QColor ink = palette.color(QPalette::WindowText);
+  const QColor paper = palette.color(QPalette::Window);
+  palette.setColor(QPalette::Mid, Mixed(paper, ink, 0.3));
+  palette.setColor(QPalette::Dark, Mixed(paper, ink, 0.5));
+  FadeDisabled(palette, 0.8);
   return palette;
 }
 
@@ -107,7 +178,7 @@ QPalette DesignedPalette() {
 
 void UseDesignedLook() {
   QApplication::setStyle(new DesignedStyle);
-  QApplication::setPalette(DesignedPalette());
+  QApplication::setPalette(DesktopHasColors() ? DesktopPalette() : DesignedPalette());
   QApplication::setFont(MakeFont(kFieldFont));
 }
 

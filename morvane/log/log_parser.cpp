@@ -181,6 +181,8 @@ class Parser {
   std::size_t size_;
   GameTime time_;             // of the open game; its date is that of `datedAt_`
   std::int64_t datedAt_ = 0;  // on the log's clock
+  static constexpr std::size_t kMany = 4096;
+  std::size_t dropAt_ = kMany;  // so many games are looked through for empty ones
   std::size_t openStart_ = 0;
   std::size_t openLine_ = 0;
 };
@@ -239,7 +241,7 @@ bool Parser::TakeText(const LogLine& line) {
   if (Take(text, "InitGame:")) return OpenGame(text, line);
   if (!IsKnownText(text)) return false;
   if (!game_.IsOpen()) {
-    if (log_.games.empty() && IsGameText(text)) ++log_.strayLines;
+    if (!log_.hasGame && IsGameText(text)) ++log_.strayLines;
     return true;
   }
   return Take(text, "Client") ? TakeClient(text) : TakeEnd(text);
@@ -288,6 +290,7 @@ bool Parser::TakeEnd(std::string_view text) {
 
 bool Parser::OpenGame(std::string_view text, const LogLine& line) {
   if (game_.IsOpen()) CloseGame(reader_.LineStart());
+  log_.hasGame = true;
   std::string_view map;
   int type = 0;
   std::string_view key;
@@ -322,6 +325,9 @@ void Parser::CloseGame(std::size_t end) {
   log_.games.push_back(game_.Close());
   if (time_.date != 0) time_.date -= (datedAt_ - time_.clock) / 10;
   log_.times.push_back(time_);
+  if (log_.games.size() < dropAt_) return;
+  DropEmptyGames(log_);
+  dropAt_ = kMany + 2 * log_.games.size();
 }
 
 void Parser::Kill(std::string_view text) {
@@ -459,6 +465,26 @@ void Parser::Damaged(std::string_view what) {
 }
 
 }  // namespace
+
+void DropEmptyGames(ParsedLog& log, std::size_t first) {
+  std::size_t kept = first;
+  for (std::size_t i = first; i < log.games.size(); ++i) {
+    const bool isOpen = log.openAtEnd && i + 1 == log.games.size();
+    if (log.games[i].entrants.empty() && log.times[i].date == 0 && !isOpen) continue;
+    if (kept != i) log.games[kept] = std::move(log.games[i]);
+    log.times[kept] = log.times[i];
+    log.texts[kept++] = log.texts[i];
+  }
+  log.emptyGames += log.games.size() - kept;
+  const auto shorten = [kept](auto& list) {
+    const bool isMost = kept < list.size() / 2;
+    list.resize(kept);
+    if (isMost) list.shrink_to_fit();
+  };
+  shorten(log.games);
+  shorten(log.times);
+  shorten(log.texts);
+}
 
 ParsedLog ParseLog(std::string_view log, bool keepEvents, const Vocabulary& known) {
   return Parser(log, keepEvents, known).Run();

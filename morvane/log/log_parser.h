@@ -40,6 +40,8 @@ struct ParsedLog {
   std::vector<GameText> texts;  ///< of `games`
   Vocabulary vocabulary;
   std::size_t lines = 0;
+  bool hasGame = false;        ///< a game begins in it, among `games` or not
+  std::size_t emptyGames = 0;  ///< those that are not among `games`, see DropEmptyGames
   std::size_t strayLines = 0;  ///< lines of a game, "Kill:" and the like, before the first one
   std::size_t skipped = 0;     ///< lines of no known kind, or damaged
   std::size_t damaged = 0;     ///< of those, the ones that look like lines of the game
@@ -59,8 +61,13 @@ struct ParsedLog {
   bool beginsAnew = false;  ///< the first stamp is such a 0:00; not among `runs`
 };
 
+/// Leaves out the games from the index `first` on in which nobody played, so that they take no
+/// memory: all but one that is open at the end, and those with a date, by which others are dated.
+void DropEmptyGames(ParsedLog& log, std::size_t first = 0);
+
 /// Reads a stretch of a log that begins at a line's start. Never fails: what is no line of the
 /// game is counted and skipped. The format is that of the game's own server log.
+/// Where there are thousands of games, those in which nobody played may be left out already.
 /// `keepEvents`: fill Game::events. `known`: names that have numbers already.
 ParsedLog ParseLog(std::string_view log, bool keepEvents, const Vocabulary& known = {});
 

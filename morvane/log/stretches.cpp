@@ -47,6 +47,10 @@ void MoveTo(ParsedLog& stretch, std::size_t begin) {
 }
 
 void Append(ParsedLog& log, ParsedLog&& next) {
+  if (log.openAtEnd && next.hasGame) {
+    log.openAtEnd = false;
+    DropEmptyGames(log, log.games.size() - 1);
+  }
   if (log.stamped && next.stamped) {
     log.clock += std::max<std::int64_t>(0, next.firstStamp - log.lastStamp);
     if (next.beginsAnew || IsLower(next.firstStamp, log.lastStamp)) ++log.runs;
@@ -57,7 +61,9 @@ void Append(ParsedLog& log, ParsedLog&& next) {
     log.times.push_back(time);
   }
   log.runs += next.runs;
-  if (log.games.empty()) log.strayLines += next.strayLines;
+  if (!log.hasGame) log.strayLines += next.strayLines;
+  log.hasGame = log.hasGame || next.hasGame;
+  log.emptyGames += next.emptyGames;
   log.texts.insert(log.texts.end(), next.texts.begin(), next.texts.end());
   Renumber(next.games, next.vocabulary, log.vocabulary);
   log.games.insert(log.games.end(), std::make_move_iterator(next.games.begin()),
@@ -111,6 +117,7 @@ std::vector<ParsedLog> ParseLogs(const std::vector<std::string_view>& logs, bool
         logs[stretch.log].substr(stretch.begin, stretch.end - stretch.begin);
     parts[i] = ParseLog(text, keepEvents, known);
     MoveTo(parts[i], stretch.begin);
+    DropEmptyGames(parts[i]);
     done(stretch);
   });
   std::vector<ParsedLog> result(logs.size());

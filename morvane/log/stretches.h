@@ -27,6 +27,7 @@ void Append(ParsedLog& log, ParsedLog&& next);
 
 /// Reads several logs at the same time on `threads` threads (0: as many as the machine has cores).
 /// `done` is called, from any of them, when a stretch has been read. In the order of the logs.
+/// Games in which nobody played are left out, see DropEmptyGames.
 std::vector<ParsedLog> ParseLogs(const std::vector<std::string_view>& logs, bool keepEvents,
                                  const std::function<void(const Stretch&)>& done,
                                  unsigned threads = 0);

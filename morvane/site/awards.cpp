@@ -45,8 +45,10 @@ class Jury {
       winner = i;
     }
     if (winner == kNobody) return;
-    awards_.push_back({std::move(title), Fixed(best, decimals) + unit, winner,
-                       games.empty() ? kNobody : games[winner]});
+    std::string value = Fixed(best, decimals) + unit;
+    if (value.starts_with("1 ")) value.pop_back();  // "1 game"
+    awards_.push_back(
+        {std::move(title), std::move(value), winner, games.empty() ? kNobody : games[winner]});
   }
 
   void SingleGames();

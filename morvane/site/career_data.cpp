@@ -1,7 +1,6 @@
 #include "morvane/site/career_data.h"
 
 #include <algorithm>
-#include <functional>
 #include <string>
 
 #include "morvane/site/chart.h"
@@ -15,7 +14,6 @@ namespace {
 
 using Appearances = std::vector<SiteFacts::Appearance>;
 
-constexpr std::size_t kForm = 10;   // games of the form, and of the mean in the chart
 constexpr std::size_t kDots = 300;  // more games make a cloud of them
 constexpr std::size_t kFewest = 3;  // games that make a chart
 
@@ -104,18 +102,22 @@ Data FormList(const SiteFacts& facts, const Appearances& games) {
   return list;
 }
 
-/// The game in which a figure of the player's was highest; a false flag where it was never above 0.
-Data HighestGame(const SiteFacts& facts, const Appearances& games,
-                 const std::function<std::int64_t(const Figures&)>& figure) {
-  const auto value = [&](const SiteFacts::Appearance& game) {
-    return figure(EntrantOf(facts, game).figures);
-  };
-  const auto best = std::ranges::max_element(games, {}, value);
-  if (best == games.end() || value(*best) <= 0) return Data(false);
-  return GamePlayed(facts, *best);
+Data HighestGame(const SiteFacts& facts, std::uint32_t player, std::int64_t Counts::*figure) {
+  const SiteFacts::Appearance* best = HighestAppearance(facts, player, figure);
+  return best == nullptr ? Data(false) : GamePlayed(facts, *best);
 }
 
 }  // namespace
+
+const SiteFacts::Appearance* HighestAppearance(const SiteFacts& facts, std::uint32_t player,
+                                               std::int64_t Counts::*figure) {
+  const Appearances& games = facts.Games(player);
+  const auto value = [&](const SiteFacts::Appearance& game) {
+    return EntrantOf(facts, game).figures.*figure;
+  };
+  const auto best = std::ranges::max_element(games, {}, value);
+  return best == games.end() || value(*best) <= 0 ? nullptr : &*best;
+}
 
 Data GamePlayed(const SiteFacts& facts, const SiteFacts::Appearance& appearance) {
   const Entrant& entrant = EntrantOf(facts, appearance);
@@ -148,9 +150,8 @@ void SetCareer(Data& object, const SiteFacts& facts, std::uint32_t player) {
   SetOptional(object, "chart", CareerChart(facts, games));
   SetFlag(object, "chart_dots", !facts.statistics.customRanking && games.size() <= kDots);
   SetData(object, "form", FormList(facts, games));
-  SetData(object, "best_game", HighestGame(facts, games, [](const Figures& f) { return f.score; }));
-  SetData(object, "streak_game",
-          HighestGame(facts, games, [](const Figures& f) { return std::int64_t{f.killStreak}; }));
+  SetData(object, "best_game", HighestGame(facts, player, &Counts::score));
+  SetData(object, "streak_game", HighestGame(facts, player, &Counts::killStreak));
   const auto [own, field] = FavouriteSharesOf(facts, facts.statistics.players[player].figures);
   SetOptional(object, "weapon_share", own);
   SetOptional(object, "weapon_field_share", field);

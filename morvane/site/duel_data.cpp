@@ -14,28 +14,6 @@ constexpr std::size_t kMostDuels = 100;
 constexpr std::uint32_t kMostInMatrix = 15;
 constexpr std::size_t kMostWeapons = 5;
 
-struct Duel {
-  Pair one;                // who killed more often is the killer
-  std::uint32_t back = 0;  // kills the other way
-  std::uint32_t Kills() const { return one.kills + back; }
-};
-
-/// The pairs of players who killed each other most often.
-std::vector<Duel> Duels(const Statistics& statistics) {
-  std::vector<Duel> duels;
-  for (const Pair& pair : statistics.pairs) {
-    const Pair* reverse = FindPair(statistics.pairs, pair.victim, pair.killer);
-    const std::uint32_t back = reverse == nullptr ? 0 : reverse->kills;
-    const bool counted = pair.kills > back || (pair.kills == back && pair.killer < pair.victim);
-    if (counted && pair.kills > 0 && pair.killer != pair.victim) duels.push_back({pair, back});
-  }
-  std::stable_sort(duels.begin(), duels.end(), [](const Duel& left, const Duel& right) {
-    return left.Kills() > right.Kills();
-  });
-  if (duels.size() > kMostDuels) duels.resize(kMostDuels);
-  return duels;
-}
-
 /// Kills of each by each among the first players, with one weapon or with all.
 using Kills = std::vector<std::vector<std::uint32_t>>;
 
@@ -72,6 +50,21 @@ Data MatrixRow(const SiteFacts& facts, const Kills& kills, std::uint32_t player)
 
 }  // namespace
 
+std::vector<Duel> FiercestDuels(const Statistics& statistics) {
+  std::vector<Duel> duels;
+  for (const Pair& pair : statistics.pairs) {
+    const Pair* reverse = FindPair(statistics.pairs, pair.victim, pair.killer);
+    const std::uint32_t back = reverse == nullptr ? 0 : reverse->kills;
+    const bool counted = pair.kills > back || (pair.kills == back && pair.killer < pair.victim);
+    if (counted && pair.kills > 0 && pair.killer != pair.victim) duels.push_back({pair, back});
+  }
+  std::stable_sort(duels.begin(), duels.end(), [](const Duel& left, const Duel& right) {
+    return left.Kills() > right.Kills();
+  });
+  if (duels.size() > kMostDuels) duels.resize(kMostDuels);
+  return duels;
+}
+
 Data WeaponsBetween(const SiteFacts& facts, std::uint32_t player, std::uint32_t other) {
   const std::vector<WeaponDuels::Balance> weapons = facts.Duels().Between(player, other);
   Data list = List(weapons.size());
@@ -86,7 +79,7 @@ Data WeaponsBetween(const SiteFacts& facts, std::uint32_t player, std::uint32_t 
 }
 
 Data DuelList(const SiteFacts& facts) {
-  const std::vector<Duel> duels = Duels(facts.statistics);
+  const std::vector<Duel> duels = FiercestDuels(facts.statistics);
   Data list = List(duels.size());
   for (const Duel& duel : duels) {
     Data row;

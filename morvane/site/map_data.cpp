@@ -1,12 +1,12 @@
 #include "morvane/site/map_data.h"
 
 #include <algorithm>
-#include <map>
-#include <utility>
+#include <optional>
 
 #include "morvane/site/figure_data.h"
 #include "morvane/site/game_data.h"
 #include "morvane/site/kill_table.h"
+#include "morvane/site/map_records.h"
 
 namespace morvane {
 namespace {
@@ -29,6 +29,9 @@ Data MapRow(const SiteFacts& facts, std::uint32_t index, const MostOfMaps& most)
   SetOptional(
       row, "best_link",
       map.players.empty() ? std::string() : facts.PlayerLabel(map.players.front().player).link);
+  SetOptional(
+      row, "best_score",
+      map.players.empty() ? std::string() : std::to_string(map.players.front().figures.score));
   SetTime(row, facts, "last_seen", map.summary.seen.last, map.summary.seen.lastDated);
   return row;
 }
@@ -41,8 +44,8 @@ Data MapTable(const SiteFacts& facts, const Map& map) {
 
 /// Who won most games on the map; a false flag where nobody did.
 Data Owner(const SiteFacts& facts, const Map& map) {
-  const auto owner = std::ranges::max_element(map.players, {}, &Player::wins);
-  if (owner == map.players.end() || owner->wins == 0) return Data(false);
+  const Player* owner = OwnerOf(map);
+  if (owner == nullptr) return Data(false);
   Data row;
   SetLabel(row, facts.PlayerLabel(owner->player));
   Set(row, "wins", owner->wins);
@@ -52,52 +55,28 @@ Data Owner(const SiteFacts& facts, const Map& map) {
 
 /// The highest score of a game on the map; a false flag where none is above 0.
 Data BestGame(const SiteFacts& facts, const Map& map) {
-  std::int64_t best = 0;
-  std::uint32_t bestGame = 0;
-  const Entrant* who = nullptr;
-  for (const std::uint32_t game : map.games) {
-    for (const Entrant& entrant : facts.statistics.games[game].entrants) {
-      if (entrant.figures.score <= best) continue;
-      best = entrant.figures.score;
-      bestGame = game;
-      who = &entrant;
-    }
-  }
-  if (who == nullptr) return Data(false);
-  Data row = GameRow(facts, bestGame);
-  Set(row, "player_link", facts.EntrantLabel(*who).link);
-  Set(row, "score", best);
+  const std::optional<Play> best = BestPlay(facts.statistics, map);
+  if (!best) return Data(false);
+  const Entrant& entrant = facts.statistics.games[best->game].entrants[best->entrant];
+  Data row = GameRow(facts, best->game);
+  Set(row, "player_link", facts.EntrantLabel(entrant).link);
+  Set(row, "score", entrant.figures.score);
   return row;
 }
 
-/// How often and how long the map was played, month by month, the last one first; games whose day
-/// is not known are left out.
 Data Months(const SiteFacts& facts, const Map& map) {
   constexpr std::size_t kMostMonths = 24;
-  struct Sum {
-    std::uint32_t games = 0;
-    std::int64_t seconds = 0;
-  };
-  std::map<std::pair<int, int>, Sum, std::greater<>> months;
+  const auto months = MonthsOf(facts.statistics, map);
   std::uint32_t most = 0;
-  for (const std::uint32_t index : map.games) {
-    const Game& game = facts.statistics.games[index];
-    if (!HasDay(game)) continue;
-    const WallClock clock = LocalTime(game.start);
-    Sum& sum = months[{clock.year, clock.month}];
-    most = std::max(most, ++sum.games);
-    sum.seconds += game.timed ? game.length : 0;
-  }
+  for (const auto& [month, played] : months) most = std::max(most, played.games);
   Data list = List(std::min(months.size(), kMostMonths));
-  for (const auto& [month, sum] : months) {
+  for (const auto& [month, played] : months) {
     if (list.list_value().size() == kMostMonths) break;
     Data row;
-    Set(row, "month",
-        std::to_string(month.first) + (month.second < 10 ? "-0" : "-") +
-            std::to_string(month.second));
-    Set(row, "games_played", sum.games);
-    SetDuration(row, sum.seconds, sum.seconds > 0);
-    SetPercent(row, "games_percent", sum.games, most);
+    Set(row, "month", MonthText(month));
+    Set(row, "games_played", played.games);
+    SetDuration(row, played.seconds, played.seconds > 0);
+    SetPercent(row, "games_percent", played.games, most);
     Append(list, std::move(row));
   }
   return list;

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "morvane/site/evening.h"
 #include "morvane/site/figure_data.h"
 #include "morvane/site/game_data.h"
 #include "morvane/statistics/names.h"
@@ -14,7 +15,7 @@ namespace {
 
 constexpr std::size_t kCards = 6;
 constexpr std::size_t kPodium = 3;
-constexpr std::size_t kMostNames = 5;
+constexpr std::size_t kMostBest = 5;
 constexpr int kHours = 24;
 constexpr std::uint32_t kLevels = 4;  // of the heat
 constexpr std::array<const char*, 7> kWeekdays = {"Monday", "Tuesday",  "Wednesday", "Thursday",
@@ -34,28 +35,9 @@ Data Podium(const SiteFacts& facts, const Game& game) {
   return list;
 }
 
-/// The best of the players of the evening, by what they did there.
-Data BestOfEvening(const SiteFacts& facts, const std::vector<Player>& players) {
-  const std::size_t shown = std::min(players.size(), kMostNames);
-  return PlayerList(facts, players, 0, shown);
-}
-
-/// Whose rank is a better one than before the evening, the greatest step first.
-Data Climbers(const SiteFacts& facts, const std::vector<Player>& players) {
-  struct Step {
-    std::uint32_t player;
-    std::uint32_t places;
-  };
-  std::vector<Step> steps;
-  for (const Player& player : players) {
-    const std::uint32_t before = facts.RankBefore(player.player);
-    const std::uint32_t now = facts.statistics.players[player.player].rank;
-    if (now > 0 && before > now) steps.push_back({player.player, before - now});
-  }
-  std::ranges::stable_sort(steps, std::ranges::greater(), &Step::places);
-  if (steps.size() > kMostNames) steps.resize(kMostNames);
-  Data list = List(steps.size());
-  for (const Step& step : steps) {
+Data Climbers(const SiteFacts& facts, const Evening& evening) {
+  Data list = List(evening.climbers.size());
+  for (const Evening::Step& step : evening.climbers) {
     Data row;
     SetLabel(row, facts.PlayerLabel(step.player));
     Set(row, "rank", facts.statistics.players[step.player].rank);
@@ -65,18 +47,11 @@ Data Climbers(const SiteFacts& facts, const std::vector<Player>& players) {
   return list;
 }
 
-/// Who had played no game before the evening.
-Data Newcomers(const SiteFacts& facts, const std::vector<Player>& players) {
-  std::vector<std::uint32_t> names;
-  for (const Player& player : players) {
-    const auto& games = facts.Games(player.player);
-    const bool isNew = !games.empty() && games.front().game >= facts.evening.first;
-    if (isNew && names.size() < kMostNames) names.push_back(player.player);
-  }
-  Data list = List(names.size());
-  for (const std::uint32_t name : names) {
+Data Newcomers(const SiteFacts& facts, const Evening& evening) {
+  Data list = List(evening.newcomers.size());
+  for (const std::uint32_t player : evening.newcomers) {
     Data row;
-    SetLabel(row, facts.PlayerLabel(name));
+    SetLabel(row, facts.PlayerLabel(player));
     Append(list, std::move(row));
   }
   return list;
@@ -87,20 +62,18 @@ Data Newcomers(const SiteFacts& facts, const std::vector<Player>& players) {
 Data EveningData(const SiteFacts& facts) {
   const std::vector<Game>& games = facts.statistics.games;
   if (games.empty()) return Data(false);
-  const std::vector<Player> players = PlayersSince(facts.statistics, facts.evening.first);
-  std::int64_t kills = 0;
-  for (std::size_t i = facts.evening.first; i < games.size(); ++i) kills += games[i].frags;
+  const Evening evening = LastEveningOf(facts);
   Data object;
   SetFlag(object, "by_date", facts.evening.byDate);
   SetTime(object, facts, "start", facts.evening.byDate ? games[facts.evening.first].start : 0,
           games[facts.evening.first].dated);
   Set(object, "games_played", games.size() - facts.evening.first);
-  Set(object, "player_count", players.size());
-  Set(object, "kills", Grouped(kills));
-  const bool isAll = facts.evening.first == 0;  // nobody climbs and all are new
-  Data climbers = isAll ? List(0) : Climbers(facts, players);
-  Data newcomers = isAll ? List(0) : Newcomers(facts, players);
-  SetData(object, "best", BestOfEvening(facts, players));
+  Set(object, "player_count", evening.players.size());
+  Set(object, "kills", Grouped(evening.kills));
+  Data climbers = Climbers(facts, evening);
+  Data newcomers = Newcomers(facts, evening);
+  SetData(object, "best",
+          PlayerList(facts, evening.players, 0, std::min(evening.players.size(), kMostBest)));
   SetFlag(object, "has_climbers", climbers.is_non_empty_list());
   SetData(object, "climbers", std::move(climbers));
   SetFlag(object, "has_newcomers", newcomers.is_non_empty_list());

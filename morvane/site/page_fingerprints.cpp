@@ -150,8 +150,10 @@ void PageFingerprints::AddGames(Fingerprint& print, std::uint32_t player) const 
   }
 }
 
-Digest128 PageFingerprints::OfGamesWithNames(ListPages::Range rows) const {
-  return Fingerprint().Add(OfRange(games_, rows)).Add(OfRange(names_, rows)).Value();
+Digest128 PageFingerprints::OfGamesWithNames(const std::vector<std::uint32_t>& games) const {
+  Fingerprint print;
+  for (const std::uint32_t game : games) print.Add(games_[game]).Add(names_[game]);
+  return print.Value();
 }
 
 Digest128 PageFingerprints::OfMap(std::uint32_t index) const {

@@ -29,8 +29,8 @@ class PageFingerprints {
   /// For some rows of PlayerList, of GameList or of GameRow.
   Digest128 OfPlayers(ListPages::Range rows) const;
   Digest128 OfGames(ListPages::Range rows) const;
-  /// The same with the names that the players bear now, for stats.json.
-  Digest128 OfGamesWithNames(ListPages::Range rows) const;
+  /// For GamesJson of these games, which tells the names that the players bear now.
+  Digest128 OfGamesWithNames(const std::vector<std::uint32_t>& games) const;
   /// For everything.
   const Digest128& OfAll() const { return all_; }
 

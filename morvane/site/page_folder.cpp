@@ -94,45 +94,6 @@ std::error_code PageFolder::Settle(const std::string& name, WrittenPage page,
   return {};
 }
 
-std::error_code PageFolder::WriteInPieces(const std::string& name,
-                                          const std::function<void(const platform::Sink&)>& make,
-                                          const Digest128& fingerprint) {
-  if (IsInput(name)) return IsAnInput();
-  WrittenPage page;
-  bool isThere = false;
-  const auto write = [&](const platform::Sink& put) {
-    DigestStream digest;
-    make([&](std::string_view bytes) {
-      page.size += bytes.size();
-      digest.Add(bytes);
-      put(bytes);
-    });
-    page.digest = digest.Value();
-    page.fingerprint = fingerprint;
-    const auto known = list_.Find(name);
-    std::error_code unread;
-    isThere = known.size() == 1 && known.front().page.HasContentOf(page) &&
-              IsUntouched(known.front(), page.changedAt, unread);
-    if (!isThere) Note(name, page);
-    return !isThere;
-  };
-  const std::error_code error = platform::PutFile(folder_ / name, write);
-  if (error || !isThere) return Settle(name, page, error);
-  ++unchanged_;
-  NoteDone(name, page);
-  return {};
-}
-
-int PageFolder::OpenAsWritten(const std::string& name, const Digest128& fingerprint) const {
-  const auto known = list_.Find(name);
-  std::int64_t changedAt = 0;
-  std::error_code error;
-  const bool isIt = known.size() == 1 && known.front().page.fingerprint == fingerprint &&
-                    IsUntouched(known.front(), changedAt, error);
-  if (!isIt) return -1;
-  return platform::OpenRegularFile(folder_ / name, error);
-}
-
 void PageFolder::Note(const std::string& name, const WrittenPage& page) {
   const std::lock_guard lock(mutex_);
   if (!list_.Holds(name, page) && !IsInput(PageList::kFileName)) {

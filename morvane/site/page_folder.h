@@ -37,15 +37,6 @@ class PageFolder {
   std::error_code Write(const std::string& name, std::string_view content,
                         const Digest128& fingerprint = {});
 
-  /// The same for a long file that `make` hands out piece by piece.
-  std::error_code WriteInPieces(const std::string& name,
-                                const std::function<void(const platform::Sink&)>& make,
-                                const Digest128& fingerprint);
-
-  /// Opens the file of a page for reading where the last run made it from what has this fingerprint
-  /// and it is still as it was written; -1 where not. The caller closes it.
-  int OpenAsWritten(const std::string& name, const Digest128& fingerprint) const;
-
   /// Whether an earlier run made a page from the same, by its fingerprint, and the file is still as
   /// it was written then. That counts as written unchanged.
   bool Stands(const std::string& name, const Digest128& fingerprint);

@@ -70,6 +70,7 @@ void SetOpponents(Data& object, const SiteFacts& facts, std::uint32_t player) {
             i < kMostWithWeapons ? WeaponsBetween(facts, player, opponent.player) : List(0));
     Append(list, std::move(row));
   }
+  SetFlag(object, "has_opponents", shown > 0);
   SetData(object, "opponents", std::move(list));
   const std::size_t more = opponents.size() - shown;
   SetOptional(object, "more_opponents", more == 0 ? std::string() : std::to_string(more));

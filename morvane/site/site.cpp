@@ -22,7 +22,7 @@
 #include "morvane/site/site_facts.h"
 #include "morvane/site/site_output.h"
 #include "morvane/site/site_templates.h"
-#include "morvane/site/stats_file.h"
+#include "morvane/site/stats_json.h"
 #include "morvane/site/template_source.h"
 #include "platform/threads.h"
 
@@ -136,16 +136,29 @@ Inputs InputsOf(const SiteSettings& settings) {
   return inputs;
 }
 
-/// What no template makes: a first page, and the file for other programs. Not in the place of what
+/// What no template makes: a first page, and the files for other programs. Not in the place of what
 /// a template makes, or would make if it could be read; and not alone.
-void WriteOwnFiles(const Site& site, const SiteTemplates& templates, PageList::Remarks& remarks) {
+void WriteOwnFiles(const Site& site, const SiteTemplates& templates) {
   if (site.output.Folder().Written() + site.output.Folder().Unchanged() == 0) return;
-  const std::string index = site.facts.pages.Page(kFirstPage);
-  const std::string content = FirstPage(site.facts, templates);
-  if (!content.empty() && !templates.MayLack(index)) site.output.WriteOwn(index, content);
-  if (templates.MayLack(kStatsJson)) return;
-  WriteStatsJson(StatsJson(site.facts, site.fingerprints), site.frames.Base(), site.output,
-                 remarks);
+  const auto write = [&](const std::string& name, const Digest128& madeFrom, const auto& make) {
+    const Digest128 fingerprint = Fingerprint().Add(site.frames.Base()).Add(madeFrom).Value();
+    if (templates.MayLack(name) || site.output.Stands(name, fingerprint)) return;
+    const std::string content = make();
+    if (!content.empty()) site.output.WriteOwn(name, content, fingerprint);
+  };
+  const SiteFacts& facts = site.facts;
+  write(facts.pages.Page(kFirstPage), Fingerprint().Add(kFirstPage).Value(),
+        [&] { return FirstPage(facts, templates); });
+  const std::vector<GameFile> files = GameFiles(facts.statistics);
+  platform::ForEachOnThreads(files.size() + 1, 0, [&](std::size_t i) {
+    if (i == 0) {  // takes longest
+      write(kStatsJson, site.fingerprints.OfAll(), [&] { return StatsJson(facts); });
+      return;
+    }
+    const GameFile& file = files[i - 1];
+    write(file.name, site.fingerprints.OfGamesWithNames(file.games),
+          [&] { return GamesJson(facts, file); });
+  });
 }
 
 }  // namespace
@@ -176,14 +189,13 @@ SiteResult WritePages(const SiteSettings& settings, const Statistics& statistics
   SiteOutput output(folder, report);
   const Site site{facts, shared, templateData, highest, fingerprints, frames, output};
   RenderAll(site, templates, frames, report);
-  PageList::Remarks remarks = frames.Remarks();
-  WriteOwnFiles(site, templates, remarks);
+  WriteOwnFiles(site, templates);
   const auto mayLack = [&](const std::string& name) {
     // The first page leads to one that may be lacking in this run.
     const bool isFirst = name == facts.pages.Page(kFirstPage);
     return templates.MayLack(name) || (isFirst && !templates.failed.empty());
   };
-  output.Finish(mayLack, remarks);
+  output.Finish(mayLack, frames.Remarks());
   AddTo(result, output);
   const std::string first = FirstPageFile(facts, templates);
   if (!first.empty()) result.firstPage = (folder.Path() / first).string();

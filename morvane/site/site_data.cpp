@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <filesystem>
 #include <functional>
 #include <span>
@@ -219,7 +220,9 @@ Data RecordList(const SiteFacts& facts) {
     if (count == 0 || kind.value(*best) <= 0) continue;
     Data row;
     Set(row, "title", std::string(kind.title));
-    Set(row, "value", Fixed(kind.value(*best), kind.decimals));
+    Set(row, "value",
+        kind.decimals == 0 ? Grouped(std::llround(kind.value(*best)))
+                           : Fixed(kind.value(*best), kind.decimals));
     Set(row, "link", facts.PlayerLabel(static_cast<std::uint32_t>(best - first)).link);
     Append(list, std::move(row));
   }
@@ -260,6 +263,10 @@ void DefineCourse(SharedData& shared, const SiteFacts& facts) {
   shared.Define(
       "has_awards", [&] { return Data(!facts.Awards().empty()); }, SharedData::From::kText);
   shared.Define("evening", [&] { return EveningData(facts); });
+  shared.Define("last_game", [&] {
+    const auto games = static_cast<std::uint32_t>(facts.statistics.games.size());
+    return games == 0 ? Data(false) : GameRow(facts, games - 1);
+  });
   shared.Define("game_cards", [&] { return GameCards(facts); });
   shared.Define("activity", [&] { return ActivityRows(facts); });
   shared.Define(
@@ -353,6 +360,11 @@ void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
                 [&] { return WeaponTable(facts, [](const WeaponUse& use) { return use.kills; }); });
   shared.Define("death_table", [&] {
     return WeaponTable(facts, [](const WeaponUse& use) { return use.deaths; });
+  });
+  shared.Define("has_duels", [&] {
+    return Data(std::ranges::any_of(statistics.pairs, [](const Pair& pair) {
+      return pair.kills > 0 && pair.killer != pair.victim;
+    }));
   });
   shared.Define("duels", [&] { return DuelList(facts); });
   shared.Define("duel_tables", [&] { return DuelTables(facts); });

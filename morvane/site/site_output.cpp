@@ -18,17 +18,9 @@ void SiteOutput::Write(const std::string& name, std::string_view content,
   }
 }
 
-void SiteOutput::WriteOwn(const std::string& name, std::string_view content) {
-  if (ClaimOwn(name)) Tell(name, folder_.Write(name, content));
-}
-
-bool SiteOutput::WriteOwnInPieces(const std::string& name,
-                                  const std::function<void(const platform::Sink&)>& make,
-                                  const Digest128& fingerprint) {
-  if (!ClaimOwn(name)) return false;
-  const std::error_code error = folder_.WriteInPieces(name, make, fingerprint);
-  Tell(name, error);
-  return !error;
+void SiteOutput::WriteOwn(const std::string& name, std::string_view content,
+                          const Digest128& fingerprint) {
+  if (ClaimOwn(name)) Tell(name, folder_.Write(name, content, fingerprint));
 }
 
 bool SiteOutput::ClaimOwn(const std::string& name) {

@@ -28,11 +28,7 @@ class SiteOutput {
   bool Stands(const std::string& name, const Digest128& fingerprint);
   /// Writes what no template asked for: not in the place of a page, and not of a file that the
   /// engine did not write.
-  void WriteOwn(const std::string& name, std::string_view content);
-  /// The same for a long file, see PageFolder::WriteInPieces. Whether it stands there now.
-  bool WriteOwnInPieces(const std::string& name,
-                        const std::function<void(const platform::Sink&)>& make,
-                        const Digest128& fingerprint);
+  void WriteOwn(const std::string& name, std::string_view content, const Digest128& fingerprint);
   /// Writes a file of another folder under its name. One of this very folder stays as it is.
   void Copy(const std::filesystem::path& source, const std::string& name);
 

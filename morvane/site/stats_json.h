@@ -1,11 +1,9 @@
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
-#include "morvane/site/list_pages.h"
-#include "morvane/site/page_fingerprints.h"
 #include "morvane/site/site_facts.h"
 
 namespace morvane {
@@ -14,32 +12,22 @@ namespace morvane {
 inline constexpr const char* kStatsJson = "stats.json";
 
 /// Its version: raised when a value changes its meaning or goes, not when one comes.
-inline constexpr int kStatsJsonVersion = 1;
+inline constexpr int kStatsJsonVersion = 2;
 
-/// All figures of the pages as JSON in UTF-8: a line for each player, map and game. What the values
-/// are stands in docs/stats-json.md. In pieces, one after the other: those that are as they were in
-/// the last run need not be made anew.
-class StatsJson {
- public:
-  /// Both must outlive this.
-  StatsJson(const SiteFacts& facts, const PageFingerprints& fingerprints);
+/// The figures of the pages as JSON in UTF-8: a line for each player, map and game. Of the games
+/// the latest; all of them stand in the files of GameFiles. What the values are stands in
+/// docs/stats-json.md.
+std::string StatsJson(const SiteFacts& facts);
 
-  std::size_t Pieces() const { return pieces_.size(); }
-  /// Of what a piece is made from, besides the settings and the engine.
-  Digest128 FingerprintOf(std::size_t piece) const;
-  std::string TextOf(std::size_t piece) const;
-
- private:
-  enum class List { kHead, kPlayers, kMaps, kGames, kEnd };
-  /// Rows of a list; none: what stands before the first one.
-  struct Piece {
-    List list;
-    ListPages::Range rows;
-  };
-
-  const SiteFacts& facts_;
-  const PageFingerprints& fingerprints_;
-  std::vector<Piece> pieces_;
+/// A file that holds some of the games. Which game stands in which follows from its number, so a
+/// file stays as it is while its games do.
+struct GameFile {
+  std::string name;
+  std::vector<std::uint32_t> games;  ///< indices into Statistics::games, by their numbers
 };
+std::vector<GameFile> GameFiles(const Statistics& statistics);
+
+/// The games of a file as JSON.
+std::string GamesJson(const SiteFacts& facts, const GameFile& file);
 
 }  // namespace morvane

@@ -153,8 +153,8 @@ std::string VariableCheck::Complaint(const std::string& name) const {
   std::size_t least = 0;
   for (const std::string& known : names_) {
     const std::size_t longer = std::max(name.size(), known.size());
-    const std::size_t atLeast = longer - std::min(name.size(), known.size());
-    if (nearest != nullptr && atLeast >= least) continue;
+    const std::size_t bound = longer - std::min(name.size(), known.size());
+    if (nearest != nullptr && bound >= least) continue;
     const std::size_t distance = Distance(name, known);
     if (nearest != nullptr && distance >= least) continue;
     nearest = &known;

@@ -26,6 +26,14 @@ bool IsUnchanged(const std::vector<std::uint16_t>& numbers) {
   return true;
 }
 
+/// Makes room in a new sum, of which there is one for each player, for no more than what comes.
+template <class Entry, class Number>
+void MakeRoom(std::vector<Entry>& sum, const std::vector<Entry>& added, Number Entry::*key) {
+  if (sum.capacity() > 0 || added.empty()) return;
+  const Entry& highest = *std::ranges::max_element(added, {}, key);
+  sum.reserve(std::min<std::size_t>(highest.*key, 63) + 1);
+}
+
 }  // namespace
 
 void AddCounts(Counts& sum, const Counts& counts) {
@@ -43,6 +51,7 @@ void AddFigures(Figures& sum, const Figures& figures) {
 }
 
 void AddWeapons(std::vector<WeaponUse>& sum, const std::vector<WeaponUse>& weapons) {
+  MakeRoom(sum, weapons, &WeaponUse::weapon);
   for (const WeaponUse& use : weapons) {
     WeaponUse& total = EntryOf(sum, &WeaponUse::weapon, use.weapon);
     total.kills += use.kills;
@@ -51,6 +60,7 @@ void AddWeapons(std::vector<WeaponUse>& sum, const std::vector<WeaponUse>& weapo
 }
 
 void AddItems(std::vector<ItemCount>& sum, const std::vector<ItemCount>& items) {
+  MakeRoom(sum, items, &ItemCount::item);
   for (const ItemCount& item : items) {
     EntryOf(sum, &ItemCount::item, item.item).count += item.count;
   }

@@ -18,7 +18,7 @@ Entry& EntryOf(std::vector<Entry>& entries, Number Entry::*key, Number number) {
   constexpr std::size_t kPlaces = 64;
   if (number < std::min(entries.size(), kPlaces)) return entries[number];
   // Room for what a game has saves growing step by step, for each of so many lists.
-  if (entries.empty()) entries.reserve(kPlaces / 2);
+  if (entries.capacity() == 0) entries.reserve(kPlaces / 2);
   const std::size_t place = std::min<std::size_t>(number, kPlaces - 1);
   while (entries.size() <= place) {
     const auto next = static_cast<Number>(entries.size());

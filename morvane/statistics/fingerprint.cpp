@@ -1,7 +1,6 @@
 #include "morvane/statistics/fingerprint.h"
 
 #include <charconv>
-#include <new>
 #include <xxhash.h>
 
 namespace morvane {
@@ -29,23 +28,6 @@ Digest128 DigestFrom(const XXH128_hash_t& hash) {
 Digest128 DigestOf(std::string_view bytes) {
   return DigestFrom(XXH3_128bits(bytes.data(), bytes.size()));
 }
-
-struct DigestStream::State {
-  XXH3_state_t* state = XXH3_createState();
-};
-
-DigestStream::DigestStream() : state_(std::make_unique<State>()) {
-  if (state_->state == nullptr) throw std::bad_alloc();
-  XXH3_128bits_reset(state_->state);
-}
-
-DigestStream::~DigestStream() { XXH3_freeState(state_->state); }
-
-void DigestStream::Add(std::string_view bytes) {
-  XXH3_128bits_update(state_->state, bytes.data(), bytes.size());
-}
-
-Digest128 DigestStream::Value() const { return DigestFrom(XXH3_128bits_digest(state_->state)); }
 
 std::string TextOf(const Digest128& digest) {
   std::string text;

@@ -4,7 +4,6 @@
 #include <concepts>
 #include <cstdint>
 #include <cstring>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -22,21 +21,6 @@ struct Digest128 {
 
 /// Of any bytes; never the one that stands for none. XXH3: for telling apart what nobody forges.
 Digest128 DigestOf(std::string_view bytes);
-
-/// The digest of bytes that come piece by piece.
-class DigestStream {
- public:
-  DigestStream();
-  DigestStream(const DigestStream&) = delete;
-  DigestStream& operator=(const DigestStream&) = delete;
-  ~DigestStream();
-  void Add(std::string_view bytes);
-  Digest128 Value() const;
-
- private:
-  struct State;
-  std::unique_ptr<State> state_;
-};
 
 /// 32 hexadecimal digits.
 std::string TextOf(const Digest128& digest);

@@ -183,9 +183,12 @@ void AddEntrant(Player& player, const Game& game, const Entrant& entrant, int la
 /// Adds up games of one kind into a list of players and the kills among them.
 class Totals {
  public:
-  /// `given`: the names of the players that bear another than in the logs, by number.
-  Totals(int lastPlaced, const std::vector<std::string>& given)
-      : lastPlaced_(lastPlaced), given_(given) {}
+  /// `given`: the names of the players that bear another than in the logs, by number. `indices`:
+  /// room for the players' indices, kNobody all of it before and after.
+  Totals(int lastPlaced, const std::vector<std::string>& given, std::vector<std::uint32_t>& indices)
+      : lastPlaced_(lastPlaced), given_(given), indices_(indices) {
+    indices_.resize(given.size(), kNobody);
+  }
 
   void Add(const Game& game) {
     ++summary_.games;
@@ -210,6 +213,7 @@ class Totals {
   void Finish(Summary& summary, std::vector<Player>& players, std::vector<Pair>& pairs) {
     pairs = pairs_.Take();
     for (Player& player : players_) {
+      indices_[player.player] = kNobody;
       AddFigures(summary_.figures, player.figures);
       SettleFigures(player.figures);
       player.plain = NameText(player.name);
@@ -223,7 +227,6 @@ class Totals {
 
  private:
   std::uint32_t IndexOf(std::uint32_t player) {
-    if (indices_.size() <= player) indices_.resize(player + 1, kNobody);
     std::uint32_t& index = indices_[player];
     if (index == kNobody) {
       index = static_cast<std::uint32_t>(players_.size());
@@ -238,8 +241,8 @@ class Totals {
   Summary summary_;
   std::vector<Player> players_;
   PairCounts pairs_;
-  std::vector<std::uint32_t> indices_;  // by the player's number; kNobody: not come yet
-  std::vector<std::uint32_t> seats_;    // of the entrants of the game being added
+  std::vector<std::uint32_t>& indices_;  // by the player's number; kNobody: not come yet
+  std::vector<std::uint32_t> seats_;     // of the entrants of the game being added
 };
 
 bool IsAhead(const Player& left, const Player& right) {
@@ -308,23 +311,21 @@ void RankAll(const Limits& limits, Statistics& statistics) {
 /// Adds up the games of each map; the maps come out by name.
 void AddMaps(const std::vector<std::string>& given, Statistics& statistics) {
   std::unordered_map<std::string, std::size_t> byName;
-  std::vector<Totals> totals;
   for (std::size_t i = 0; i < statistics.games.size(); ++i) {
     const Game& game = statistics.games[i];
     const std::string name = text::FoldCase(game.map);
-    const auto [known, isNew] = byName.try_emplace(name, totals.size());
-    if (isNew) {
-      statistics.maps.emplace_back().name = name;
-      totals.emplace_back(statistics.limits.gameLastPlaced, given);
-    }
+    const auto [known, isNew] = byName.try_emplace(name, statistics.maps.size());
+    if (isNew) statistics.maps.emplace_back().name = name;
     Map& map = statistics.maps[known->second];
     map.title = game.map;
     map.games.push_back(static_cast<std::uint32_t>(i));
-    totals[known->second].Add(game);
   }
-  for (std::size_t i = 0; i < totals.size(); ++i) {
-    Map& map = statistics.maps[i];
-    totals[i].Finish(map.summary, map.players, map.pairs);
+  // One map after the other: what adding up takes is had once.
+  std::vector<std::uint32_t> indices;
+  for (Map& map : statistics.maps) {
+    Totals totals(statistics.limits.gameLastPlaced, given, indices);
+    for (const std::uint32_t game : map.games) totals.Add(statistics.games[game]);
+    totals.Finish(map.summary, map.players, map.pairs);
   }
   std::sort(statistics.maps.begin(), statistics.maps.end(),
             [](const Map& left, const Map& right) { return left.name < right.name; });
@@ -332,7 +333,8 @@ void AddMaps(const std::vector<std::string>& given, Statistics& statistics) {
 
 /// Adds up all games.
 void AddTotals(const std::vector<std::string>& given, Statistics& statistics) {
-  Totals totals(statistics.limits.gameLastPlaced, given);
+  std::vector<std::uint32_t> indices;
+  Totals totals(statistics.limits.gameLastPlaced, given, indices);
   for (const Game& game : statistics.games) totals.Add(game);
   totals.Finish(statistics.summary, statistics.players, statistics.pairs);
 }
@@ -353,7 +355,8 @@ std::vector<Player> PlayersSince(const Statistics& statistics, std::uint32_t fir
   std::vector<double> before(statistics.players.size(), std::nan(""));
   std::vector<double> gained(statistics.players.size());
   for (const Player& player : statistics.players) names.push_back(player.name);
-  Totals totals(statistics.limits.gameLastPlaced, names);
+  std::vector<std::uint32_t> indices;
+  Totals totals(statistics.limits.gameLastPlaced, names, indices);
   for (std::uint32_t i = 0; i < statistics.games.size(); ++i) {
     if (i >= first) totals.Add(statistics.games[i]);
     for (const Entrant& entrant : statistics.games[i].entrants) {

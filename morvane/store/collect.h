@@ -19,7 +19,7 @@ struct Sources {
 
 /// The games of a run, in the order of play.
 struct Collected {
-  std::vector<Game> games;
+  std::vector<Game> games;  ///< in which somebody played
   Vocabulary vocabulary;
   bool usable = false;  ///< a log could be read, or the database held games
   bool stored = true;   ///< false: something should have gone into the database, and could not

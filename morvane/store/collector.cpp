@@ -209,9 +209,8 @@ void Collector::TellTwice(const std::map<std::int64_t, CountedGames>& counts) {
     if (twice > 0 && followed && log.stored.openAtEnd && !games.back()) --twice;
     if (twice > 0) {
       report_.Normal(Log::kParser,
-                     Count(twice, "game") +
-                         " of it stand in another log too, and "
-                         "count once",
+                     Count(twice, "game") + " of it " + (twice == 1 ? "stands" : "stand") +
+                         " in another log too, and " + (twice == 1 ? "counts" : "count") + " once",
                      log.file.name);
     }
   }
@@ -240,16 +239,17 @@ void Collector::KeepNumbers(const std::map<std::int64_t, std::uint32_t>& given,
 }
 
 Collected Collector::Result() {
-  const std::map<std::int64_t, CountedGames> counts = Counting();
-  TellTwice(counts);
+  const std::map<std::int64_t, CountedGames> counting = Counting();
+  TellTwice(counting);
   Collected collected;
   std::map<std::int64_t, std::uint32_t> given;
   GameNumbers numbers(database_ != nullptr ? database_->LastNumber() : 0);
   for (const std::int64_t id : ReadingOrder()) {
     std::vector<Game> games = GamesIn(id, collected.vocabulary);
-    const CountedGames& counted = counts.at(id);
+    const CountedGames& counted = counting.at(id);
     for (std::size_t i = 0; i < games.size(); ++i) {
-      if (i < counted.counts.size() && !counted.counts[i]) continue;
+      const bool counts = i >= counted.counts.size() || counted.counts[i];
+      if (!counts || games[i].entrants.empty()) continue;
       if (numbers.Give(games[i]) && i < counted.ids.size()) given[counted.ids[i]] = games[i].number;
       collected.games.push_back(std::move(games[i]));
     }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "morvane/store/collect.h"
@@ -46,12 +47,17 @@ class Collector {
 
  private:
   using Kind = OpenLog::Kind;
+  /// Whether it is a link, whether its path is new, and its place in the list.
+  using Rank = std::tuple<bool, bool, std::ptrdiff_t>;
 
   // Which log is which: recognition.cpp.
   void Recognize();
+  Rank RankOf(const OpenLog& log) const;
   bool IsUntouched(const OpenLog& log) const;
   bool IsInPlace(OpenLog& log, const StoredPath& path);
   void FindElsewhere(std::size_t index, bool whole);
+  bool HasMoved(const StoredPath& path) const;
+  bool IsEvident(std::int64_t id) const;
   bool HasGrown(std::int64_t id) const;
   bool IsNamed(std::int64_t id) const;
   bool BeginsWith(const OpenLog& log, const StoredLog& stored) const;
@@ -71,6 +77,10 @@ class Collector {
 
   // What they go on with: following.cpp.
   void Follow(std::size_t index);
+  std::vector<GameMark> OwnMarks(const OpenLog& log);
+  std::vector<GameMark> MarksOf(std::int64_t id);
+  std::optional<GameMark> GameBefore(const OpenLog& log);
+  bool IsOlder(const OpenLog& log, std::int64_t than);
   std::vector<std::int64_t> LogsBefore(std::size_t index) const;
   std::vector<std::int64_t> LogsBeforeInList(std::size_t index) const;
   std::uint64_t DigestOfRests(const std::vector<std::int64_t>& logs);

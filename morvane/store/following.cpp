@@ -6,19 +6,70 @@
 #include "morvane/store/collector.h"
 #include "morvane/store/continuation.h"
 #include "morvane/store/digest.h"
+#include "morvane/store/recurrence.h"
 
 namespace morvane {
 
-/// Looks for the log whose open game this one goes on with.
+/// Looks for the log whose open game this one goes on with. Where its games stand in another log
+/// too, that one tells how the game ends that this one begins in.
 void Collector::Follow(std::size_t index) {
-  if (logs_[index].stored.head < 0) return;
+  OpenLog& log = logs_[index];
+  if (log.stored.head < 0) return;
+  const std::optional<GameMark> known = log.stored.head > 0 ? GameBefore(log) : std::nullopt;
   const std::vector<std::int64_t> candidates = LogsBefore(index);
   for (const std::int64_t before : candidates) {
-    if (std::optional<FrontGames> front = FrontOf(logs_[index], before)) {
-      return GoOnWith(logs_[index], before, std::move(*front));
-    }
+    std::optional<FrontGames> front = FrontOf(log, before);
+    if (!front || IsOlder(log, before)) continue;
+    if (known && !front->marks.empty() && !IsSameGame(front->marks.back(), *known)) continue;
+    return GoOnWith(log, before, std::move(*front));
   }
-  logs_[index].stored.goesOnRest = DigestOfRests(candidates);
+  if (known) {
+    log.stored.head = -1;
+  } else {
+    log.stored.goesOnRest = DigestOfRests(candidates);
+  }
+}
+
+/// The games that begin in a log itself.
+std::vector<GameMark> Collector::OwnMarks(const OpenLog& log) {
+  if (log.kind == Kind::kNew) return log.marks;
+  std::vector<GameMark> marks = MarksOf(log.stored.id);
+  if (log.stored.goesOnWith != 0 && !marks.empty()) marks.erase(marks.begin());
+  return marks;
+}
+
+std::vector<GameMark> Collector::MarksOf(std::int64_t id) {
+  if (database_ != nullptr) return database_->GamesOf(id).marks;
+  const auto log = std::ranges::find_if(
+      logs_, [&](const OpenLog& open) { return open.kind != Kind::kTwin && open.stored.id == id; });
+  return log != logs_.end() ? log->marks : std::vector<GameMark>();
+}
+
+/// The game of another log in which one begins, see FindGameBefore. An empty mark where that one
+/// begins in it too, and it is known which it is.
+std::optional<GameMark> Collector::GameBefore(const OpenLog& log) {
+  std::vector<std::vector<GameMark>> others;
+  for (const auto& [id, stored] : stored_) {
+    if (id == log.stored.id) continue;
+    others.push_back(MarksOf(id));
+    const bool isKnown = stored.goesOnWith != 0 || stored.head < 0;
+    if (isKnown) others.back().insert(others.back().begin(), GameMark());
+  }
+  for (const OpenLog& other : logs_) {
+    const bool isUnsettled = other.kind == Kind::kNew && other.stored.id == 0;
+    if (isUnsettled && &other != &log) others.push_back(other.marks);
+  }
+  return FindGameBefore(OwnMarks(log), others);
+}
+
+/// Whether a log begins before another one ends: they share games, or it does so with one that the
+/// other goes on with.
+bool Collector::IsOlder(const OpenLog& log, std::int64_t than) {
+  const std::vector<GameMark> own = OwnMarks(log);
+  for (std::int64_t id = than; id != 0; id = stored_[id].goesOnWith) {
+    if (!FindRecurring(MarksOf(id), own).empty()) return true;
+  }
+  return false;
 }
 
 /// Of what is unfinished in logs: a log that was held against it need not be once more.
@@ -33,18 +84,17 @@ std::uint64_t Collector::DigestOfRests(const std::vector<std::int64_t>& logs) {
 }
 
 /// The logs with which one may go on: that of which it took the place, and that before it in the
-/// list.
+/// list. What it goes on with already stays so, unless a log has come between them in the list that
+/// goes on with the same.
 std::vector<std::int64_t> Collector::LogsBefore(std::size_t index) const {
   const StoredLog& log = logs_[index].stored;
-  std::vector<std::int64_t> before;
-  if (log.inPlaceOf != 0) before.push_back(log.inPlaceOf);
-  // What it goes on with stays so, unless a log comes between them in the list.
-  const bool free =
-      log.goesOnWith == 0 ||
-      (log.goesOnWith != log.inPlaceOf &&
-       std::any_of(logs_.begin(), logs_.begin() + static_cast<std::ptrdiff_t>(index),
-                   [&](const OpenLog& other) { return other.stored.id == log.goesOnWith; }));
-  if (free) std::ranges::copy(LogsBeforeInList(index), std::back_inserter(before));
+  std::vector<std::int64_t> before = LogsBeforeInList(index);
+  if (log.goesOnWith != 0) {
+    std::erase_if(before,
+                  [&](std::int64_t id) { return stored_.at(id).goesOnWith != log.goesOnWith; });
+    before.push_back(log.goesOnWith);
+  }
+  if (log.inPlaceOf != 0) before.insert(before.begin(), log.inPlaceOf);
   std::erase_if(before, [&](std::int64_t id) { return IsFollowed(id, index); });
   return before;
 }

@@ -75,7 +75,8 @@ GameMark MarkGame(std::string_view text, const Game& game, bool open, const Voca
   }
   if (!game.events.empty()) mark.facts = TextDigest(FactsOf(game, words));
   mark.kills = game.kills;
-  mark.size = static_cast<std::uint32_t>(text.size());
+  mark.size = static_cast<std::uint32_t>(text.size() -
+                                         static_cast<std::size_t>(std::ranges::count(text, '\r')));
   mark.open = open;
   SetKills(mark, text, game.timed);
   return mark;

@@ -18,7 +18,7 @@ struct GameMark {
   std::uint64_t facts = 0;      ///< of its map, type and kills, to find games without `digest`
   std::uint32_t weight = 0;     ///< how much it proves to meet it again, see kEvidence
   std::uint32_t kills = 0;
-  std::uint32_t size = 0;  ///< of its lines, in bytes
+  std::uint32_t size = 0;  ///< of its lines, in bytes without carriage returns
   bool open = false;       ///< it was not over where its log ended
 };
 

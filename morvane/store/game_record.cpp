@@ -160,23 +160,30 @@ void WalkGame(Stream& stream, Game& game, int version) {
   }
 }
 
-bool HasValidIndices(const Game& game, std::size_t weapons, std::size_t items) {
+/// Whether a number is one that a game can have; far greater ones would not stand being added up.
+bool IsPossible(std::int64_t number) {
+  constexpr std::int64_t kMost = std::int64_t{1} << 40;
+  return number > -kMost && number < kMost;
+}
+
+bool IsSound(const Game& game, std::size_t weapons, std::size_t items) {
   const std::size_t count = game.entrants.size();
   const auto isEntrant = [&](std::size_t index) { return index < count; };
   const auto isRival = [&](const Rival& rival) {
     return rival.index == kNobody || isEntrant(rival.index);
   };
   const auto isLeader = [&](const LeadChange& change) {
-    return change.leader == kNobody || (game.teams ? change.leader <= 3 : isEntrant(change.leader));
+    const bool isOne = game.teams ? change.leader <= 3 : isEntrant(change.leader);
+    return (change.leader == kNobody || isOne) && IsPossible(change.score);
   };
   const auto isFine = [&](const Entrant& entrant) {
     const Figures& f = entrant.figures;
     return entrant.place >= 1 && entrant.place <= count && entrant.team <= Team::kSpectator &&
-           isRival(f.nemesis) && isRival(f.favouriteVictim) &&
+           IsPossible(f.score) && isRival(f.nemesis) && isRival(f.favouriteVictim) &&
            std::ranges::all_of(f.weapons, [&](const auto& use) { return use.weapon < weapons; }) &&
            std::ranges::all_of(f.itemCounts, [&](const auto& i) { return i.item < items; });
   };
-  return game.dated <= Dated::kKnown && game.winningTeam <= Team::kBlue &&
+  return game.dated <= Dated::kKnown && IsPossible(game.start) && game.winningTeam <= Team::kBlue &&
          std::ranges::all_of(game.entrants, isFine) && std::ranges::all_of(game.lead, isLeader) &&
          std::ranges::all_of(
              game.pairs,
@@ -226,7 +233,7 @@ bool UnpackGame(std::string_view bytes, int version, std::size_t weapons, std::s
   game = {};
   WalkGame(reader, game, version);
   if (version < 3) Complete(game);
-  return reader.IsWhole() && HasValidIndices(game, weapons, items);
+  return reader.IsWhole() && IsSound(game, weapons, items);
 }
 
 }  // namespace morvane

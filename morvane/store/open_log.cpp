@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <filesystem>
 #include <iterator>
+#include <system_error>
 #include <unordered_set>
 #include <utility>
 
@@ -73,6 +75,8 @@ std::vector<OpenLog> OpenLogs(const std::vector<LogFile>& files,
     } else {
       OpenLog& log = logs.emplace_back();
       log.file = file;
+      std::error_code ignored;
+      log.isLink = std::filesystem::is_symlink(file.path, ignored);
       log.text = LogText(file.path, log.problem);
     }
   }
@@ -188,7 +192,12 @@ void Tell(const OpenLog& log, Report& report) {
                 Count(parsed.lines, "line") + " read, " + Count(parsed.skipped, "line") +
                     " skipped: " + Count(parsed.games.size(), "game") + ", " + Count(kills, "kill"),
                 log.file.name);
-  if (parsed.games.empty() && log.begin == 0) {
+  if (parsed.emptyGames > 0) {
+    report.Normal(Log::kParser,
+                  Count(parsed.emptyGames, "game") + " in which nobody played left out",
+                  log.file.name);
+  }
+  if (!parsed.hasGame && log.begin == 0) {
     report.Severe(Log::kParser, "holds no game: no line \"InitGame:\" in it", log.file.name);
   }
 }

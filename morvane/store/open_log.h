@@ -25,6 +25,7 @@ struct OpenLog {
   };
 
   LogFile file;
+  bool isLink = false;          ///< a symbolic link
   mutable std::string problem;  ///< why it cannot be read; empty for one that can
   mutable LogText text;
   Kind kind = Kind::kNew;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <numeric>
 
 #include "morvane/store/collector.h"
 #include "morvane/store/digest.h"
@@ -7,15 +8,23 @@ namespace morvane {
 
 /// A log is known by its bytes: first those that are where they were, then those that moved.
 void Collector::Recognize() {
-  std::vector<std::size_t> rest;
-  for (std::size_t i = 0; i < logs_.size(); ++i) {
+  std::vector<std::size_t> order(logs_.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::ranges::stable_sort(order, {}, [&](std::size_t i) { return RankOf(logs_[i]); });
+  std::erase_if(order, [&](std::size_t i) {
     const auto path = paths_.find(logs_[i].file.path);
-    if (path == paths_.end() || !IsInPlace(logs_[i], path->second)) rest.push_back(i);
-  }
-  for (const std::size_t i : rest) FindElsewhere(i, true);
-  for (const std::size_t i : rest) {
+    return path != paths_.end() && IsInPlace(logs_[i], path->second);
+  });
+  for (const std::size_t i : order) FindElsewhere(i, true);
+  for (const std::size_t i : order) {
     if (logs_[i].kind == Kind::kNew) FindElsewhere(i, false);
   }
+}
+
+/// Which of several logs with the same bytes is the log, and the others are its twins: that of the
+/// lowest rank.
+Collector::Rank Collector::RankOf(const OpenLog& log) const {
+  return {log.isLink, !paths_.contains(log.file.path), &log - logs_.data()};
 }
 
 /// Whether a file is the one that was read, of a log of which nothing has to be read again.
@@ -54,9 +63,18 @@ bool Collector::IsInPlace(OpenLog& log, const StoredPath& path) {
     const bool isAll = other.size == static_cast<std::int64_t>(log.Bytes().size());
     return DisplacedBy(other) || (isAll && !IsNamed(other.id));
   });
-  if (isAnother) return false;  // names were passed on
+  if (isAnother || HasMoved(path)) return false;  // names were passed on
   TakeAs(log, stored);
   return true;
+}
+
+/// Whether a log of which nothing proves that it has grown stands under a new name, as it was.
+bool Collector::HasMoved(const StoredPath& path) const {
+  return !IsEvident(path.log) && std::ranges::any_of(logs_, [&](const OpenLog& log) {
+    return log.text.LastChange() == path.changed && !IsUntouched(log) &&
+           static_cast<std::int64_t>(log.text.FileSize()) == path.size &&
+           BeginsWith(log, stored_.at(path.log));
+  });
 }
 
 bool Collector::BeginsWith(const OpenLog& log, const StoredLog& stored) const {
@@ -66,6 +84,13 @@ bool Collector::BeginsWith(const OpenLog& log, const StoredLog& stored) const {
     return false;
   }
   return Digest(bytes.substr(0, static_cast<std::size_t>(stored.size))) == stored.digest;
+}
+
+/// Whether no two logs hold the games of a stored one by chance.
+bool Collector::IsEvident(std::int64_t id) const {
+  std::uint32_t weight = 0;
+  for (const GameMark& mark : database_->GamesOf(id).marks) weight += mark.weight;
+  return weight >= kEvidence;
 }
 
 /// Whether a file of this run holds more than all of a stored log.
@@ -101,13 +126,11 @@ void Collector::TakeAs(OpenLog& log, const StoredLog& stored) {
   log.linesBefore = static_cast<std::size_t>(stored.resumeLine);
 }
 
-/// The log before in the list, or one further on that is known, with the same bytes.
+/// The log of which one is the twin, of those of a lower rank.
 OpenLog* Collector::TwinOf(const OpenLog& log) {
   for (OpenLog& other : logs_) {
-    if (&other == &log) break;
-    if (other.kind == Kind::kTwin || other.Size() == 0 || other.Size() != log.Size()) {
-      continue;
-    }
+    if (other.kind == Kind::kTwin || other.Size() == 0 || other.Size() != log.Size()) continue;
+    if (RankOf(other) >= RankOf(log)) continue;
     if (other.digest == 0) other.digest = Digest(other.Bytes());
     if (log.digest != 0 && other.digest == log.digest) return &other;
   }
@@ -129,7 +152,9 @@ void Collector::FindElsewhere(std::size_t index, bool whole) {
     if (best != nullptr && stored.size <= best->size) continue;
     const bool isAll = stored.size == static_cast<std::int64_t>(log.Bytes().size());
     if (isAll != whole || !BeginsWith(log, stored)) continue;
-    if (isAll || (!HasGrown(id) && MayHaveMoved(stored, index))) best = &stored;
+    // A few lines of an empty server that recur while their own log grows are those of a new log.
+    const bool isIt = HasGrown(id) ? isAll && IsEvident(id) : isAll || MayHaveMoved(stored, index);
+    if (isIt) best = &stored;
   }
   if (best != nullptr) TakeAs(log, *best);
 }
@@ -139,11 +164,8 @@ void Collector::FindElsewhere(std::size_t index, bool whole) {
 /// same few lines of an empty server may begin many logs: then it is the one that stands nearest to
 /// that place in the list, as a rotated log does.
 bool Collector::MayHaveMoved(const StoredLog& stored, std::size_t to) {
-  const std::vector<GameMark> marks = database_->GamesOf(stored.id).marks;
-  if (marks.empty()) return false;  // nothing of it would count twice
-  std::uint32_t weight = 0;
-  for (const GameMark& mark : marks) weight += mark.weight;
-  if (weight >= kEvidence) return true;
+  if (database_->GamesOf(stored.id).ids.empty()) return false;  // nothing would count twice
+  if (IsEvident(stored.id)) return true;
   const std::optional<std::size_t> place = DisplacedBy(stored);
   if (!place || found_.contains(stored.id)) return false;
   const auto distance = [&](std::size_t from) {

@@ -137,7 +137,7 @@ std::vector<Run> LongestChain(std::vector<Run> runs) {
 /// Whether of two games that are one the later log's counts.
 bool IsBetter(const GameMark& later, const GameMark& earlier) {
   const auto worth = [](const GameMark& mark) {
-    return mark.open ? std::tuple(false, mark.kills, mark.size) : std::tuple(true, 0U, 0U);
+    return mark.open ? std::tuple(false, mark.size, mark.kills) : std::tuple(true, 0U, 0U);
   };
   return worth(later) > worth(earlier);
 }
@@ -219,6 +219,16 @@ std::vector<SamePair> FindRecurring(const std::vector<GameMark>& stored,
     for (std::size_t i = 0; i < run.length; ++i) pairs.push_back({run.left + i, run.right + i});
   }
   return pairs;
+}
+
+std::optional<GameMark> FindGameBefore(const std::vector<GameMark>& games,
+                                       const std::vector<std::vector<GameMark>>& others) {
+  GameIndex index;
+  for (const std::vector<GameMark>& other : others) index.Add(other);
+  for (const Run& run : index.RunsOf(games)) {
+    if (run.left == 0 && run.right > 0) return others[run.log][run.right - 1];
+  }
+  return std::nullopt;
 }
 
 Once CountOnce(const std::vector<MarkedLog>& logs) { return OnceCounter(logs).Count(); }

@@ -22,6 +22,11 @@ struct SamePair {
 std::vector<SamePair> FindRecurring(const std::vector<GameMark>& stored,
                                     const std::vector<GameMark>& read);
 
+/// Where the first of `games`, and as many after it as are evidence, recur inside one of `others`:
+/// the game that stands before it there. Nothing where they do not, or begin that one too.
+std::optional<GameMark> FindGameBefore(const std::vector<GameMark>& games,
+                                       const std::vector<std::vector<GameMark>>& others);
+
 /// The games of a log, for counting.
 struct MarkedLog {
   std::vector<GameMark> games;

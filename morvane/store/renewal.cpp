@@ -52,10 +52,8 @@ void Collector::SettleNew(std::size_t index) {
     if (path != paths_.end() && path->second.size >= 0) log.stored.inPlaceOf = path->second.log;
     const StoredGames known =
         path != paths_.end() ? database_->GamesOf(path->second.log) : StoredGames();
-    if (!FindRecurring(known.marks, log.marks).empty()) {
-      log.stored.head = -1;  // the same log, shortened, of which a copy is left
-      KeepAllKnown(log, known);
-    }
+    // The same log, shortened, of which a copy is left.
+    if (!FindRecurring(known.marks, log.marks).empty()) KeepAllKnown(log, known);
   }
   if (const std::int64_t moved = RotatedFrom(index); moved != 0 && path != paths_.end()) {
     log.stored.inPlaceOf = moved;
@@ -65,12 +63,15 @@ void Collector::SettleNew(std::size_t index) {
 }
 
 /// The log that stood at the path of a new one since the last run, and was rotated: it is new,
-/// and bears the name with something behind it. 0: none.
+/// not one that was edited where it stood, and bears the name with something behind it. 0: none.
 std::int64_t Collector::RotatedFrom(std::size_t index) const {
   for (std::size_t i = index; i-- > 0;) {
-    if (logs_[i].kind == Kind::kTwin) continue;
-    const bool isNew = logs_[i].kind == Kind::kNew;
-    return isNew && logs_[i].file.path.starts_with(logs_[index].file.path) ? logs_[i].stored.id : 0;
+    const OpenLog& log = logs_[i];
+    if (log.kind == Kind::kTwin) continue;
+    const auto path = paths_.find(log.file.path);
+    const bool wasThere = path != paths_.end() && path->second.log == log.stored.id;
+    const bool isNew = log.kind == Kind::kNew && !wasThere;
+    return isNew && log.file.path.starts_with(logs_[index].file.path) ? log.stored.id : 0;
   }
   return 0;
 }
@@ -131,12 +132,19 @@ void Collector::Refollow(std::size_t index) {
     rest = RestOf(candidate);
     if (candidate == log.stored.goesOnWith && Digest(rest) == log.stored.goesOnRest) return;
     if (!GoesOn(rest, log.Bytes(), static_cast<std::size_t>(log.stored.head))) continue;
+    if (IsOlder(log, candidate)) continue;
     before = candidate;
     break;
   }
   if (before == 0) {
     if (!alone || log.stored.goesOnRest == unfinished) return;
     log.stored.goesOnRest = unfinished;
+    stored_[log.stored.id] = log.stored;
+    return database_->UpdateLog(log.stored);
+  }
+  if (before != log.stored.goesOnWith && GameBefore(log)) {
+    if (!alone) return;
+    log.stored.head = -1;
     stored_[log.stored.id] = log.stored;
     return database_->UpdateLog(log.stored);
   }

@@ -1,10 +1,12 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTreeWidget>
 
 #include "tests/support/editor_test.h"
 #include "ui/controls.h"
@@ -78,6 +80,18 @@ TEST_F(Captions, OfTheTabsFitOneRow) {
     right = bar.tabRect(tab).right() + 1;
   }
   EXPECT_EQ(right, 470);
+}
+
+TEST_F(Captions, OfRowsBeginBelowTheirHeaders) {
+  WriteFile("morvane.cfg", "[USER VARS]\ntitle=Friday\n[KILL TABLES]\nhilite_levels=1\n");
+  const app::frmMain& window = OpenWindow();
+  for (const char* name : {"lvwUserVars", "lvwHiliteLevels"}) {
+    const auto& view = Control<QTreeWidget>(window, name);
+    ASSERT_EQ(view.topLevelItemCount(), 1) << name;
+    EXPECT_EQ(view.visualRect(view.model()->index(0, 0)).left(),
+              view.header()->sectionViewportPosition(0))
+        << name;
+  }
 }
 
 }  // namespace

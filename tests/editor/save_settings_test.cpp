@@ -343,6 +343,7 @@ TEST_F(Save, KilledAtAnyMomentTheFileIsWhole) {
   }
   EXPECT_GT(met[0], 0);
   EXPECT_GT(met[1], 0);
+  Box("txtTimeFormat").setText("%c");  // a save that changes nothing replaces nothing
   EXPECT_EQ(SaveSettings(Window(), Window().Ini(), [] {}).failure, "");
   EXPECT_EQ(HiddenFiles(Directory()), "") << "the next save takes away what is left";
 }
@@ -404,6 +405,7 @@ TEST_F(Save, OfTwoEditorsAtOnceEachSavesWhole) {
       other.WaitForSaves(1);
     }
   }
+  Box("txtTimeFormat").setText("%c");  // a save that changes nothing replaces nothing
   EXPECT_EQ(SaveSettings(Window(), Window().Ini(), [] {}).failure, "");
   EXPECT_EQ(HiddenFiles(Directory()), "");
 }

@@ -1,6 +1,7 @@
 // A template: read, checked, rendered.
 
 #include <algorithm>
+#include <optional>
 #include <string>
 
 #include "morvane/site/template.h"
@@ -40,11 +41,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   const std::string_view text = fuzz::Text(bytes, size);
   scratch.Write(text);
   morvane::TemplateSource source;
-  morvane::TemplateFault fault;
+  std::optional<morvane::TemplateFault> fault = source.Read(scratch.Folder(), "page");
   morvane::Template page;
-  if (!source.Read(scratch.Folder(), "page", fault) || !page.Parse(source, "page", fault)) {
+  if (!fault) fault = page.Parse(source, "page");
+  if (fault) {
     const auto lines = std::count(text.begin(), text.end(), '\n') + 1;
-    fuzz::Require(!fault.text.empty() && fault.line >= 0 && fault.line <= lines,
+    fuzz::Require(!fault->text.empty() && fault->line >= 0 && fault->line <= lines,
                   "a fault has a place");
     return 0;
   }

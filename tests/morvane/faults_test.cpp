@@ -233,6 +233,7 @@ TEST_F(FaultsTest, KilledAtEachOfItsCallsARunLeavesWholePages) {
     ExpectCompletes(what);
   }
   EXPECT_GT(number, 50);
+  RecordProperty("calls", number);
 }
 
 TEST_F(FaultsTest, KilledAtAnyMomentARunLeavesWholePages) {

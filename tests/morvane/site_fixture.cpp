@@ -1,5 +1,7 @@
 #include "tests/morvane/site_fixture.h"
 
+#include <regex>
+
 #include "config/modIni.h"
 #include "morvane/run.h"
 #include "morvane/site/page_list.h"
@@ -42,6 +44,16 @@ std::string CaptureTheFlag() {
 /// Of a bot, too.
 std::string OneDuel(int kills) {
   return Init() + Join(0, "^1Red^7Baron") + JoinBot(1, "Visor") + Kills(kills, 0, 1) + kShutdown;
+}
+
+/// What the links of a page lead to, without those within it.
+std::vector<std::string> LinksOf(const std::string& page) {
+  static const std::regex kLink(R"re((?:href|src)="([^"]*)")re");
+  std::vector<std::string> links;
+  for (std::sregex_iterator at(page.begin(), page.end(), kLink), end; at != end; ++at) {
+    if (!(*at)[1].str().starts_with("#")) links.push_back((*at)[1]);
+  }
+  return links;
 }
 
 }  // namespace
@@ -115,6 +127,32 @@ std::string OneGame(const std::vector<std::string>& names) {
   for (std::size_t i = 0; i < names.size(); ++i) log += Join(static_cast<int>(i), names[i]);
   for (int i = 1; i < static_cast<int>(names.size()); ++i) log += Kills(i, 0, i);
   return log + kShutdown;
+}
+
+std::string DatedDuel(std::int64_t start, std::string_view winner, std::string_view loser,
+                      int kills) {
+  return Init() + ServerTime(start) + Join(0, winner) + Join(1, loser) + Kills(kills, 0, 1) +
+         kShutdown;
+}
+
+std::string Weekend() {
+  return DatedDuel(kFriday - 60 * kDay, "Ann", "Bob", 10) + DatedDuel(kFriday, "Ann", "Bob", 4) +
+         DatedDuel(kFriday + 600, "Bob", "Ann", 2) + DatedDuel(kFriday + kDay, "Bob", "Ann", 15) +
+         DatedDuel(kFriday + kDay + 600, "Cid", "Ann", 3);
+}
+
+std::string CaseLog() {
+  return OneGame({"^4Boss", "^3One", "Two", "Three"}) + Duel("Two", "^4Boss", 1);
+}
+
+void ExpectLinksResolve(const SiteRun& site) {
+  const std::map<std::string, std::string> pages = site.Pages();
+  for (const auto& [name, text] : pages) {
+    if (!name.ends_with(".html")) continue;
+    for (const std::string& link : LinksOf(text)) {
+      EXPECT_EQ(pages.count(link), 1U) << name << " leads to " << link;
+    }
+  }
 }
 
 std::size_t Count(std::string_view text, std::string_view part) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -65,6 +66,23 @@ std::string Turnaround();
 
 /// A log of one game: the first of `names` kills the others, one kill more than the one before.
 std::string OneGame(const std::vector<std::string>& names);
+
+inline constexpr std::int64_t kFriday = 1772820000;  // of March 2026, in the evening
+inline constexpr std::int64_t kDay = 24 * 3600;
+
+/// A game of a known date.
+std::string DatedDuel(std::int64_t start, std::string_view winner, std::string_view loser,
+                      int kills);
+
+/// Long ago Ann leads Bob; then a Friday evening, and a Saturday on which Bob overtakes her and Cid
+/// comes.
+std::string Weekend();
+
+/// A small log: a boss, whom one of three has beaten.
+std::string CaseLog();
+
+/// Fails for each link of the pages that leads to no file of the site.
+void ExpectLinksResolve(const SiteRun& site);
 
 /// How often a text stands in another.
 std::size_t Count(std::string_view text, std::string_view part);

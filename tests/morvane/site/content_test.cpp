@@ -100,35 +100,17 @@ TEST(PlayerPage, LeavesNoTraceOfWhoIsLeftOut) {
   EXPECT_EQ(Count(ann, "<th scope=\"row\">Rocket</th><td>0</td>"), 0U);
 }
 
-constexpr std::int64_t kFriday = 1772820000;  // of March 2026, in the evening
-constexpr std::int64_t kDay = 24 * 3600;
-
-/// A game of a known date.
-std::string DatedDuel(std::int64_t start, std::string_view winner, std::string_view loser,
-                      int kills) {
-  return Init() + ServerTime(start) + Join(0, winner) + Join(1, loser) + Kills(kills, 0, 1) +
-         kShutdown;
-}
-
-/// Long ago Ann leads Bob; then a Friday evening, and a Saturday on which Bob overtakes her and Cid
-/// comes.
-std::string Weekend() {
-  return DatedDuel(kFriday - 60 * kDay, "Ann", "Bob", 10) + DatedDuel(kFriday, "Ann", "Bob", 4) +
-         DatedDuel(kFriday + 600, "Bob", "Ann", 2) + DatedDuel(kFriday + kDay, "Bob", "Ann", 15) +
-         DatedDuel(kFriday + kDay + 600, "Cid", "Ann", 3);
-}
-
 TEST(Overview, TellsTheLastEvening) {
   SiteRun site;
   site.Log(Weekend());
   ASSERT_EQ(site.Run(), 0);
   const std::string page = site.Page("stats.html");
-  EXPECT_EQ(Count(page, "<p class=\"lede\">Up to game 5, "), 1U);
+  EXPECT_EQ(Count(page, "<p class=\"lede\">Up to <a href=\"game_5.html\">Game 5</a>, "), 1U);
   EXPECT_EQ(Count(page, "<h2>The last evening</h2>"), 1U);
-  EXPECT_EQ(Count(page, "2 games, 3 players, 18 kills."), 1U);
+  EXPECT_EQ(Count(page, "Games: 2, players: 3, kills: 18, from "), 1U);
   EXPECT_EQ(Count(page, "New: <span class=\"item\"><a href=\"player_cid.html\">"), 1U);
   EXPECT_EQ(Count(page, "<bdi>Bob</bdi></a> 1 to rank 1</span>"), 1U);
-  EXPECT_EQ(Count(page, "1 games, 1 won, 15 kills</span> <strong>15 points</strong>"), 1U);
+  EXPECT_EQ(Count(page, "1 played, 1 won, 15 kills</span> <strong>15 points</strong>"), 1U);
   EXPECT_EQ(Count(page, "<td class=\"h4\">2</td>"), 2U) << "Friday and Saturday";
   EXPECT_EQ(Count(page, "<ul class=\"cards\">"), 1U);
   EXPECT_EQ(Count(page, "<h3><a href=\"game_5.html\">Game 5</a> on "), 1U);
@@ -140,7 +122,8 @@ TEST(Overview, WithoutDatesSpeaksOfGames) {
   for (int i = 0; i < 30; ++i) log += Duel(i < 5 ? "Ann" : "Bob", "Cid", 1);
   site.Log(log);
   ASSERT_EQ(site.Run(), 0);
-  EXPECT_EQ(Count(site.Page("stats.html"), "<h2>The last games</h2>\n<p>20 games, 2 players"), 1U);
+  EXPECT_EQ(Count(site.Page("stats.html"), "<h2>The last games</h2>\n<p>Games: 20, players: 2"),
+            1U);
   EXPECT_EQ(Count(site.Page("playerrank.html"), ">Last 20 games</label>"), 1U);
 }
 

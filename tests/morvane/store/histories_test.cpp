@@ -18,11 +18,14 @@
 //   of a torn "InitGame:" belongs to no game: a log after another one begins with three whole
 //   lines.
 // - An edited file stands under the name that the last run found it by, and no copy keeps its old
-//   form. A game that goes on in a log that is not listed, or has lost
-//   its front, is not edited.
+//   form; nor does the database, where it was shortened under a name that no run had found it by. A
+//   game that goes on in a log that is not listed, or has lost its front, is not edited.
 // - Where a log goes on in mid-game with one of another name, that one stands before it in the list
 //   when a run first reads it.
-// - A copy that falls behind its log begins with a game, and holds one that can be known again.
+// - A log that is no longer listed is not the beginning, byte for byte, of the next one.
+// - A copy holds a game that can be known again, behind its first line. It stands before its log in
+// the list only when the
+//   database knows that one's name.
 // - Without the database there is no more than the files that are listed.
 //
 // MORVANE_HISTORIES=first,count plays other histories than the usual ones.
@@ -32,7 +35,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <map>
 #include <random>
 #include <set>
@@ -43,13 +45,13 @@
 #include "morvane/statistics/figures.h"
 #include "morvane/store/collect.h"
 #include "morvane/store/game_record.h"
+#include "tests/morvane/store/history_model.h"
 #include "tests/morvane/test_support.h"
 
 namespace morvane {
 namespace {
 
 namespace fs = std::filesystem;
-using Random = std::mt19937;
 
 /// Keeps what is said, for the story of a history that fails.
 class Listener : public Report {
@@ -63,160 +65,6 @@ class Listener : public Report {
   std::string said;
   bool severe = false;
 };
-
-std::size_t Pick(Random& random, std::size_t below) { return below == 0 ? 0 : random() % below; }
-
-bool Chance(Random& random, unsigned percent) { return random() % 100 < percent; }
-
-/// Plays one server's games, one line after the other.
-class Play {
- public:
-  Play(Random& random, std::string name) : random_(random), name_(std::move(name)) {
-    timed_ = !Chance(random, 20);
-  }
-
-  std::string Game() {
-    seconds_ = 0;
-    const int type = Chance(random_, 15) ? 3 : 0;
-    std::string text = Line(std::string(60, '-'));
-    text += Line("InitGame: \\g_gametype\\" + std::to_string(type) + "\\mapname\\q3dm" +
-                 std::to_string(Pick(random_, 3)));
-    const std::size_t players = Pick(random_, 3) + 1;
-    for (std::size_t slot = 0; slot < players; ++slot) text += Enter(slot);
-    for (std::size_t kills = Kills(); kills > 0; --kills) text += Event(players);
-    if (Chance(random_, 50)) {
-      text += Line("Exit: Fraglimit hit.");
-      if (players > 1) text += Line("score: 7  ping: 1  client: 1 x");
-    }
-    if (Chance(random_, 80)) {
-      text += Line("ShutdownGame:");
-      text += Line(std::string(60, '-'));
-    }
-    return text;
-  }
-
- private:
-  std::size_t Kills() {
-    if (Chance(random_, 35)) return Pick(random_, 3);
-    return timed_ ? 3 + Pick(random_, 6) : 40 + Pick(random_, 10);
-  }
-  std::string Line(const std::string& text) {
-    if (!timed_) return text + "\n";
-    seconds_ += Pick(random_, 20);
-    const std::string number = std::to_string(seconds_ / 60);
-    const std::string rest = std::to_string(seconds_ % 60);
-    return std::string(3 - number.size(), ' ') + number + ":" + (rest.size() < 2 ? "0" : "") +
-           rest + " " + text + "\n";
-  }
-  std::string Enter(std::size_t slot) {
-    const std::string number = std::to_string(slot);
-    const std::string team = std::to_string(slot % 2 + 1);
-    std::string text = Line("ClientConnect: " + number);
-    text += Line("ClientUserinfoChanged: " + number + " n\\" + name_ +
-                 std::to_string(Pick(random_, 4)) + "\\t\\" + team);
-    return text + Line("ClientBegin: " + number);
-  }
-  std::string Event(std::size_t players) {
-    static const char* const kMeans[] = {"RAILGUN", "ROCKET", "PLASMA", "BFG"};
-    const std::string victim = std::to_string(Pick(random_, players));
-    if (Chance(random_, 20)) return Line("Item: " + victim + " item_quad");
-    return Line("Kill: " + std::to_string(Pick(random_, players)) + " " + victim +
-                " 1: x killed y by MOD_" + kMeans[Pick(random_, 4)]);
-  }
-
-  Random& random_;
-  std::string name_;
-  bool timed_;
-  std::size_t seconds_ = 0;
-};
-
-/// A file of a log, as it was rotated.
-struct Piece {
-  std::string written;    // all that was ever written to it
-  std::size_t front = 0;  // so much of it has been cut off the file
-  std::size_t read = 0;   // so much has been seen by a run with the database
-  bool exists = true;
-  bool listed = true;
-  bool known = false;  // by its name, since the last run
-  std::int64_t changed = 0;
-
-  std::string File() const { return written.substr(front); }
-};
-
-enum class Rotation { kByDate, kByRename, kByCopy };
-
-struct Server {
-  std::string base;
-  Rotation rotation = Rotation::kByDate;
-  std::vector<Piece> pieces{1};
-  std::string pending;   // will be written next
-  bool rotated = false;  // since the last run
-
-  Piece& Last() { return pieces.back(); }
-  std::string NameOf(std::size_t piece) const {
-    if (rotation == Rotation::kByDate) return base + "-" + std::to_string(100 + piece) + ".log";
-    const std::size_t age = pieces.size() - 1 - piece;
-    return base + ".log" + (age == 0 ? "" : "." + std::to_string(age));
-  }
-};
-
-/// A file that was copied, and does not change any more; or a second name.
-struct Other {
-  std::string name;
-  std::string bytes;
-  std::string target;  // of a symbolic link; empty: a copy
-  std::int64_t changed = 0;
-};
-
-/// The end of the first game in a text that is known again wherever it stands; 0: none.
-std::size_t EndOfKnownGame(const std::string& text) {
-  const ParsedLog log = ParseLog(text, false);
-  for (std::size_t i = 0; i + (log.openAtEnd ? 1 : 0) < log.games.size(); ++i) {
-    if (log.games[i].kills >= (log.games[i].timed ? 3U : 40U)) {
-      std::size_t varied = 0;
-      std::string last;
-      for (std::size_t at = log.texts[i].begin; at < log.texts[i].end;) {
-        const std::size_t end = text.find('\n', at);
-        const std::string line = text.substr(at, end - at);
-        if (line.find("Kill:") != line.npos && line != last) ++varied, last = line;
-        at = end == text.npos ? text.size() : end + 1;
-      }
-      if (log.games[i].timed || varied >= 30) return log.texts[i].end;
-    }
-  }
-  return 0;
-}
-
-/// Games as texts, without their order and the times that are only reckoned.
-std::vector<std::string> Texts(std::vector<Game> games, const Vocabulary& words,
-                               Vocabulary& common) {
-  Renumber(games, words, common);
-  std::vector<std::string> texts;
-  for (Game& game : games) {
-    game.start = 0;
-    game.dated = Dated::kUnknown;
-    game.events.clear();
-    texts.push_back(PackGame(game));
-  }
-  std::ranges::sort(texts);
-  return texts;
-}
-
-/// The games of one list that the other has not.
-std::string Difference(const std::vector<std::string>& list,
-                       const std::vector<std::string>& other) {
-  std::vector<std::string> only;
-  std::ranges::set_difference(list, other, std::back_inserter(only));
-  std::string text;
-  for (const std::string& record : only) {
-    Game game;
-    UnpackGame(record, kRecordVersion, Names::kMost, Names::kMost, game);
-    text += "\n    " + game.map + ", " + std::to_string(game.length) + " s, " +
-            std::to_string(game.kills) + " kills, " + std::to_string(game.entrants.size()) +
-            " players" + (game.timed ? "" : ", no stamps") + (game.complete ? ", complete" : "");
-  }
-  return text;
-}
 
 class History {
  public:
@@ -283,7 +131,12 @@ class History {
       for (int line = 0; line < 2; ++line) begun = server.pending.find('\n', begun) + 1;
       bytes = std::max(bytes, begun);
     }
-    server.Last().written += server.pending.substr(0, bytes);
+    const std::string written = server.Last().written + server.pending.substr(0, bytes);
+    if (server.pieces.size() > 1) {
+      const Piece& former = server.pieces[server.pieces.size() - 2];
+      if (!former.listed && written.starts_with(former.File())) return;
+    }
+    server.Last().written = written;
     server.pending.erase(0, bytes);
     Write(server, server.pieces.size() - 1);
     Note("grow " + server.base + " by " + std::to_string(bytes));
@@ -340,6 +193,7 @@ class History {
     if (torn && file.substr(cut, whole - cut).find("InitGame:") != file.npos) return;
     if (whole == file.npos || EndOfKnownGame(file.substr(whole + 1)) == 0) return;
     piece.front += cut;
+    piece.split |= !piece.known;
     Write(server, static_cast<std::size_t>(&piece - server.pieces.data()));
     needsRun_ = true;
     Note("shorten " + server.base + " by " + std::to_string(cut));
@@ -348,7 +202,7 @@ class History {
   void Edit(Server& server) {
     Piece& piece = server.pieces[Pick(random_, server.pieces.size())];
     if (needsRun_ || server.rotated || !piece.exists || !piece.listed || !IsRead(piece)) return;
-    if (!piece.known || !others_.empty()) return;
+    if (!piece.known || piece.split || !others_.empty()) return;
     const std::size_t known = EndOfKnownGame(piece.File());
     if (known == 0) return;
     const Piece* next = &piece == &server.Last() ? nullptr : &piece + 1;
@@ -371,25 +225,37 @@ class History {
     Note("edit " + server.base + " at " + std::to_string(begin));
   }
 
+  /// All of a file, or what stands from some byte on that is not within a game's first line.
+  std::string Tail(const std::string& file) {
+    if (Chance(random_, 60)) return file;
+    const std::size_t cut = Pick(random_, file.size() + 1);
+    const std::size_t line = file.substr(0, cut).rfind('\n') + 1;
+    const bool opens =
+        file.substr(line, file.find('\n', cut) - line).find("InitGame:") != file.npos;
+    return opens ? file : file.substr(cut);
+  }
+
   void CopyFile(Server& server) {
     const std::size_t index = Pick(random_, server.pieces.size());
     const Piece& piece = server.pieces[index];
     if (needsRun_ || !piece.exists || !piece.listed) return;
-    const bool begins = piece.front == 0 && (index == 0 || betweenGames_);
-    if (!begins || EndOfKnownGame(piece.File()) == 0) return;
+    const std::string bytes = Tail(piece.File());
+    if (EndOfKnownGame(bytes.substr(bytes.find('\n') + 1)) == 0) return;
     Other& other = others_.emplace_back();
     other.name = "copy" + std::to_string(others_.size()) + ".log";
-    if (Chance(random_, 40)) {
+    other.first = Chance(random_, 30) && piece.known;
+    if (bytes == piece.File() && Chance(random_, 40)) {
       other.target = server.NameOf(index);
       fs::create_symlink(PathOf(other.target), PathOf(other.name));
       others_.back().bytes.clear();
     } else {
-      other.bytes = piece.File();
+      other.bytes = bytes;
       test::WriteFile(PathOf(other.name), other.bytes);
       SetChanged(PathOf(other.name), ++clock_);
     }
     needsRun_ = true;
-    Note("copy " + server.NameOf(index) + (other.target.empty() ? "" : " by a link"));
+    Note("copy " + server.NameOf(index) + (other.target.empty() ? "" : " by a link") + ", " +
+         std::to_string(bytes.size()) + " bytes" + (other.first ? ", first" : ""));
   }
 
   void Swap() {
@@ -478,7 +344,7 @@ class History {
           if (withDatabase) piece.read = piece.written.size();
           if (withDatabase) piece.known = true;
         } else if (!withDatabase) {
-          complete &= betweenGames_ || i + 1 == server.pieces.size();
+          complete &= others_.empty() && (betweenGames_ || i + 1 == server.pieces.size());
         }
         stream +=
             piece.written.substr(0, seen ? piece.written.size() : (withDatabase ? piece.read : 0));
@@ -486,17 +352,23 @@ class History {
       }
       if (withDatabase) server.rotated = false;
       ParsedLog log = ParseLog(stream, true);
+      std::erase_if(log.games, [](const Game& game) { return game.entrants.empty(); });
       for (std::string& text : Texts(std::move(log.games), log.vocabulary, common)) {
         expected.push_back(std::move(text));
       }
     }
-    for (const Other& other : others_) sources.logs.push_back({other.name, PathOf(other.name)});
+    for (const Other& other : others_) {
+      const auto at = other.first ? sources.logs.begin() : sources.logs.end();
+      sources.logs.insert(at, {other.name, PathOf(other.name)});
+    }
     Listener listener;
     Collected collected = CollectGames(sources, listener);
     if (withDatabase) needsRun_ = false;
     Note(std::string(withDatabase ? "run" : "run without database") + "\n" + listener.said);
     if (listener.severe) return Fail("the database failed");
-    if (!withDatabase && (!complete || !others_.empty())) return true;
+    const bool isApart =
+        std::ranges::any_of(others_, [](const Other& other) { return other.first; });
+    if (!withDatabase && (!complete || isApart)) return true;
     std::ranges::sort(expected);
     const std::size_t found = collected.games.size();
     if (withDatabase && !KeepsKnown(collected)) return Fail("a date or a number changed");

@@ -1,0 +1,323 @@
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include "morvane/store/known_facts.h"
+#include "tests/morvane/store/collect_fixture.h"
+
+namespace morvane {
+namespace {
+
+namespace fs = std::filesystem;
+using test::Duel;
+using test::Init;
+using test::Join;
+using test::Kill;
+using test::Kills;
+using test::kShutdown;
+
+TEST_F(CollectTest, AGameThatGoesOnInTheNextLogIsOne) {
+  const std::string all = one_ + two_;
+  for (const bool useDatabase : {false, true}) {
+    for (const std::size_t cut : {one_.size() + 100, one_.size() + 200, one_.size() + 400}) {
+      fs::remove_all(At("db"));
+      Log("a.log", all.substr(0, cut));
+      Log("b.log", all.substr(cut) + one_.substr(0, 300));
+      const std::vector<Game> games = Collect({"a.log", "b.log"}, useDatabase);
+      ASSERT_EQ(games.size(), 3U) << cut;
+      EXPECT_EQ(games[1].kills, 7U) << cut;
+    }
+  }
+  Collect({"b.log"}, false);
+  EXPECT_TRUE(Said("b.log: ") && Said("before the first \"InitGame:\" left out")) << said_;
+}
+
+TEST_F(CollectTest, TheSameCountsOnceAndIsSaid) {
+  for (const bool useDatabase : {false, true}) {
+    Log("a.log", empty_ + empty_);
+    Log("b.log", empty_ + empty_);
+    EXPECT_EQ(Collect({"a.log", "b.log"}, useDatabase).size(), 2U);
+    EXPECT_TRUE(Said("b.log: holds nothing but what a.log holds; counted once")) << said_;
+    Log("b.log", empty_ + one_ + two_);
+    Log("a.log", one_ + one_);
+    EXPECT_EQ(Collect({"a.log", "b.log"}, useDatabase).size(), useDatabase ? 6U : 4U);
+    EXPECT_TRUE(Said("b.log: 1 game of it stands in another log too")) << said_;
+    fs::remove_all(At("db"));
+  }
+}
+
+TEST_F(CollectTest, AStaleCopyOfAShortenedLogCountsNothingTwice) {
+  Log("a.log", empty_ + one_ + two_);
+  Log("copy.log", empty_ + one_);
+  EXPECT_EQ(Collect({"a.log", "copy.log"}).size(), 3U);
+  Log("a.log", one_ + two_);
+  EXPECT_EQ(Collect({"a.log", "copy.log"}).size(), 3U) << said_;
+}
+
+TEST_F(CollectTest, WhatBeginsInMidGameStaysOutOfTheOpenGameOfAnotherServer) {
+  const std::string own = one_ + two_ + Duel("Dan", "Bob", 9) + Duel("Ann", "Cid", 8);
+  const std::string tail = own.substr(one_.size() + 400);
+  const std::string other = Duel("Eve", "Fay", 5) + Duel("Gus", "Hal", 6).substr(0, 300);
+  for (const bool useDatabase : {false, true}) {
+    fs::remove_all(At("db"));
+    Log("a.log", own);
+    Log("b.log", other);
+    Log("tail.log", tail);
+    const std::vector<Game> games = Collect({"a.log", "b.log", "tail.log"}, useDatabase);
+    ASSERT_EQ(games.size(), 6U) << said_;
+    EXPECT_EQ(games[5].kills, 1U) << "b.log's own: " << said_;
+    EXPECT_FALSE(Said("left out")) << "the whole game is known: " << said_;
+    EXPECT_TRUE(Said("tail.log: 2 games of it stand in another log too")) << said_;
+  }
+}
+
+TEST_F(CollectTest, AnEditedLogIsNotTheOneThatWasRotated) {
+  const std::string third = Duel("Dan", "Bob", 9);
+  Log("a.log", one_ + third);
+  Collect({"a.log"});
+  fs::rename(At("a.log"), At("a.log.2"));
+  Log("a.log", two_.substr(0, 400));
+  Collect({"a.log.2", "a.log"});
+  fs::rename(At("a.log"), At("a.log.1"));
+  Log("a.log", "");
+  Collect({"a.log.2", "a.log.1", "a.log"});
+  std::string edited = one_ + third;
+  edited.erase(edited.rfind("  1:0"),
+               edited.find('\n', edited.rfind("  1:0")) + 1 - edited.rfind("  1:0"));
+  Log("a.log.2", edited);
+  Log("a.log", two_.substr(400));
+  const std::vector<Game> games = Collect({"a.log.2", "a.log"});
+  ASSERT_EQ(games.size(), 3U) << said_;
+  EXPECT_TRUE(Said("a.log.2: has changed") && !Said("left out")) << said_;
+}
+
+TEST_F(CollectTest, OneDateHoldsForAGameAndItsCopies) {
+  Log("a.log", one_ + two_.substr(0, 400));
+  const std::int64_t start = Collect({"a.log"})[1].start;
+  clock_ += 5000;
+  Log("copy.log", empty_ + one_ + two_);
+  const Game game = Collect({"a.log", "copy.log"})[2];
+  EXPECT_EQ(game.kills, 7U) << "the copy's counts: it is over";
+  EXPECT_EQ(game.start, start);
+}
+
+TEST_F(CollectTest, AMovedLogWithoutKillsIsNotDoubled) {
+  Log("a.log", empty_ + empty_);
+  EXPECT_EQ(Collect({"a.log"}).size(), 2U);
+  fs::rename(At("a.log"), At("a.log.1"));
+  Log("a.log", empty_);
+  EXPECT_EQ(Collect({"a.log.1", "a.log"}).size(), 3U);
+  EXPECT_EQ(Collect({"a.log"}).size(), 3U);
+}
+
+TEST_F(CollectTest, ALogThatDiffersAtItsStartHasNotGrown) {
+  Log("a.log", one_ + two_);
+  Collect({"a.log"});
+  Log("a.log", two_ + one_ + Duel("Ann", "Cid", 8));
+  EXPECT_EQ(Collect({"a.log"}).size(), 3U);
+  EXPECT_TRUE(Said("a.log: 51 lines read")) << said_;
+  std::string other = two_ + one_ + Duel("Ann", "Cid", 8) + Duel("Dan", "Bob", 9);
+  other[other.find("Cid")] = 'D';
+  Log("a.log", other);
+  EXPECT_EQ(Collect({"a.log"}).size(), 4U + 1U) << "an edited first game stays in both forms";
+}
+
+TEST_F(CollectTest, ALogThatDiffersFarBehindItsStartHasNotGrown) {
+  const std::string start = Duel("Ann", "Bob", 200);
+  ASSERT_GT(start.size(), 8192U);
+  Log("a.log", start + two_);
+  EXPECT_EQ(Collect({"a.log"}).size(), 2U);
+  std::string other = start + two_ + one_;
+  other[other.find("Cid")] = 'D';
+  Log("a.log", other);
+  Collect({"a.log"});
+  const auto lines = std::to_string(std::count(other.begin(), other.end(), '\n'));
+  EXPECT_TRUE(Said("a.log: " + lines + " lines read")) << said_;
+}
+
+TEST_F(CollectTest, DatesStayWhenALogIsTouchedMovedOrCopied) {
+  Log("a.log", one_ + two_.substr(0, 300));
+  const std::int64_t start = Collect({"a.log"})[1].start;
+  clock_ += 5000;
+  Log("a.log", one_ + two_);
+  EXPECT_EQ(Collect({"a.log"})[1].start, start) << "it was open and has grown";
+  clock_ += 5000;
+  Log("b.log", one_ + two_);
+  EXPECT_EQ(Collect({"b.log", "a.log"})[1].start, start);
+  clock_ += 5000;
+  Log("b.log", two_);
+  EXPECT_EQ(Collect({"b.log"})[1].start, start);
+}
+
+TEST(KeepKnown, OnlyWhatTheLogTellsStandsAboveWhatWasStored) {
+  for (const Dated dated : {Dated::kUnknown, Dated::kNotAfter, Dated::kReckoned, Dated::kKnown}) {
+    Game game;
+    game.start = 7;
+    game.dated = dated;
+    KeepKnown(game, {5, Dated::kReckoned});
+    const bool stays = dated == Dated::kKnown;
+    EXPECT_EQ(game.start, stays ? 7 : 5);
+    EXPECT_EQ(game.dated, stays ? Dated::kKnown : Dated::kReckoned);
+  }
+}
+
+TEST_F(CollectTest, WhatWasStoredOfADateStaysAsWellKnownAsItWas) {
+  const auto dates = [&](const std::string& log) {
+    Log("a.log", log);
+    std::string text;
+    constexpr std::string_view kMarks = "?<~=";
+    for (const Game& game : Collect({"a.log"})) {
+      text += kMarks[static_cast<std::size_t>(game.dated)];
+    }
+    return text;
+  };
+  EXPECT_EQ(dates(one_), "~");
+  EXPECT_EQ(dates(one_ + two_), "~~") << "reckoned while it was the last";
+  std::string dated = Duel("Ann", "Cid", 8);
+  dated.insert(dated.find("  0:01"), test::ServerTime(50000));
+  EXPECT_EQ(dates(one_ + two_ + dated + Duel("Dan", "Bob", 9)), "~~=~");
+}
+
+TEST_F(CollectTest, ALogCutWhileItIsReadIsLeftOutOnce) {
+  const std::string third = Duel("Dan", "Bob", 9);
+  for (const bool useDatabase : {false, true}) {
+    fs::remove_all(At("db"));
+    Log("a.log", one_);
+    Log("b.log", third);
+    Collect({"a.log", "b.log"}, useDatabase);
+    Log("a.log", one_ + two_);
+    Log("b.log", third + empty_);
+    whileReading_ = [&] { fs::resize_file(At("a.log"), 400); };
+    EXPECT_EQ(Collect({"a.log", "b.log"}, useDatabase).size(), useDatabase ? 3U : 2U) << said_;
+    EXPECT_TRUE(Said("severe a.log: was cut or written anew while it was read")) << said_;
+    EXPECT_FALSE(Said("severe b.log")) << said_;
+    EXPECT_FALSE(Said("a.log: is a new log")) << said_;
+    Log("a.log", one_ + two_ + one_);
+    EXPECT_EQ(Collect({"a.log", "b.log"}, useDatabase).size(), 5U) << said_;
+    EXPECT_FALSE(Said("severe")) << said_;
+  }
+}
+
+TEST_F(CollectTest, ALogRotatedByCopyWhileItIsReadLosesNothing) {
+  Log("a.log", one_);
+  Collect({"a.log"});
+  Log("a.log", one_ + two_.substr(0, 300));
+  whileReading_ = [&] {
+    fs::copy(At("a.log"), At("a.log.1"));
+    Log("a.log", two_.substr(300, 100));
+  };
+  EXPECT_EQ(Collect({"a.log"}).size(), 1U) << said_;
+  EXPECT_TRUE(Said("severe a.log: was cut")) << said_;
+  const std::vector<Game> games = Collect({"a.log.1", "a.log"});
+  ASSERT_EQ(games.size(), 2U) << said_;
+  Log("a.log", two_.substr(300));
+  EXPECT_EQ(Collect({"a.log.1", "a.log"})[1].kills, 7U) << said_;
+}
+
+TEST_F(CollectTest, APackedLogCountsOnce) {
+  for (const bool useDatabase : {false, true}) {
+    Log("a.log", empty_ + one_ + two_.substr(0, 300));
+    EXPECT_EQ(Collect({"a.log"}, useDatabase).size(), 3U);
+    Log("a.log.1.gz", test::Packed(empty_ + one_ + two_.substr(0, 300)));
+    EXPECT_EQ(Collect({"a.log", "a.log.1.gz"}, useDatabase).size(), 3U) << said_;
+    EXPECT_TRUE(Said("a.log.1.gz: holds nothing but what a.log holds; counted once")) << said_;
+    Log("a.log", two_.substr(300) + empty_);
+    for (int run = 0; run < 2; ++run) {
+      const std::vector<Game> games = Collect({"a.log.1.gz", "a.log"}, useDatabase);
+      ASSERT_EQ(games.size(), 4U) << said_;
+      EXPECT_EQ(games[2].kills, 7U);
+    }
+    EXPECT_EQ(Said("2 logs unchanged"), useDatabase) << said_;
+    fs::rename(At("a.log.1.gz"), At("a.log.2.gz"));
+    EXPECT_EQ(Collect({"a.log.2.gz", "a.log"}, useDatabase).size(), 4U) << said_;
+    EXPECT_EQ(Collect({"a.log"}, useDatabase).size(), useDatabase ? 4U : 1U) << said_;
+  }
+}
+
+TEST_F(CollectTest, AnUnchangedPackedLogIsNotUnpacked) {
+  Log("a.log", one_ + two_.substr(0, 300));
+  Log("b.log.gz", test::Packed(two_ + empty_));
+  Collect({"a.log", "b.log.gz"});
+  std::string packed = test::ReadFile(At("b.log.gz"));
+  packed[packed.size() / 2] ^= 0x55;
+  const fs::file_time_type changed = fs::last_write_time(At("b.log.gz"));
+  test::WriteFile(At("b.log.gz"), packed);
+  fs::last_write_time(At("b.log.gz"), changed);
+  for (const char* grown : {"c.log", "d.log"}) {  // one that is new is looked for among all
+    Log(grown, Duel("Dan", grown, 9));
+    EXPECT_GE(Collect({"c.log", "d.log", "a.log", "b.log.gz"}).size(), 5U);
+    EXPECT_FALSE(Said("b.log.gz")) << said_;
+  }
+  Log("a.log", one_ + two_.substr(0, 350));  // may go on there
+  EXPECT_EQ(Collect({"a.log", "b.log.gz"}).size(), 6U);
+  EXPECT_TRUE(Said("severe b.log.gz: cannot be read: it is packed and damaged")) << said_;
+  Log("b.log.gz", test::Packed(two_ + empty_ + one_));
+  EXPECT_EQ(Collect({"a.log", "b.log.gz"}).size(), 6U) << said_;
+}
+
+TEST_F(CollectTest, WhoIsABotAndWhenStaysWithAGameThatRecurs) {
+  std::string first =
+      Init() + test::JoinBot(0, "Xaero") + Join(1, "Bob") + Kills(5, 1, 0) + kShutdown;
+  first.insert(first.find("  0:01"), test::ServerTime(50000));
+  const std::string open =
+      Init("q3dm6") + test::JoinBot(0, "Orbb") + Join(1, "Bob") + Kills(4, 1, 0);
+  const auto facts = [&](const std::vector<std::string>& logs) {
+    std::string text;
+    for (const Game& game : Collect(logs)) {
+      text += std::to_string(game.start) + "?<~="[static_cast<std::size_t>(game.dated)];
+      for (const Entrant& entrant : game.entrants) text += entrant.bot ? 'b' : 'p';
+      text += ' ';
+    }
+    return text;
+  };
+  Log("a.log", first + one_ + open);
+  const std::string known = facts({"a.log"});
+  EXPECT_TRUE(known.starts_with("50000=pb ")) << known;
+  clock_ += 5000;
+  Log("a.log", one_ + open);
+  EXPECT_EQ(facts({"a.log"}), known) << "shortened: " << said_;
+  clock_ += 5000;
+  Log("a.log", one_ + open + Kill(1, 0));
+  EXPECT_EQ(facts({"a.log"}), known) << "grown: " << said_;
+  fs::rename(At("a.log"), At("a.log.1"));
+  clock_ += 5000;
+  Log("a.log", Kill(1, 0) + kShutdown);
+  EXPECT_EQ(facts({"a.log.1", "a.log"}), known) << "rotated: " << said_;
+  clock_ += 5000;
+  Log("copy.log", first + one_ + open + Kill(1, 0) + Kill(1, 0) + kShutdown);
+  EXPECT_EQ(facts({"copy.log"}), known) << "copied: " << said_;
+}
+
+TEST_F(CollectTest, TwoRunsAtOnceCountEveryGameOnce) {
+  struct Silent : Report {
+    void Write(const Message& message) override { failed |= message.log == morvane::Log::kMain; }
+    void Progress(std::string_view, std::size_t, std::size_t) override {}
+    bool failed = false;
+  };
+  Log("a.log", one_ + two_);
+  const auto run = [&](const std::string& log, std::size_t& games) {
+    const Sources sources{{{log, At(log).string()}}, true, At("db").string()};
+    Silent silent;
+    for (int i = 0; i < 5; ++i) games = CollectGames(sources, silent).games.size();
+    if (silent.failed) games = 0;
+  };
+  Log("b.log", Duel("Dan", "Eve", 9) + two_);
+  std::size_t first = 0;
+  std::size_t second = 0;
+  {
+    const std::jthread other([&] { run("a.log", first); });
+    run("b.log", second);
+  }
+  EXPECT_EQ(std::max(first, second), 3U);
+  EXPECT_GE(std::min(first, second), 2U);
+  EXPECT_EQ(Collect({"a.log", "b.log"}).size(), 3U);
+  EXPECT_TRUE(Said("2 logs unchanged")) << said_;
+}
+
+}  // namespace
+}  // namespace morvane
