@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,7 +20,8 @@ namespace config {
 /// Sections without a name, and those whose name begins with "[", are never read.
 ///
 /// A file in UTF-16 (told by its byte-order mark) is left alone: reads are empty, writes do
-/// nothing. Cost: linear in the text to build, constant for a read or a write of a key.
+/// nothing. Cost: linear in the text to build, constant for a read or a write of a key. What a
+/// write replaces is kept in memory until the text and its copies go, which one thread may use.
 class ProfileText {
  public:
   explicit ProfileText(std::string_view bytes = {});
@@ -58,39 +61,49 @@ class ProfileText {
   std::string Bytes() const;
 
  private:
+  /// Both parts lie in `texts_`.
   struct Line {
-    std::string text;
-    std::string ending;  // LF, CR LF, CR, or nothing at the end of the text
+    std::string_view text;
+    std::string_view ending;  // LF, CR LF, CR, or nothing at the end of the text
   };
   /// A header and the lines up to the next one; the first block has no header.
   struct Block {
     std::string name;  // folded; empty for the first block
     std::vector<Line> lines;
-    std::size_t keysEnd = 0;  // just after the last key line, 0 without keys
   };
   struct Place {
     std::size_t block;
     std::size_t line;
   };
+  /// The blocks of one name, at least one. Their keys are looked through when the first of them is
+  /// asked for: a save empties sections that nobody has read.
   struct Section {
-    std::size_t firstBlock;
-    std::unordered_map<std::string, Place> keys;  // by folded name, the first of each
+    std::vector<std::size_t> blocks;
+    bool isIndexed = false;                            // whether what follows holds
+    std::unordered_map<std::string_view, Place> keys;  // by folded name, the first of each
+    std::size_t keysEnd = 0;  // just after the last key line of the first block, 0 without keys
   };
 
   void SplitLines(std::string_view bytes);
-  void BuildIndex();
-  void IndexBlock(std::size_t block);
+  void AddBlock(std::string name);
+  std::string_view Keep(std::string text) const;
+  std::string_view FoldedKeyName(std::string_view line) const;
+  Section* FindSection(const std::string& name) const;
+  void IndexKeys(Section& section) const;
   bool KeepsFirstLine() const;
   void InsertBlankLines();
-  void AddKey(Section& section, std::string_view name, std::string_view value);
+  void AddKey(Section& section, std::string_view line);
   Section& AddSection(std::string_view section);
-  std::string EndingAfter(std::size_t block, std::size_t line) const;
+  std::string_view EndingAfter(std::size_t block, std::size_t line) const;
   void TerminateLastLine();
 
   bool usable_ = true;
   std::string mark_;  // the byte-order mark, where there is one
+  /// The bytes that lines and keys consist of. Nothing in it moves, changes or goes, so that copies
+  /// of a text share it.
+  std::shared_ptr<std::deque<std::string>> texts_ = std::make_shared<std::deque<std::string>>();
   std::vector<Block> blocks_;
-  std::unordered_map<std::string, Section> sections_;
+  mutable std::unordered_map<std::string, Section> sections_;
 };
 
 }  // namespace config

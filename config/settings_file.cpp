@@ -27,8 +27,9 @@ std::string SettingsFile::Path() const {
 }
 
 std::string SettingsFile::ReadIni(std::string_view section, std::string_view key) const {
-  const std::string value = text_.Get(section, key).value_or("");
-  return std::string(text::FirstCharacters(value, kMostCharacters));
+  std::string value = text_.Get(section, key).value_or("");
+  value.resize(text::FirstCharacters(value, kMostCharacters).size());
+  return value;
 }
 
 bool SettingsFile::HasKey(std::string_view section, std::string_view key) const {

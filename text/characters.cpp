@@ -14,7 +14,15 @@ constexpr std::array<char16_t, 32> kWindows1252 = {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
+/// Written so that the compiler looks at many bytes at a time.
+bool IsAscii(std::string_view text) {
+  unsigned char all = 0;
+  for (const char c : text) all |= static_cast<unsigned char>(c);
+  return all < 0x80;
+}
+
 bool IsUtf8(std::string_view text) {
+  if (IsAscii(text)) return true;
   while (!text.empty()) {
     const std::size_t length = Utf8Length(text);
     if (length == 0) return false;
@@ -103,6 +111,7 @@ std::string DecodeUtf16(std::string_view bytes) {
 }
 
 std::string_view FirstCharacters(std::string_view text, std::size_t count) {
+  if (text.size() <= count) return text;
   std::size_t end = 0;
   for (; count > 0 && end < text.size(); --count) {
     end += std::max<std::size_t>(1, Utf8Length(text.substr(end)));

@@ -265,16 +265,14 @@ void GameBuilder::UpdateTeamLead() {
 void GameBuilder::FindLead() {
   if (game_.teams || game_.complete) return;
   std::uint32_t leader = kNobody;
-  std::int64_t best = std::numeric_limits<std::int64_t>::min();
+  std::int64_t best = 0;  // nobody leads with less than 1, at the beginning as later
   for (const Slot& slot : slots_) {
     if (slot.entrant == kNobody) continue;
     const std::int64_t score = FiguresOf(slot.entrant).score;
     if (score >= best) leader = score == best ? kNobody : slot.entrant;
     best = std::max(best, score);
   }
-  // Before the first frag nobody leads.
-  const bool started = game_.frags > 0 && best != std::numeric_limits<std::int64_t>::min();
-  SetLead(started ? leader : kNobody, started ? best : 0);
+  SetLead(leader, best);
 }
 
 void GameBuilder::SetLead(std::uint32_t leader, std::int64_t score) {

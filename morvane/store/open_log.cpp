@@ -197,7 +197,9 @@ void Tell(const OpenLog& log, Report& report) {
                   Count(parsed.emptyGames, "game") + " in which nobody played left out",
                   log.file.name);
   }
-  if (!parsed.hasGame && log.begin == 0) {
+  if (log.Size() == 0) {  // as right after a rotation by copy and truncate
+    report.Normal(Log::kParser, "is empty", log.file.name);
+  } else if (!parsed.hasGame && log.begin == 0) {
     report.Severe(Log::kParser, "holds no game: no line \"InitGame:\" in it", log.file.name);
   }
 }

@@ -48,8 +48,8 @@ NaiveText::NaiveText(std::string_view bytes) : mark_(MarkOf(bytes)), usable_(mar
   bytes.remove_prefix(mark_.size());
   std::string text;
   for (std::size_t i = 0; i < bytes.size(); ++i) {
-    std::string ending;
-    if (bytes[i] == '\r' || bytes[i] == '\n') ending = bytes[i];
+    std::string_view ending;
+    if (bytes[i] == '\r' || bytes[i] == '\n') ending = bytes.substr(i, 1);
     if (bytes.substr(i, 2) == "\r\n") ending = bytes.substr(i++, 2);
     if (ending.empty()) text += bytes[i];
     if (ending.empty() && i + 1 < bytes.size()) continue;

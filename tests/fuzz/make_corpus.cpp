@@ -19,6 +19,7 @@ namespace fs = std::filesystem;
 using Inputs = std::vector<std::string>;
 
 void Write(const fs::path& folder, const Inputs& inputs) {
+  fs::remove_all(folder);
   fs::create_directories(folder);
   for (std::size_t i = 0; i < inputs.size(); ++i) {
     std::ofstream(folder / std::to_string(i), std::ios::binary) << inputs[i];

@@ -20,13 +20,14 @@ trap 'rm -rf "$folder"' EXIT
 failed=0
 for target in build/fuzz/tests/fuzz/*_fuzz; do
   name=$(basename "$target" _fuzz)
+  mkdir "$folder/$name" # for what the target finds worth keeping, so that the corpus stays as it is
   if "$target" -seed=1 -runs="$runs" -max_len=600 -timeout=20 -artifact_prefix="$folder/" \
-    "build/fuzz/tests/fuzz/corpus/$name" >"$folder/log" 2>&1; then
-    echo "$name: $(grep -c . <<<"$(ls "build/fuzz/tests/fuzz/corpus/$name")") in its corpus, $runs inputs"
+    "$folder/$name" "build/fuzz/tests/fuzz/corpus/$name" >"$folder/said" 2>&1; then
+    echo "$name: $runs inputs"
   else
     failed=1
     echo "$name:"
-    grep -v '^#' "$folder/log"
+    grep -v '^#' "$folder/said"
   fi
 done
 exit "$failed"

@@ -56,6 +56,8 @@ struct FaultCase {
   int line;
   const char* text;
 };
+/// GoogleTest would print the bytes, those between the members among them.
+void PrintTo(const FaultCase& test, std::ostream* stream) { *stream << test.page; }
 
 class BrokenTemplates : public testing::TestWithParam<FaultCase> {};
 

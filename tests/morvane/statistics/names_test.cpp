@@ -26,42 +26,35 @@ NameStyles Styles() {
   return styles;
 }
 
-struct NameCase {
-  const char* name;
-  const char* text;
-  const char* html;
-};
-
-class NamesOfLogs : public testing::TestWithParam<NameCase> {};
-
-TEST_P(NamesOfLogs, BecomeTextAndHtml) {
-  EXPECT_EQ(NameText(GetParam().name), GetParam().text);
-  EXPECT_EQ(NameHtml(GetParam().name, Styles()), GetParam().html);
+TEST(NamesOfLogs, BecomeTextAndHtml) {
+  const struct {
+    const char* name;
+    const char* text;
+    const char* html;
+  } kCases[] = {
+      {"Zeh", "Zeh", "<bdi>Zeh</bdi>"},
+      {"^1Red^7Baron", "RedBaron",
+       "<bdi><span style=\"s1\">Red</span><span style=\"s7\">Baron</span></bdi>"},
+      {"^9x^8y", "xy", "<bdi><span style=\"s9\">x</span><span style=\"s8\">y</span></bdi>"},
+      {"^ax^Iy", "xy", "<bdi><span style=\"s1\">xy</span></bdi>"},
+      {"^4x", "x", "<bdi style=\"one\"><span style=\"a4\">x</span></bdi>"},
+      {"a^6x^4y", "axy",
+       "<bdi style=\"other\">a<span style=\"b6\">x</span><span style=\"b4\">y</span></bdi>"},
+      {"^^1a^", "^a^", "<bdi>^<span style=\"s1\">a^</span></bdi>"},
+      {"  ^1  a b ^2 ", "a b", "<bdi><span style=\"s1\">a b</span></bdi>"},
+      {"<b>&\"'", "<b>&\"'", "<bdi>&lt;b&gt;&amp;&quot;&#39;</bdi>"},
+      {"^1", "(no name)", "<bdi>(no name)</bdi>"},
+      {" \xC2\xA0 ", "(no name)", "<bdi>(no name)</bdi>"},
+      {"a\x01\x1B[31mb\tc", "a[31mb c", "<bdi>a[31mb c</bdi>"},
+      {"caf\xE9\x80", "caf\xC3\xA9\xE2\x82\xAC", "<bdi>caf\xC3\xA9\xE2\x82\xAC</bdi>"},
+      {"a\xE2\x80\xAE"
+       "b\xEF\xBF\xBF",
+       "ab", "<bdi>ab</bdi>"}};
+  for (const auto& test : kCases) {
+    EXPECT_EQ(NameText(test.name), test.text);
+    EXPECT_EQ(NameHtml(test.name, Styles()), test.html);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, NamesOfLogs,
-    testing::Values(
-        NameCase{"Zeh", "Zeh", "<bdi>Zeh</bdi>"},
-        NameCase{"^1Red^7Baron", "RedBaron",
-                 "<bdi><span style=\"s1\">Red</span><span style=\"s7\">Baron</span></bdi>"},
-        NameCase{"^9x^8y", "xy",
-                 "<bdi><span style=\"s9\">x</span><span style=\"s8\">y</span></bdi>"},
-        NameCase{"^ax^Iy", "xy", "<bdi><span style=\"s1\">xy</span></bdi>"},
-        NameCase{"^4x", "x", "<bdi style=\"one\"><span style=\"a4\">x</span></bdi>"},
-        NameCase{
-            "a^6x^4y", "axy",
-            "<bdi style=\"other\">a<span style=\"b6\">x</span><span style=\"b4\">y</span></bdi>"},
-        NameCase{"^^1a^", "^a^", "<bdi>^<span style=\"s1\">a^</span></bdi>"},
-        NameCase{"  ^1  a b ^2 ", "a b", "<bdi><span style=\"s1\">a b</span></bdi>"},
-        NameCase{"<b>&\"'", "<b>&\"'", "<bdi>&lt;b&gt;&amp;&quot;&#39;</bdi>"},
-        NameCase{"^1", "(no name)", "<bdi>(no name)</bdi>"},
-        NameCase{" \xC2\xA0 ", "(no name)", "<bdi>(no name)</bdi>"},
-        NameCase{"a\x01\x1B[31mb\tc", "a[31mb c", "<bdi>a[31mb c</bdi>"},
-        NameCase{"caf\xE9\x80", "caf\xC3\xA9\xE2\x82\xAC", "<bdi>caf\xC3\xA9\xE2\x82\xAC</bdi>"},
-        NameCase{"a\xE2\x80\xAE"
-                 "b\xEF\xBF\xBF",
-                 "ab", "<bdi>ab</bdi>"}));
 
 TEST(PlayerKeys, TellPlayersApartWithoutCaseAndColor) {
   EXPECT_EQ(PlayerKey("^1RED^7baron "), PlayerKey("RedBaron"));

@@ -40,6 +40,12 @@ class CollectTest : public testing::Test, protected Report {
     said_.clear();
     return CollectGames(sources, *this).games;
   }
+  /// The kills of each game after a run, in order: "6 7 ".
+  std::string Kills(const std::vector<std::string>& logs, bool useDatabase = true) {
+    std::string text;
+    for (const Game& game : Collect(logs, useDatabase)) text += std::to_string(game.kills) + " ";
+    return text;
+  }
   bool Said(const std::string& text) const { return said_.find(text) != said_.npos; }
 
   test::TempFolder folder_;

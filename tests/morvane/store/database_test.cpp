@@ -74,6 +74,7 @@ const std::string kFourthRecord =
     "023c000246ffffffff0f0204000100003c010001003c000100003cffff030002003c";
 
 TEST(GameRecord, KeepsItsFormWithItsVersion) {
+  EXPECT_EQ(Hex(PackGame(SampleGame())), kFourthRecord);
   EXPECT_EQ(kRecordVersion, 5) << "pack the sample anew, keep the bytes of the old version";
   for (const int version : {1, 2, 3, 4, 5}) {
     const std::string& record = version < 3   ? kFirstRecord
@@ -105,8 +106,6 @@ TEST(GameRecord, KeepsItsFormWithItsVersion) {
   EXPECT_TRUE(game.teams && game.lead.empty());
   EXPECT_FALSE(game.entrants[0].winner || game.entrants[1].winner);
 }
-
-TEST(GameRecord, HasTheFormOfItsVersion) { EXPECT_EQ(Hex(PackGame(SampleGame())), kFourthRecord); }
 
 TEST(GameRecord, ADamagedOneIsNotRead) {
   const struct {
