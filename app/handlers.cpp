@@ -103,6 +103,11 @@ void Connect(frmMain& window, QObject& object, const HandlerRow& row) {
   }
 }
 
+/// Whether a control has this name, or is a member of the control array of this name.
+bool IsNamed(const QString& control, QLatin1String name) {
+  return control.startsWith(name) && (control.size() == name.size() || control[name.size()] == '(');
+}
+
 }  // namespace
 
 void ConnectHandlers(frmMain& window) {
@@ -110,7 +115,7 @@ void ConnectHandlers(frmMain& window) {
   for (const HandlerRow& row : kHandlers) {
     bool found = false;
     for (QObject* object : objects) {
-      if (object->objectName().section('(', 0, 0) != QLatin1String(row.control)) continue;
+      if (!IsNamed(object->objectName(), QLatin1String(row.control))) continue;
       Connect(window, *object, row);
       found = true;
     }

@@ -23,6 +23,7 @@
 #include "bench/measure.h"
 #include "config/settings.h"
 #include "config/user_vars.h"
+#include "platform/replace_file.h"
 
 namespace {
 
@@ -33,7 +34,7 @@ using config::SettingsFile;
 
 constexpr int kRuns = 15;
 
-/// Every key of the settings with its value.
+/// A key of the settings with its value.
 struct Key {
   std::string section;
   std::string name;
@@ -46,35 +47,67 @@ using Keys = std::vector<Key>;
   std::exit(1);
 }
 
+/// Calls `visit` with each setting, or for lists with their entries, as the editor loads them.
+template <class Value, class Entries>
+void Visit(const SettingsFile& file, const Value& value, const Entries& entries) {
+  for (const Setting& setting : config::Settings()) {
+    if (setting.encoding == Encoding::kEntries) {
+      const std::string_view second =
+          setting.secondConstant.empty() ? setting.secondKey : std::string_view();
+      entries(setting,
+              config::ReadEntries(file, setting.section, setting.countKey, setting.key, second));
+    } else if (setting.encoding == Encoding::kUserVariables) {
+      entries(setting, config::LoadUserVars(file));
+    } else {
+      value(setting, file.ReadIni(setting.section, setting.key));
+    }
+  }
+}
+
+std::size_t Load(const std::string& folder) {
+  std::size_t bytes = 0;
+  Visit(
+      SettingsFile(folder),
+      [&](const Setting& /*setting*/, const std::string& value) { bytes += value.size(); },
+      [&](const Setting& /*setting*/, const std::vector<config::Entry>& entries) {
+        for (const config::Entry& entry : entries) bytes += entry.first.size();
+      });
+  return bytes;
+}
+
 void AddEntries(Keys& keys, const Setting& setting, const std::vector<config::Entry>& entries) {
   int number = 0;
   for (const config::Entry& entry : entries) {
     const std::string section(setting.section);
+    if (setting.encoding == Encoding::kUserVariables) {
+      keys.push_back({section, entry.first, entry.second});
+      continue;
+    }
     const std::string index = std::to_string(number++);
     keys.push_back({section, std::string(setting.key) + index, entry.first});
     if (setting.secondKey.empty()) continue;
-    keys.push_back({section, std::string(setting.secondKey) + index, entry.second});
+    const std::string_view second =
+        setting.secondConstant.empty() ? entry.second : setting.secondConstant;
+    keys.push_back({section, std::string(setting.secondKey) + index, std::string(second)});
   }
 }
 
-/// Loads the file as the editor does, but for the window.
-Keys Load(const std::string& folder) {
-  const SettingsFile file(folder);
+/// What a save writes; loading reads it all but the constant ones.
+Keys KeysOf(const std::string& folder) {
   Keys keys;
-  for (const Setting& setting : config::Settings()) {
-    if (setting.encoding == Encoding::kEntries) {
-      AddEntries(keys, setting,
-                 config::ReadEntries(file, setting.section, setting.countKey, setting.key,
-                                     setting.secondKey));
-    } else if (setting.encoding == Encoding::kUserVariables) {
-      for (config::Entry& entry : config::LoadUserVars(file)) {
-        keys.push_back({std::string(setting.section), entry.first, entry.second});
-      }
-    } else {
-      keys.push_back({std::string(setting.section), std::string(setting.key),
-                      file.ReadIni(setting.section, setting.key)});
-    }
-  }
+  Visit(
+      SettingsFile(folder),
+      [&](const Setting& setting, const std::string& value) {
+        keys.push_back({std::string(setting.section), std::string(setting.key), value});
+      },
+      [&](const Setting& setting, const std::vector<config::Entry>& entries) {
+        AddEntries(keys, setting, entries);
+      });
+  return keys;
+}
+
+Keys WithoutConstants(Keys keys) {
+  std::erase_if(keys, [](const Key& key) { return key.name.starts_with("logtype"); });
   return keys;
 }
 
@@ -96,14 +129,30 @@ std::size_t LoadSimpleIni(const std::string& path, const Keys& keys) {
   return bytes;
 }
 
-void SaveSimpleIni(const std::string& path, const Keys& keys) {
-  CSimpleIniA ini;
-  if (ini.LoadFile(path.c_str()) < 0) Fail("SimpleIni cannot load");
-  for (const Key& key : keys) ini.Delete(key.section.c_str(), key.name.c_str());
+void SetAll(CSimpleIniA& ini, const Keys& keys) {
+  for (const char* section : {"Main", "HTML", "Logs", "Game", "KILL TABLES", "TEMPLATES"}) {
+    ini.Delete(section, nullptr);
+  }
   for (const Key& key : keys) {
     ini.SetValue(key.section.c_str(), key.name.c_str(), key.value.c_str());
   }
+}
+
+void SaveSimpleIni(const std::string& path, const Keys& keys) {
+  CSimpleIniA ini;
+  if (ini.LoadFile(path.c_str()) < 0) Fail("SimpleIni cannot load");
+  SetAll(ini, keys);
   if (ini.SaveFile(path.c_str(), false) < 0) Fail("SimpleIni cannot save");
+}
+
+/// With the promise that the editor's saves give: whatever happens, the old or the new file.
+void SaveSimpleIniWhole(const std::string& path, const Keys& keys) {
+  CSimpleIniA ini;
+  if (ini.LoadFile(path.c_str()) < 0) Fail("SimpleIni cannot load");
+  SetAll(ini, keys);
+  std::string bytes;
+  if (ini.Save(bytes, false) < 0) Fail("SimpleIni cannot save");
+  if (platform::ReplaceFile(path, bytes)) Fail("cannot replace the file");
 }
 
 QString PathOf(const Key& key) { return QString::fromStdString(key.section + "/" + key.name); }
@@ -144,9 +193,9 @@ Keys Prepare(const std::string& folder, const std::string& shipped, int logs) {
     file.WriteIni("Logs", "logtype" + number, "1000");
   }
   if (const std::string failure = file.Store(); !failure.empty()) Fail(failure);
-  Keys keys = Load(folder);
+  Keys keys = KeysOf(folder);
   Save(folder, keys);
-  Write(folder + "/simple.ini", Read(file.Path()));
+  for (const char* peer : {"/simple.ini", "/whole.ini"}) Write(folder + peer, Read(file.Path()));
   SaveQSettings(folder + "/qsettings.ini", keys);
   return keys;
 }
@@ -164,18 +213,22 @@ std::map<std::string, Cost> Measure(const Works& works) {
   return medians;
 }
 
-/// The first of the works against the others; the result is what the first costs.
+/// Prints the first of the works against the second, and behind it against the others.
 Cost PrintRatios(const std::string& what, const Works& works) {
   const std::map<std::string, Cost> costs = Measure(works);
   const Cost own = costs.at(works.front().first);
+  std::string ratios;
+  std::string peers;
   for (std::size_t i = 1; i < works.size(); ++i) {
     const Cost peer = costs.at(works[i].first);
-    bench::PrintRow(what, works[i].first,
-                    bench::Fixed(own.processor / peer.processor) + " (" +
-                        bench::Fixed(own.processor * 1000) + " ms; on the clock " +
-                        bench::Fixed(own.clock / peer.clock) + ")",
-                    works[i].first == "SimpleIni" ? "below 0.5" : "-");
+    const bool isFirst = i == 1;
+    peers += (isFirst ? "" : i == 2 ? " (" : "; ") + works[i].first;
+    ratios += (isFirst ? "" : i == 2 ? " (" : "; ") + bench::Fixed(own.processor / peer.processor);
   }
+  bench::PrintRow(what, peers + ")",
+                  ratios + "), " + bench::Fixed(own.processor * 1000) + " ms of processor time, " +
+                      bench::Fixed(own.clock * 1000) + " on the clock",
+                  "below 0.5");
   return own;
 }
 
@@ -190,16 +243,21 @@ std::pair<Cost, Cost> MeasureLogs(const std::string& folder, const std::string& 
   const std::string bytes = Read(folder + "/morvane.cfg");
   std::size_t seen = 0;
   const std::string count = std::to_string(logs) + " logs: ";
-  const Cost load = PrintRatios(
-      count + "load", {{"", [&] { seen += Load(folder).size(); }},
-                       {"SimpleIni", [&] { seen += LoadSimpleIni(folder + "/simple.ini", keys); }},
-                       {"QSettings", [&] { LoadQSettings(folder + "/qsettings.ini", keys); }},
-                       {"plain reading", [&] { seen += Read(folder + "/morvane.cfg").size(); }}});
+  const Keys loaded = WithoutConstants(keys);
+  const Cost load =
+      PrintRatios(count + "load",
+                  {{"", [&] { seen += Load(folder); }},
+                   {"SimpleIni", [&] { seen += LoadSimpleIni(folder + "/simple.ini", loaded); }},
+                   {"QSettings", [&] { LoadQSettings(folder + "/qsettings.ini", loaded); }},
+                   {"plain reading", [&] { seen += Read(folder + "/morvane.cfg").size(); }}});
   const Cost save = PrintRatios(
-      count + "save", {{"", [&] { Toggle(keys), Save(folder, keys); }},
-                       {"SimpleIni", [&] { SaveSimpleIni(folder + "/simple.ini", keys); }},
-                       {"QSettings", [&] { SaveQSettings(folder + "/qsettings.ini", keys); }},
-                       {"plain writing", [&] { Write(folder + "/plain", bytes); }}});
+      count + "save",
+      {{"", [&] { Toggle(keys), Save(folder, keys); }},
+       {"SimpleIni, file replaced likewise",
+        [&] { SaveSimpleIniWhole(folder + "/whole.ini", keys); }},
+       {"SimpleIni, file overwritten", [&] { SaveSimpleIni(folder + "/simple.ini", keys); }},
+       {"QSettings", [&] { SaveQSettings(folder + "/qsettings.ini", keys); }},
+       {"plain writing", [&] { Write(folder + "/plain", bytes); }}});
   if (seen == 0) Fail("nothing was read");
   return {load, save};
 }

@@ -2,8 +2,9 @@
 # Installs the Debian packages that the build, the tests and the program need and, called with
 # "checks", also those of check.sh. Called with "browser" it installs besides what the tests of the
 # pages in Chromium need, with "desktop" what those of the editor on a real X server need, with "fuzz"
-# the compiler of tests/fuzz; where that cannot be had it says so, and they are left out. Run by
-# run.sh, test.sh and check.sh; does nothing when everything is there.
+# the compiler of tests/fuzz, with "bench" what bench/run.sh measures against; where that cannot be had
+# it says so, and they are left out. Run by run.sh, test.sh, check.sh and bench/run.sh; does nothing
+# when everything is there.
 set -euo pipefail
 
 packages=(
@@ -19,6 +20,9 @@ packages=(
 )
 # What the tests in tests/desktop and scripts/screenshots.py work with.
 desktop=(xvfb openbox xdotool xclip x11-utils x11-xserver-utils imagemagick python3)
+
+# The peers of bench/run.sh, and what it watches windows with.
+bench=(goaccess cmake-qt-gui doxygen-gui libsimpleini-dev libxcb-damage0-dev xvfb python3)
 
 # Whether the script was called with a word.
 asked=" $* "
@@ -69,6 +73,9 @@ if wants desktop; then
 fi
 if wants fuzz; then
   install clang libclang-rt-14-dev || echo "The targets of tests/fuzz are only replayed."
+fi
+if wants bench; then
+  install "${bench[@]}" || echo "Rows of the benchmarks without a peer are left out."
 fi
 if wants browser; then
   cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
