@@ -9,22 +9,27 @@ each() { xargs -0 -r "$@"; }
 
 check_format() { files '*.cpp' '*.h' | each clang-format --dry-run -Werror; }
 
-# tidy CHECKS: those of .clang-tidy but for CHECKS, each written with a "-" in front. The compile
-# commands come from the release preset. What clang-tidy says on standard error is how many warnings
-# of system headers it left out.
+# tidy CHECKS FILES...: those of .clang-tidy but for CHECKS, each written with a "-" in front. The
+# compile commands come from the release preset. What clang-tidy says on standard error is how many
+# warnings of system headers it left out.
 tidy() {
+  local but=$1
+  shift
   cmake --preset release >/dev/null
-  files '*.cpp' | each -P "$(nproc)" -n 1 clang-tidy --quiet -p build/release --checks="$1" \
+  files "$@" | each -P "$(nproc)" -n 1 clang-tidy --quiet -p build/release --checks="$but" \
     2>build/tidy.err || {
     grep -v -E 'warnings? (generated|treated)|^Suppressed|^Use -header-filter' build/tidy.err
     return 1
   }
 }
 
-check_tidy() { tidy '-clang-analyzer-*'; }
+check_tidy() { tidy '-clang-analyzer-*' '*.cpp' ':!tests'; }
+check_tidy_tests() { tidy '-clang-analyzer-*' 'tests/*.cpp'; }
 
 # What the analyzer finds along the paths through functions; it takes longer than all the rest.
-check_analyze() { tidy '-bugprone-*,-cert-*,-misc-*,-modernize-*,-performance-*,-readability-*'; }
+check_analyze() {
+  tidy '-bugprone-*,-cert-*,-misc-*,-modernize-*,-performance-*,-readability-*' '*.cpp'
+}
 
 # Tests leave their functions by macros that cppcheck takes for leaks; the sanitizers see to them.
 check_cppcheck() {
@@ -54,7 +59,7 @@ check_man() {
   return "$clean"
 }
 
-all=(format shell spelling links man cppcheck tidy analyze)
+all=(format shell spelling links man cppcheck tidy tidy_tests analyze)
 if [ $# -eq 0 ]; then set -- "${all[@]}"; fi
 scripts/setup.sh checks
 

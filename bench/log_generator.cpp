@@ -222,7 +222,8 @@ void Server::ChooseDate() {
     ++day_;
   } while (!random_.Chance(kChances[day_ % 7]));
   const bool isSunday = day_ % 7 == 6;
-  startsAt_ = (isSunday ? 15 : 19) * kHour + static_cast<int>(random_.Below(2 * kHour));
+  startsAt_ =
+      (isSunday ? 15 : 19) * kHour + static_cast<int>(random_.Below(std::size_t{2} * kHour));
 }
 
 /// The line that tells the date and the time of day.

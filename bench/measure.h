@@ -40,10 +40,11 @@ Cost CostOf(const Work& work) {
 inline Cost Median(const std::vector<Cost>& costs) {
   if (costs.empty()) return {};
   const auto middle = [&](double Cost::*figure) {
-    std::vector<double> figures;
-    for (const Cost& cost : costs) figures.push_back(cost.*figure);
-    std::nth_element(figures.begin(), figures.begin() + figures.size() / 2, figures.end());
-    return figures[figures.size() / 2];
+    std::vector<double> figures(costs.size());
+    std::ranges::transform(costs, figures.begin(), [&](const Cost& cost) { return cost.*figure; });
+    const auto half = figures.begin() + static_cast<std::ptrdiff_t>(figures.size() / 2);
+    std::ranges::nth_element(figures, half);
+    return *half;
   };
   return {middle(&Cost::clock), middle(&Cost::processor)};
 }

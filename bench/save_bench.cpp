@@ -84,6 +84,7 @@ void Measure(const std::string& folder, const std::string& shipped, int logs, do
   ui::RealDesktop desktop;
   const auto window = app::Main(ini, desktop, settings);
   std::vector<Cost> stretches;
+  stretches.reserve(kRuns);
   for (int run = 0; run < kRuns; ++run) stretches.push_back(LongestStretch(*window, run));
   const Cost stretch = bench::Median(stretches);
   bench::PrintRow(std::to_string(logs) + " logs: a save's longest stretch without an event handled",

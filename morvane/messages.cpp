@@ -77,6 +77,7 @@ void PutOnScreen(int descriptor, const std::string& text) {
 
 std::vector<std::string> Messages::Files(const std::string& directory) {
   std::vector<std::string> paths;
+  paths.reserve(std::size(kFileNames));
   for (const char* name : kFileNames) paths.push_back(directory + "/" + name);
   return paths;
 }

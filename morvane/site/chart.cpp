@@ -104,8 +104,9 @@ std::string ChartHtml(const Chart& chart) {
       "<div class=\"chart\"><svg role=\"img\" aria-label=\"" + EscapeHtml(chart.text) + "\">";
   for (double value = scale.low; value <= scale.high + scale.step / 2; value += scale.step) {
     const std::string y = Fixed(static_cast<double>(scale.At(value)) / 10, 1) + "%";
-    html += "<line x2=\"100%\" y1=\"" + y + "\" y2=\"" + y + "\"/><text y=\"" + y +
-            "\" dy=\"-3\">" + Fixed(value, 0) + "</text>";
+    html.append("<line x2=\"100%\" y1=\"").append(y).append("\" y2=\"").append(y);
+    html.append("\"/><text y=\"").append(y).append("\" dy=\"-3\">").append(Fixed(value, 0));
+    html += "</text>";
   }
   html += "<svg viewBox=\"0 0 1000 1000\" preserveAspectRatio=\"none\">";
   for (const ChartLine& line : chart.lines) {

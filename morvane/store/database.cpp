@@ -73,7 +73,8 @@ std::uint64_t Unsigned(const SQLite::Column& column) {
 
 std::string_view Bytes(const SQLite::Column& column) {
   const void* data = column.getBlob();
-  return {static_cast<const char*>(data), data == nullptr ? 0 : static_cast<std::size_t>(column.size())};
+  return {static_cast<const char*>(data),
+          data == nullptr ? 0 : static_cast<std::size_t>(column.size())};
 }
 
 void BindOne(SQLite::Statement& statement, int index, std::int64_t value) {

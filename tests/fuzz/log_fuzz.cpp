@@ -24,11 +24,13 @@ ParsedLog ParseInStretches(std::string_view text) {
     morvane::MoveTo(next, stretch.begin);
     morvane::Append(log, std::move(next));
   }
+  morvane::DropEmptyGames(log);
   return log;
 }
 
 void AreTheSame(const ParsedLog& whole, const ParsedLog& joined) {
-  Require(whole.games.size() == joined.games.size(), "stretches hold the same games");
+  Require(whole.games.size() == joined.games.size() && whole.emptyGames == joined.emptyGames,
+          "stretches hold the same games");
   for (std::size_t i = 0; i < whole.games.size(); ++i) {
     Require(PackGame(whole.games[i]) == PackGame(joined.games[i]), "a game is the same");
     Require(
@@ -68,6 +70,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   Require(log.lines == lines + (text.empty() || text.back() == '\n' ? 0 : 1), "no line is lost");
   Require(log.skipped <= log.lines + lines && log.damaged <= log.skipped + log.lines, "counts");
   ReadsOn(log, text);
+  morvane::DropEmptyGames(log);
   AreTheSame(log, ParseInStretches(text));
   morvane::SetStarts(log, 1'700'000'000);
   fuzz::CheckStatistics(fuzz::MakeStatistics(std::move(log.games), log.vocabulary));

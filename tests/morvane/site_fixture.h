@@ -43,8 +43,7 @@ inline const std::vector<std::string> kHostileNames = {"<script>alert(1)</script
                                                        "../../x",
                                                        "'; DROP TABLE players; --",
                                                        "   ",
-                                                       "\xE2\x80\xAE"
-                                                       "evil\x07\x1B[31m",
+                                                       "\u202Eevil\a\x1B[31m",
                                                        "\"><img src=x onerror=alert(1)>",
                                                        "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D",
                                                        "^1<^2b^3>{{vars.secret}}",
@@ -68,7 +67,7 @@ std::string Turnaround();
 std::string OneGame(const std::vector<std::string>& names);
 
 inline constexpr std::int64_t kFriday = 1772820000;  // of March 2026, in the evening
-inline constexpr std::int64_t kDay = 24 * 3600;
+inline constexpr std::int64_t kDay = std::int64_t{24} * 3600;
 
 /// A game of a known date.
 std::string DatedDuel(std::int64_t start, std::string_view winner, std::string_view loser,

@@ -131,7 +131,8 @@ TEST(MapPage, TellsOwnerBestGameAndMonths) {
   const std::string page = site.Page("map_q3dm17.html");
   const std::string by = " <span class=\"by\"><a href=\"player_bob.html\">";
   EXPECT_EQ(Count(page, "Owner: most games won here</span> <strong>3 of 5</strong>" + by), 1U);
-  EXPECT_EQ(Count(page, "Highest score of all games here</span> <strong>18 points</strong>" + by), 1U);
+  EXPECT_EQ(Count(page, "Highest score of all games here</span> <strong>18 points</strong>" + by),
+            1U);
   EXPECT_TRUE(std::regex_search(
       page, std::regex("Best game: <a href=\"game_4.html\">Game 4</a>, [^≈≤<]*</span> "
                        "<strong>15 points</strong>" +

@@ -115,6 +115,16 @@ TEST_F(CollectTest, ALogThatDiffersHasNotGrown) {
   }
 }
 
+TEST_F(CollectTest, OneDateHoldsForAGameAndItsCopies) {
+  Log("a.log", one_ + two_.substr(0, 400));
+  const std::int64_t start = Collect({"a.log"})[1].start;
+  clock_ += 5000;
+  Log("copy.log", empty_ + one_ + two_);
+  const Game game = Collect({"a.log", "copy.log"})[2];
+  EXPECT_EQ(game.kills, 7U) << "the copy's counts: it is over";
+  EXPECT_EQ(game.start, start);
+}
+
 TEST(KeepKnown, OnlyWhatTheLogTellsStandsAboveWhatWasStored) {
   for (const Dated dated : {Dated::kUnknown, Dated::kNotAfter, Dated::kReckoned, Dated::kKnown}) {
     Game game;
