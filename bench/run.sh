@@ -18,7 +18,8 @@ trap 'rm -rf "$here"' EXIT
 
 main() {
   local rows=("$@")
-  [ ${#rows[@]} -gt 0 ] || rows=(grep memory_of_logs goaccess site same_site one_game_more)
+  [ ${#rows[@]} -gt 0 ] || rows=(grep memory_of_logs goaccess site same_site one_game_more
+    start settings stretch)
   build morvane generate_log
   printf '%s, %s cores, %s\n\n' "$(uname -sm)" "$(nproc)" "$(date +%F)"
   printf '| What | Against | Measured | Aim |\n|---|---|---|---|\n'
@@ -198,5 +199,8 @@ row_one_game_more() {
   cat "$here/game" >>"$here/crowd"
   again "the same with one game more"
 }
+
+# shellcheck source=bench/editor.sh
+. "$root/bench/editor.sh"
 
 main "$@"
