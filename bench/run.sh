@@ -200,7 +200,7 @@ row_one_game_more() {
   again "the same with one game more"
 }
 
-# shellcheck source=bench/editor.sh
+# shellcheck source=/dev/null
 . "$root/bench/editor.sh"
 
 main "$@"

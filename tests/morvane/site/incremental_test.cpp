@@ -143,7 +143,7 @@ TEST_F(Incremental, EveryLineOfALogAndOfPlayersTxt) {
   }
 }
 
-// Games come, logs are rotated, settings go to and fro, and a person does this and that.
+// Games come, logs are rotated, settings go back and forth, and a person does this and that.
 TEST_F(Incremental, AnyHistory) {
   const fs::path templates = site.OwnTemplates();
   const std::string foot = ReadFile(templates / "_foot.htmlt");
