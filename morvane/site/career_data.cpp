@@ -14,7 +14,6 @@ namespace {
 
 using Appearances = std::vector<SiteFacts::Appearance>;
 
-constexpr std::size_t kSpark = 20;  // games of the curve in a list
 constexpr std::size_t kDots = 300;  // more games make a cloud of them
 constexpr std::size_t kFewest = 3;  // games that make a chart
 
@@ -108,25 +107,6 @@ Data HighestGame(const SiteFacts& facts, std::uint32_t player, std::int64_t Coun
   return best == nullptr ? Data(false) : GamePlayed(facts, *best);
 }
 
-/// How much of all kills are made with the favourite weapon: by the player and by the field.
-void SetFavourite(Data& object, const SiteFacts& facts, const Figures& figures) {
-  const std::vector<WeaponUse> own = JoinSplash(figures.weapons, facts.splashOf);
-  const bool any = !own.empty() && own.front().kills > 0;
-  double fieldKills = 0;
-  double fieldUse = 0;
-  for (const WeaponUse& use : facts.statistics.summary.figures.weapons) {
-    fieldKills += use.kills;
-    const bool isSame = any && facts.splashOf[use.weapon] == own.front().weapon;
-    if (isSame) fieldUse += use.kills;
-  }
-  const auto text = [&](double part, double whole) {
-    return any ? Fixed(Percent(part, whole), 1) : std::string();
-  };
-  SetOptional(object, "weapon_share",
-              text(any ? own.front().kills : 0, static_cast<double>(figures.kills)));
-  SetOptional(object, "weapon_field_share", text(fieldUse, fieldKills));
-}
-
 }  // namespace
 
 const SiteFacts::Appearance* HighestAppearance(const SiteFacts& facts, std::uint32_t player,
@@ -152,6 +132,19 @@ Data GamePlayed(const SiteFacts& facts, const SiteFacts::Appearance& appearance)
   return row;
 }
 
+FavouriteShares FavouriteSharesOf(const SiteFacts& facts, const Figures& figures) {
+  const std::vector<WeaponUse> own = JoinSplash(figures.weapons, facts.splashOf);
+  if (own.empty() || own.front().kills == 0) return {};
+  double fieldKills = 0;
+  double fieldUse = 0;
+  for (const WeaponUse& use : facts.statistics.summary.figures.weapons) {
+    fieldKills += use.kills;
+    if (facts.splashOf[use.weapon] == own.front().weapon) fieldUse += use.kills;
+  }
+  return {Fixed(Percent(own.front().kills, static_cast<double>(figures.kills)), 1),
+          Fixed(Percent(fieldUse, fieldKills), 1)};
+}
+
 void SetCareer(Data& object, const SiteFacts& facts, std::uint32_t player) {
   const Appearances& games = facts.Games(player);
   SetOptional(object, "chart", CareerChart(facts, games));
@@ -159,7 +152,9 @@ void SetCareer(Data& object, const SiteFacts& facts, std::uint32_t player) {
   SetData(object, "form", FormList(facts, games));
   SetData(object, "best_game", HighestGame(facts, player, &Counts::score));
   SetData(object, "streak_game", HighestGame(facts, player, &Counts::killStreak));
-  SetFavourite(object, facts, facts.statistics.players[player].figures);
+  const auto [own, field] = FavouriteSharesOf(facts, facts.statistics.players[player].figures);
+  SetOptional(object, "weapon_share", own);
+  SetOptional(object, "weapon_field_share", field);
   std::vector<Award> won;
   std::ranges::copy_if(facts.Awards(), std::back_inserter(won),
                        [&](const Award& award) { return award.player == player; });
@@ -169,8 +164,8 @@ void SetCareer(Data& object, const SiteFacts& facts, std::uint32_t player) {
 
 std::string RatingSpark(const SiteFacts& facts, std::uint32_t player) {
   const Appearances& games = facts.Games(player);
-  const Appearances last(games.end() - static_cast<std::ptrdiff_t>(std::min(games.size(), kSpark)),
-                         games.end());
+  const Appearances last(
+      games.end() - static_cast<std::ptrdiff_t>(std::min(games.size(), kSparkGames)), games.end());
   // A sum of scores only ever rises: what tells more is each game's own.
   const bool ruled = facts.statistics.customRanking;
   const std::vector<double> values = ValuesOf(facts, last, ruled ? RatingOf : ScoreOf);

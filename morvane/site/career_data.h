@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "morvane/site/site_facts.h"
 
@@ -17,6 +18,17 @@ void SetCareer(Data& object, const SiteFacts& facts, std::uint32_t player);
 /// The game in which a figure of the player's was highest; nullptr where it was never above 0.
 const SiteFacts::Appearance* HighestAppearance(const SiteFacts& facts, std::uint32_t player,
                                                std::int64_t Counts::*figure);
+
+/// How much of all kills are made with the favourite weapon, by the player and by the field;
+/// empty for a player without one.
+struct FavouriteShares {
+  std::string own;
+  std::string field;
+};
+FavouriteShares FavouriteSharesOf(const SiteFacts& facts, const Figures& figures);
+
+/// The most games that the curve in a list shows.
+inline constexpr std::size_t kSparkGames = 20;
 
 /// The curve of a player's rating over the last games, as HTML; empty for fewer than two games.
 std::string RatingSpark(const SiteFacts& facts, std::uint32_t player);

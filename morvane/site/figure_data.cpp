@@ -58,15 +58,7 @@ void SetGames(Data& object, const Player& player) {
 }
 
 void SetBars(Data& object, const Player& player, const Highest& highest) {
-  const Figures& figures = player.figures;
-  SetPercent(object, "kills_percent", figures.kills, highest.kills);
-  SetPercent(object, "deaths_percent", figures.deaths, highest.deaths);
-  SetPercent(object, "score_percent", figures.score, highest.score);
-  SetPercent(object, "time_percent", figures.seconds, highest.seconds);
-  SetPercent(object, "games_percent", player.games, highest.games);
-  SetPercent(object, "kills_per_game_percent", Per(figures.kills, player.games),
-             highest.killsPerGame);
-  SetPercent(object, "kills_per_hour_percent", KillsPerHour(player), highest.killsPerHour);
+  for (const auto& [name, text] : BarsOf(player, highest)) Set(object, name, text);
 }
 
 /// How the rank has changed since before the last evening, and the curve of the last games.
@@ -140,7 +132,7 @@ void SetTime(Data& object, const SiteFacts& facts, const std::string& name, std:
 }
 
 std::string TimeText(const SiteFacts& facts, std::int64_t seconds, Dated dated) {
-  const std::string text = facts.time.Text(seconds);
+  std::string text = facts.time.Text(seconds);
   if (text.empty()) return text;
   if (dated == Dated::kReckoned) return "\xE2\x89\x88 " + text;  // about
   return dated == Dated::kNotAfter ? "\xE2\x89\xA4 " + text : text;
@@ -190,6 +182,20 @@ void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>&
   SetData(object, "weapons", WeaponRows(facts, weapons, WeaponName));
   SetData(object, "joined_weapons", WeaponRows(facts, joined, WeaponText));
   SetData(object, "items", std::move(itemRows));
+}
+
+std::array<Bar, 7> BarsOf(const Player& player, const Highest& highest) {
+  const auto bar = [](const char* name, auto part, auto whole) {
+    return Bar{name, ShareText(static_cast<double>(part), static_cast<double>(whole))};
+  };
+  const Figures& figures = player.figures;
+  return {bar("kills_percent", figures.kills, highest.kills),
+          bar("deaths_percent", figures.deaths, highest.deaths),
+          bar("score_percent", figures.score, highest.score),
+          bar("time_percent", figures.seconds, highest.seconds),
+          bar("games_percent", player.games, highest.games),
+          bar("kills_per_game_percent", Per(figures.kills, player.games), highest.killsPerGame),
+          bar("kills_per_hour_percent", KillsPerHour(player), highest.killsPerHour)};
 }
 
 Highest HighestOf(const std::vector<Player>& players) {

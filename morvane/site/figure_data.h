@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -53,6 +54,9 @@ struct Highest {
   double killsPerHour = 0;
 };
 Highest HighestOf(const std::vector<Player>& players);
+
+/// The bars of a player.
+std::array<Bar, 7> BarsOf(const Player& player, const Highest& highest);
 
 /// A row about a player: the name and all its figures, measured against those of the list.
 /// `rivals`: the list that the player's rivals are indices of.

@@ -44,34 +44,56 @@ std::string ListPages::Title(std::size_t page) const {
          Grouped(static_cast<std::int64_t>(range.end));
 }
 
-void ListPages::SetLinks(Data& object, std::size_t page,
-                         const std::function<std::string(std::size_t)>& file) const {
-  const std::size_t count = Count();
-  const bool all = count <= kAllLinked;
-  Data links = List(count);
-  std::size_t linked = 0;
-  for (std::size_t other = 0; other < count; ++other) {
-    const bool isNear = other + kNeighbours >= page && other <= page + kNeighbours;
-    if (!all && !isNear && other != 0 && other + 1 != count) continue;
-    if (other > linked) Append(links, Gap());
-    linked = other + 1;
-    Data link;
-    SetFlag(link, "gap", false);
-    Set(link, "title", Title(other));
-    Set(link, "page", UrlText(file(Number(other))));
-    SetFlag(link, "current", other == page);
-    Append(links, std::move(link));
-  }
-  SetFlag(object, "first_page", page == 0);
-  SetFlag(object, "has_pages", count > 1);
-  SetOptional(object, "page_range", count > 1 ? Title(page) : std::string());
-  SetData(object, "pages", count > 1 ? std::move(links) : List(0));
+/// In links the end that grows stays open: pages that lead there need not change with it.
+std::string ListPages::LinkTitle(std::size_t page) const {
+  if (fromLast_) return page == 0 ? "Latest" : Title(page);
+  if (page + 1 < Count()) return Title(page);
+  return Grouped(static_cast<std::int64_t>(Of(page).first + 1)) + "–";
 }
 
-const Data& ListParts::Get(std::size_t page) {
-  Part& part = parts_[page];
-  std::call_once(part.made, [&] { part.rows = make_(pages_.Of(page)); });
-  return part.rows;
+/// The first, the last and those near the page.
+std::vector<ListPages::Link> ListPages::LinksOf(std::size_t page) const {
+  const std::size_t count = Count();
+  const bool all = count <= kAllLinked;
+  std::vector<Link> links;
+  std::size_t linked = 0;
+  for (std::size_t other = 0; other < count && count > 1; ++other) {
+    const bool isNear = other + kNeighbours >= page && other <= page + kNeighbours;
+    if (!all && !isNear && other != 0 && other + 1 != count) continue;
+    if (other > linked) links.push_back({true, 0});
+    linked = other + 1;
+    links.push_back({false, other});
+  }
+  return links;
+}
+
+void ListPages::SetLinks(Data& object, std::size_t page,
+                         const std::function<std::string(std::size_t)>& file) const {
+  const std::vector<Link> links = LinksOf(page);
+  Data list = List(links.size());
+  for (const auto& [isGap, other] : links) {
+    if (isGap) {
+      Append(list, Gap());
+      continue;
+    }
+    Data link;
+    SetFlag(link, "gap", false);
+    Set(link, "title", LinkTitle(other));
+    Set(link, "page", UrlText(file(Number(other))));
+    SetFlag(link, "current", other == page);
+    Append(list, std::move(link));
+  }
+  SetFlag(object, "first_page", page == 0);
+  SetFlag(object, "has_pages", Count() > 1);
+  SetOptional(object, "page_range", Count() > 1 ? Title(page) : std::string());
+  SetData(object, "pages", std::move(list));
+}
+
+void ListPages::AddLinks(Fingerprint& print, std::size_t page) const {
+  print.Add(page == 0).Add(Count() > 1).Add(Title(page));
+  for (const auto& [isGap, other] : LinksOf(page)) {
+    print.Add(isGap).Add(Number(other)).Add(LinkTitle(other)).Add(other == page);
+  }
 }
 
 }  // namespace morvane

@@ -2,11 +2,11 @@
 
 #include <cstddef>
 #include <functional>
-#include <mutex>
 #include <string>
 #include <vector>
 
 #include "morvane/site/page_data.h"
+#include "morvane/statistics/fingerprint.h"
 
 namespace morvane {
 
@@ -38,34 +38,22 @@ class ListPages {
   /// number.
   void SetLinks(Data& object, std::size_t page,
                 const std::function<std::string(std::size_t number)>& file) const;
+  /// Adds all that SetLinks sets, but for the files.
+  void AddLinks(Fingerprint& print, std::size_t page) const;
 
  private:
+  /// Of a page to another one, or a gap.
+  struct Link {
+    bool isGap = false;
+    std::size_t page = 0;
+  };
+  std::vector<Link> LinksOf(std::size_t page) const;
+  std::string LinkTitle(std::size_t page) const;
   ListPages(std::size_t rows, bool fromLast) : rows_(rows), fromLast_(fromLast) {}
   std::string Title(std::size_t page) const;
 
   std::size_t rows_;
   bool fromLast_;
-};
-
-/// The rows of a split list, page by page; a page's are made when they are first asked for, once
-/// for all templates. Safe to read from several threads.
-class ListParts {
- public:
-  /// `make`: an object that holds the rows of a range.
-  ListParts(ListPages pages, std::function<Data(ListPages::Range)> make)
-      : pages_(pages), make_(std::move(make)), parts_(pages.Count()) {}
-
-  const ListPages& Pages() const { return pages_; }
-  const Data& Get(std::size_t page);
-
- private:
-  struct Part {
-    std::once_flag made;
-    Data rows;
-  };
-  ListPages pages_;
-  std::function<Data(ListPages::Range)> make_;
-  std::vector<Part> parts_;
 };
 
 }  // namespace morvane

@@ -13,22 +13,7 @@ namespace {
 
 constexpr std::size_t kMostGames = 100;
 
-/// The most of any map, for bars.
-struct Most {
-  std::uint32_t games = 0;
-  std::int64_t kills = 0;
-};
-
-Most MostOf(const std::vector<Map>& maps) {
-  Most most;
-  for (const Map& map : maps) {
-    most.games = std::max(most.games, map.summary.games);
-    most.kills = std::max(most.kills, map.summary.figures.kills);
-  }
-  return most;
-}
-
-Data MapRow(const SiteFacts& facts, std::uint32_t index, const Most& most) {
+Data MapRow(const SiteFacts& facts, std::uint32_t index, const MostOfMaps& most) {
   const Map& map = facts.statistics.maps[index];
   Data row;
   SetLabel(row, facts.MapLabel(index));
@@ -39,8 +24,7 @@ Data MapRow(const SiteFacts& facts, std::uint32_t index, const Most& most) {
   Set(row, "suicides", map.summary.figures.suicides);
   Set(row, "world_deaths", map.summary.figures.worldDeaths);
   Set(row, "player_count", map.players.size());
-  SetPercent(row, "games_percent", map.summary.games, most.games);
-  SetPercent(row, "kills_percent", map.summary.figures.kills, most.kills);
+  for (const auto& [name, text] : BarsOf(map, most)) Set(row, name, text);
   SetOptional(row, "weapon", FavouriteWeapon(facts, map.summary.figures.weapons));
   SetOptional(
       row, "best_link",
@@ -100,8 +84,23 @@ Data Months(const SiteFacts& facts, const Map& map) {
 
 }  // namespace
 
+MostOfMaps MostOf(const std::vector<Map>& maps) {
+  MostOfMaps most;
+  for (const Map& map : maps) {
+    most.games = std::max(most.games, map.summary.games);
+    most.kills = std::max(most.kills, map.summary.figures.kills);
+  }
+  return most;
+}
+
+std::array<Bar, 2> BarsOf(const Map& map, const MostOfMaps& most) {
+  return {Bar{"games_percent", ShareText(map.summary.games, most.games)},
+          Bar{"kills_percent", ShareText(static_cast<double>(map.summary.figures.kills),
+                                         static_cast<double>(most.kills))}};
+}
+
 Data MapList(const SiteFacts& facts) {
-  const Most most = MostOf(facts.statistics.maps);
+  const MostOfMaps most = MostOf(facts.statistics.maps);
   Data list = List(facts.statistics.maps.size());
   for (std::uint32_t i = 0; i < facts.statistics.maps.size(); ++i) {
     Append(list, MapRow(facts, i, most));
@@ -114,7 +113,6 @@ Data MapData(const SiteFacts& facts, std::uint32_t index) {
   Data object = MapRow(facts, index, MostOf(facts.statistics.maps));
   SetData(object, "summary", SummaryData(facts, map.summary));
   SetFlag(object, "has_players", !map.players.empty());
-  SetData(object, "players", PlayerList(facts, map.players));
   SetUses(object, facts, map.summary.figures.weapons, map.summary.figures.itemCounts);
   SetData(object, "kill_table", MapTable(facts, map));
   SetData(object, "owner", Owner(facts, map));

@@ -10,8 +10,8 @@ void SetDecimal(Data& object, const char* name, double number) {
   object[name] = Data(Fixed(number, 2));
 }
 
-void SetShare(Data& object, const char* name, double part, double whole) {
-  object[name] = Data(Fixed(std::clamp(Percent(part, whole), 0.0, 100.0), 1));
+std::string ShareText(double part, double whole) {
+  return Fixed(std::clamp(Percent(part, whole), 0.0, 100.0), 1);
 }
 
 Data List(std::size_t size) {

@@ -29,12 +29,19 @@ inline void SetOptional(Data& object, const char* name, std::string_view text) {
 }
 /// A number with two digits after the point.
 void SetDecimal(Data& object, const char* name, double number);
-void SetShare(Data& object, const char* name, double part, double whole);
 /// `part` of `whole` in percent, one digit after the point, 0 to 100: the length of a bar.
+std::string ShareText(double part, double whole);
+/// The same as a value.
 template <class Part, class Whole>
 void SetPercent(Data& object, const char* name, Part part, Whole whole) {
-  SetShare(object, name, static_cast<double>(part), static_cast<double>(whole));
+  Set(object, name, ShareText(static_cast<double>(part), static_cast<double>(whole)));
 }
+
+/// The length of a bar, and the variable that holds it.
+struct Bar {
+  const char* name;
+  std::string text;
+};
 
 /// An empty list with room for `size` items: a list that grows copies all that it holds.
 Data List(std::size_t size);

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <span>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
 #include "platform/files.h"
+#include "platform/threads.h"
 #include "text/text.h"
 
 namespace morvane {
@@ -24,27 +26,19 @@ bool Holds(const fs::path& path, std::string_view content) {
   return platform::ReadWholeFile(path, error) == content && !error;
 }
 
-/// Whether the file is still as a run wrote it. A link is not. `error`: why nobody can tell.
-bool IsAsWritten(const fs::path& path, const std::vector<WrittenPage>& states,
-                 std::error_code& error) {
-  struct stat status = {};
-  if (lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
-  const auto isOfSize = [&](const WrittenPage& state) {
-    return state.size == static_cast<std::uint64_t>(status.st_size);
-  };
-  if (std::none_of(states.begin(), states.end(), isOfSize)) return false;
-  const WrittenPage present = Describe(platform::ReadWholeFile(path, error));
-  return !error && std::any_of(states.begin(), states.end(), [&](const WrittenPage& state) {
-    return state.size == present.size && state.digest == present.digest;
-  });
-}
-
 /// Whether two names stand for one file, as where the file system does not tell A from a.
 bool AreOneFile(const fs::path& one, const fs::path& other) {
   struct stat left = {};
   struct stat right = {};
   return lstat(one.c_str(), &left) == 0 && lstat(other.c_str(), &right) == 0 &&
          left.st_dev == right.st_dev && left.st_ino == right.st_ino;
+}
+
+bool IsBefore(const ListedPage& left, const ListedPage& right) { return left.name < right.name; }
+
+/// What stays though this run did not make it: whether it would be the same now is not known.
+ListedPage WithoutFingerprint(const ListedPage& listed) {
+  return {listed.name, {listed.page.size, listed.page.digest, {}, 0}};
 }
 
 /// Creates the folder where it can, so that its list can be read.
@@ -67,74 +61,161 @@ PageFolder::PageFolder(fs::path folder, const Inputs& inputs, std::error_code& e
 // The pages are made anew by the next run, so they are not flushed to the disk one by one: a
 // rename keeps them whole for every reader and through a killed run, and a site of thousands of
 // pages stays a matter of seconds.
-std::error_code PageFolder::Write(const std::string& name, std::string_view content) {
-  const fs::path page = folder_ / name;
+std::error_code PageFolder::Write(const std::string& name, std::string_view content,
+                                  const Digest128& fingerprint) {
+  const fs::path path = folder_ / name;
   const bool isInput = IsInput(name);
-  if (!isInput) Note(name, Describe(content));
-  if (Holds(page, content)) {
+  WrittenPage page = Describe(content);
+  page.fingerprint = fingerprint;
+  if (!isInput) Note(name, page);
+  // The time comes first: what is changed while it is read is looked at again by the next run.
+  std::uint64_t size = 0;
+  page.changedAt = LastChangeOf(path, size);
+  if (Holds(path, content)) {
     ++unchanged_;
+    if (!isInput) NoteDone(name, page);
     return {};
   }
   if (isInput) return IsAnInput();
-  const std::error_code error = platform::PutFile(page, content, platform::Flush::kNo);
-  if (error) {
-    KeepNoted(name);
-  } else {
-    ++written_;
-  }
-  return error;
+  return Settle(name, page, platform::PutFile(path, content, platform::Flush::kNo));
 }
 
-void PageFolder::Note(const std::string& name, WrittenPage page) {
+/// After a page was put in place, or could not be: `error`.
+std::error_code PageFolder::Settle(const std::string& name, WrittenPage page,
+                                   std::error_code error) {
+  if (error) {
+    KeepNoted(name);
+    return error;
+  }
+  ++written_;
+  std::uint64_t size = 0;
+  page.changedAt = LastChangeOf(folder_ / name, size);
+  NoteDone(name, page);
+  return {};
+}
+
+void PageFolder::Note(const std::string& name, const WrittenPage& page) {
   const std::lock_guard lock(mutex_);
-  if (!list_.Holds(name, page) && !IsInput(PageList::kFileName)) list_.Note(name, page);
-  madeFolded_.emplace(text::FoldCase(name), name);
-  made_[name] = {std::move(page)};
+  if (!list_.Holds(name, page) && !IsInput(PageList::kFileName)) {
+    list_.Note(name, {page.size, page.digest, {}, 0});
+  }
+}
+
+void PageFolder::NoteDone(const std::string& name, const WrittenPage& page) {
+  const std::lock_guard lock(mutex_);
+  const auto known = list_.Find(name);
+  const bool isKnown = !known.empty();
+  made_.push_back({isKnown ? known.front().name : madeNames_.emplace_back(name), page});
 }
 
 void PageFolder::KeepNoted(const std::string& name) {
   const std::lock_guard lock(mutex_);
-  const auto earlier = list_.Earlier().find(name);
-  if (earlier == list_.Earlier().end()) {
-    made_.erase(name);
-  } else {
-    made_[name] = earlier->second;
+  for (const ListedPage& known : list_.Find(name)) made_.push_back(WithoutFingerprint(known));
+}
+
+/// A file that was changed in any way since it was listed, and be it its permissions alone, is
+/// read. So is one that may have been changed at the very time at which the list was written.
+bool PageFolder::IsUntouched(const ListedPage& listed, std::int64_t& changedAt,
+                             std::error_code& error) const {
+  const fs::path path = folder_ / listed.name;
+  std::uint64_t size = 0;
+  changedAt = LastChangeOf(path, size);
+  if (changedAt < 0 || size != listed.page.size) return false;
+  if (changedAt == listed.page.changedAt && changedAt < list_.WrittenAt()) return true;
+  const WrittenPage present = Describe(platform::ReadWholeFile(path, error));
+  return !error && present.HasContentOf(listed.page);
+}
+
+/// Whether the file is still as a run wrote it. A link is not. `error`: why nobody can tell.
+bool PageFolder::IsAsWritten(std::span<const ListedPage> states, std::error_code& error) const {
+  std::int64_t changedAt = 0;
+  return std::any_of(states.begin(), states.end(),
+                     [&](const ListedPage& state) { return IsUntouched(state, changedAt, error); });
+}
+
+bool PageFolder::Stands(const std::string& name, const Digest128& fingerprint) {
+  const auto known = list_.Find(name);
+  if (fingerprint.IsNone() || known.size() != 1 || known.front().page.fingerprint != fingerprint) {
+    return false;
   }
+  ListedPage listed = known.front();
+  std::error_code error;
+  if (IsInput(name) || !IsUntouched(listed, listed.page.changedAt, error)) return false;
+  ++unchanged_;
+  const std::lock_guard lock(mutex_);
+  made_.push_back(listed);
+  return true;
+}
+
+bool PageFolder::AllStand() const {
+  const std::vector<ListedPage>& pages = list_.Earlier();
+  std::atomic<bool> all = true;
+  constexpr std::size_t kTogether = 256;
+  platform::ForEachOnThreads((pages.size() + kTogether - 1) / kTogether, 0, [&](std::size_t part) {
+    const std::size_t end = std::min(pages.size(), (part + 1) * kTogether);
+    for (std::size_t i = part * kTogether; i < end && all; ++i) {
+      const bool isBeingReplaced = i > 0 && pages[i].name == pages[i - 1].name;
+      std::int64_t changedAt = 0;
+      std::error_code error;
+      if (isBeingReplaced || !IsUntouched(pages[i], changedAt, error)) all = false;
+    }
+  });
+  return all;
 }
 
 bool PageFolder::HoldsForeign(const std::string& name, std::error_code& error) const {
   const fs::path path = folder_ / name;
   if (fs::symlink_status(path).type() == fs::file_type::not_found) return false;
-  const auto known = list_.Earlier().find(name);
-  return IsInput(name) || known == list_.Earlier().end() ||
-         !IsAsWritten(path, known->second, error);
+  return IsInput(name) || !IsAsWritten(list_.Find(name), error);
 }
 
-std::error_code PageFolder::Finish(const std::function<bool(const std::string&)>& keep) {
+std::error_code PageFolder::Finish(const std::function<bool(const std::string&)>& keep,
+                                   const PageList::Remarks& remarks) {
   if (IsInput(PageList::kFileName)) return IsAnInput();
+  std::sort(made_.begin(), made_.end(), IsBefore);
   std::error_code first;
-  for (const auto& [name, states] : list_.Earlier()) {
-    const fs::path path = folder_ / name;
-    const bool isMade = made_.contains(name) || IsMade(path, text::FoldCase(name));
+  std::vector<ListedPage> kept = TakeAwayOthers(keep, first);
+  made_.insert(made_.end(), kept.begin(), kept.end());
+  std::stable_sort(made_.begin(), made_.end(), IsBefore);
+  const std::error_code error = list_.Replace(made_, remarks);
+  return first ? first : error;
+}
+
+std::vector<ListedPage> PageFolder::TakeAwayOthers(
+    const std::function<bool(const std::string&)>& keep, std::error_code& failure) {
+  std::vector<ListedPage> kept;
+  const std::vector<ListedPage>& earlier = list_.Earlier();
+  for (std::size_t i = 0, end = 0; i < earlier.size(); i = end) {
+    while (end < earlier.size() && earlier[end].name == earlier[i].name) ++end;
+    const std::span states(earlier.data() + i, end - i);
+    if (std::binary_search(made_.begin(), made_.end(), earlier[i], IsBefore)) continue;
+    const std::string name(earlier[i].name);
     std::error_code error;
-    if (isMade || IsInput(name) || (!IsAsWritten(path, states, error) && !error)) continue;
+    if (IsMade(name) || IsInput(name) || (!IsAsWritten(states, error) && !error)) continue;
     const bool goes = !error && !keep(name);
-    if (goes && unlink(path.c_str()) == 0) {
+    if (goes && unlink((folder_ / name).c_str()) == 0) {
       ++takenAway_;
       continue;
     }
     if (goes) error = LastError();
-    if (!first) first = error;
-    made_[name] = states;
+    if (!failure) failure = error;
+    for (const ListedPage& state : states) kept.push_back(WithoutFingerprint(state));
   }
-  const std::error_code error = list_.Replace(made_);
-  return first ? first : error;
+  return kept;
 }
 
-bool PageFolder::IsMade(const fs::path& path, const std::string& foldedName) const {
-  const auto [begin, end] = madeFolded_.equal_range(foldedName);
-  return std::any_of(begin, end,
-                     [&](const auto& made) { return AreOneFile(path, folder_ / made.second); });
+/// Whether the file of a name is that of a page that was made, as where the file system does not
+/// tell A from a.
+bool PageFolder::IsMade(std::string_view name) {
+  if (madeFolded_.empty()) {
+    for (const ListedPage& made : made_) {
+      madeFolded_.emplace(text::FoldCase(made.name), made.name);
+    }
+  }
+  const auto [begin, end] = madeFolded_.equal_range(text::FoldCase(name));
+  return std::any_of(begin, end, [&](const auto& made) {
+    return AreOneFile(folder_ / name, folder_ / made.second);
+  });
 }
 
 }  // namespace morvane

@@ -30,7 +30,8 @@ auto KillPairs(const SiteFacts& facts, std::uint32_t player) {
       [](const Pair& left, const Pair& right) { return left.killer < right.killer; });
 }
 
-/// Whom the player met most often comes first.
+/// Whom the player met most often comes first; of equal ones the names decide, so that the games
+/// of others do not change the order.
 std::vector<Opponent> Opponents(const SiteFacts& facts, std::uint32_t player) {
   std::map<std::uint32_t, Opponent> byPlayer;
   const auto [first, last] = KillPairs(facts, player);
@@ -44,8 +45,9 @@ std::vector<Opponent> Opponents(const SiteFacts& facts, std::uint32_t player) {
     opponent.player = other;
     if (opponent.Meetings() > 0) opponents.push_back(opponent);
   }
-  std::stable_sort(opponents.begin(), opponents.end(), [](const Opponent& a, const Opponent& b) {
-    return a.Meetings() > b.Meetings();
+  std::sort(opponents.begin(), opponents.end(), [&](const Opponent& a, const Opponent& b) {
+    if (a.Meetings() != b.Meetings()) return a.Meetings() > b.Meetings();
+    return facts.statistics.players[a.player].plain < facts.statistics.players[b.player].plain;
   });
   return opponents;
 }

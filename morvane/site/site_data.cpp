@@ -240,20 +240,28 @@ Data CountText(std::size_t count) { return Data(Grouped(static_cast<std::int64_t
 
 void DefineSettings(SharedData& shared, const SiteFacts& facts) {
   const SiteSettings& settings = facts.settings;
-  shared.Define("vars", [&] { return UserVariables(settings); });
-  shared.Define("colors", [&] { return Colors(settings); });
-  shared.Define("name_colors", [&] { return NameColorList(settings); });
-  shared.Define("column_colors", [&] { return ColumnColorList(settings); });
-  shared.Define("heat_colors", [&] { return HeatColorList(settings); });
-  shared.Define("has_hilites", [&] { return Data(HiliteList(settings).is_non_empty_list()); });
-  shared.Define("hilites", [&] { return HiliteList(settings); });
-  shared.Define("limits", [&] { return LimitData(facts); });
+  const auto define = [&](const char* name, Data (*make)(const SiteSettings&)) {
+    shared.Define(
+        name, [&settings, make] { return make(settings); }, SharedData::From::kSettings);
+  };
+  define("vars", UserVariables);
+  define("colors", Colors);
+  define("name_colors", NameColorList);
+  define("column_colors", ColumnColorList);
+  define("heat_colors", HeatColorList);
+  define("hilites", HiliteList);
+  shared.Define(
+      "has_hilites", [&] { return Data(HiliteList(settings).is_non_empty_list()); },
+      SharedData::From::kText);
+  shared.Define(
+      "limits", [&] { return LimitData(facts); }, SharedData::From::kSettings);
 }
 
 /// What has happened of late.
 void DefineCourse(SharedData& shared, const SiteFacts& facts) {
   shared.Define("awards", [&] { return AwardList(facts, facts.Awards()); });
-  shared.Define("has_awards", [&] { return Data(!facts.Awards().empty()); });
+  shared.Define(
+      "has_awards", [&] { return Data(!facts.Awards().empty()); }, SharedData::From::kText);
   shared.Define("evening", [&] { return EveningData(facts); });
   shared.Define("last_game", [&] {
     const auto games = static_cast<std::uint32_t>(facts.statistics.games.size());
@@ -261,51 +269,61 @@ void DefineCourse(SharedData& shared, const SiteFacts& facts) {
   });
   shared.Define("game_cards", [&] { return GameCards(facts); });
   shared.Define("activity", [&] { return ActivityRows(facts); });
-  shared.Define("has_activity",
-                [&] { return Data(std::ranges::any_of(facts.statistics.games, HasDay)); });
-  shared.Define("has_recent", [&] { return Data(facts.days.first > 0); });
-  shared.Define("recent_title", [&] {
-    return Data(facts.days.byDate ? "Last " + std::to_string(kDaysOfLate) + " days"
-                                  : "Last " + std::to_string(kGamesOfLate) + " games");
-  });
+  shared.Define(
+      "has_activity", [&] { return Data(std::ranges::any_of(facts.statistics.games, HasDay)); },
+      SharedData::From::kText);
+  shared.Define(
+      "has_recent", [&] { return Data(facts.days.first > 0); }, SharedData::From::kText);
+  shared.Define(
+      "recent_title",
+      [&] {
+        return Data(facts.days.byDate ? "Last " + std::to_string(kDaysOfLate) + " days"
+                                      : "Last " + std::to_string(kGamesOfLate) + " games");
+      },
+      SharedData::From::kText);
   shared.Define("recent_players", [&] {
     return PlayerList(facts, PlayersSince(facts.statistics, facts.days.first), 0, kTopPlayers);
   });
 }
 
 void DefineCounts(SharedData& shared, const SiteFacts& facts) {
+  const auto define = [&](const char* name, SharedData::Maker maker) {
+    shared.Define(name, std::move(maker), SharedData::From::kText);
+  };
   const Statistics& statistics = facts.statistics;
   const std::size_t players = statistics.players.size();
-  shared.Define("has_players", [=] { return Data(players > 0); });
-  shared.Define("player_count", [=] { return CountText(players); });
-  shared.Define("ranked_count", [&] { return CountText(statistics.ranked); });
-  shared.Define("nobody_ranked",
-                [=, ranked = statistics.ranked] { return Data(players > 0 && ranked == 0); });
+  define("has_players", [=] { return Data(players > 0); });
+  define("player_count", [=] { return CountText(players); });
+  define("ranked_count", [&] { return CountText(statistics.ranked); });
+  define("nobody_ranked",
+         [=, ranked = statistics.ranked] { return Data(players > 0 && ranked == 0); });
   const auto anyGame = [&statistics](Dated dated) {
     return Data(std::ranges::any_of(statistics.games,
                                     [=](const Game& game) { return game.dated == dated; }));
   };
-  shared.Define("has_reckoned", [=] { return anyGame(Dated::kReckoned); });
-  shared.Define("has_not_after", [=] { return anyGame(Dated::kNotAfter); });
-  shared.Define("map_count", [&] { return CountText(statistics.maps.size()); });
-  shared.Define("game_count", [&] { return CountText(statistics.games.size()); });
-  shared.Define("games_found", [&] { return CountText(statistics.gamesFound); });
-  shared.Define("more_players", [=] {
-    return players <= kTopPlayers ? Data(false) : CountText(players - kTopPlayers);
-  });
-  shared.Define("more_games", [&] {
+  define("has_reckoned", [=] { return anyGame(Dated::kReckoned); });
+  define("has_not_after", [=] { return anyGame(Dated::kNotAfter); });
+  define("map_count", [&] { return CountText(statistics.maps.size()); });
+  define("game_count", [&] { return CountText(statistics.games.size()); });
+  define("games_found", [&] { return CountText(statistics.gamesFound); });
+  define("more_players",
+         [=] { return players <= kTopPlayers ? Data(false) : CountText(players - kTopPlayers); });
+  define("more_games", [&] {
     const std::size_t games = statistics.games.size();
     return games <= kRecentGames ? Data(false) : CountText(games - kRecentGames);
   });
-  shared.Define("custom_ranking", [&] { return Data(statistics.customRanking); });
+  define("custom_ranking", [&] { return Data(statistics.customRanking); });
 }
 
 /// What a page says whose list is not split.
 void DefineUnsplit(SharedData& shared) {
-  shared.Define("first_page", [] { return Data(true); });
-  shared.Define("has_pages", [] { return Data(false); });
-  shared.Define("pages", [] { return List(0); });
-  shared.Define("page_range", [] { return Data(false); });
+  for (const auto& [name, value] : {std::pair("first_page", true), std::pair("has_pages", false),
+                                    std::pair("page_range", false)}) {
+    shared.Define(
+        name, [value = value] { return Data(value); }, SharedData::From::kText);
+  }
+  shared.Define(
+      "pages", [] { return List(0); }, SharedData::From::kSettings);
 }
 
 }  // namespace
@@ -326,11 +344,16 @@ void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
   shared.Define("recent_games", [&facts, games] {
     return GameList(facts, games - std::min(games, kRecentGames), games);
   });
-  shared.Define("has_weapons", [&] { return Data(!statistics.summary.figures.weapons.empty()); });
-  shared.Define("has_items", [&] { return Data(!statistics.summary.figures.itemCounts.empty()); });
+  shared.Define(
+      "has_weapons", [&] { return Data(!statistics.summary.figures.weapons.empty()); },
+      SharedData::From::kText);
+  shared.Define(
+      "has_items", [&] { return Data(!statistics.summary.figures.itemCounts.empty()); },
+      SharedData::From::kText);
   shared.Define("weapons", [&] { return Uses(facts, "weapons"); });
   shared.Define("items", [&] { return Uses(facts, "items"); });
-  shared.Define("has_splash", [&] { return Uses(facts, "has_splash"); });
+  shared.Define(
+      "has_splash", [&] { return Uses(facts, "has_splash"); }, SharedData::From::kText);
   shared.Define("joined_weapons", [&] { return Uses(facts, "joined_weapons"); });
   shared.Define("kill_table", [&] { return KillTable(facts); });
   shared.Define("weapon_table",

@@ -9,26 +9,30 @@ namespace morvane {
 
 namespace fs = std::filesystem;
 
-void SiteOutput::Write(const std::string& name, std::string_view content) {
+void SiteOutput::Write(const std::string& name, std::string_view content,
+                       const Digest128& fingerprint) {
   if (Claim(name)) {
-    Put(name, content);
+    Tell(name, folder_.Write(name, content, fingerprint));
   } else {
     Fail("two pages have the name " + name + "; one of them was left out");
   }
 }
 
-void SiteOutput::WriteOwn(const std::string& name, std::string_view content) {
-  if (!Claim(name)) return;
+void SiteOutput::WriteOwn(const std::string& name, std::string_view content,
+                          const Digest128& fingerprint) {
+  if (ClaimOwn(name)) Tell(name, folder_.Write(name, content, fingerprint));
+}
+
+bool SiteOutput::ClaimOwn(const std::string& name) {
+  if (!Claim(name)) return false;
   std::error_code error;
   const bool isForeign = folder_.HoldsForeign(name, error);
-  if (error) {
-    NoteUnwritten(name, error);
-  } else if (isForeign) {
-    report_.Normal(Log::kMain, "this file is not the engine's; it stays as it is",
-                   (folder_.Path() / name).string());
-  } else {
-    Put(name, content);
-  }
+  if (!error && !isForeign) return true;
+  Tell(name, error);
+  if (error) return false;
+  report_.Normal(Log::kMain, "this file is not the engine's; it stays as it is",
+                 (folder_.Path() / name).string());
+  return false;
 }
 
 void SiteOutput::Copy(const fs::path& source, const std::string& name) {
@@ -44,16 +48,25 @@ void SiteOutput::Copy(const fs::path& source, const std::string& name) {
   }
 }
 
-void SiteOutput::Finish(const std::function<bool(const std::string& name)>& keep) {
+void SiteOutput::Finish(const std::function<bool(const std::string& name)>& keep,
+                        const PageList::Remarks& remarks) {
   const auto keepAlso = [&](const std::string& name) {
     return lacking_.contains(name) || keep(name);
   };
   TellUnwritten();
-  if (const std::error_code error = folder_.Finish(keepAlso)) {
+  if (const std::error_code error = folder_.Finish(keepAlso, remarks)) {
     ++failed_;
     Fail("the pages of earlier runs in " + folder_.Path().string() +
          " cannot be taken away or listed: " + error.message());
   }
+}
+
+bool SiteOutput::Stands(const std::string& name, const Digest128& fingerprint) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (names_.contains(text::FoldCase(name))) return false;
+  }
+  return folder_.Stands(name, fingerprint) && Claim(name);
 }
 
 bool SiteOutput::Claim(const std::string& name) {
@@ -61,11 +74,8 @@ bool SiteOutput::Claim(const std::string& name) {
   return names_.insert(text::FoldCase(name)).second;
 }
 
-void SiteOutput::Put(const std::string& name, std::string_view content) {
-  if (const std::error_code error = folder_.Write(name, content)) NoteUnwritten(name, error);
-}
-
-void SiteOutput::NoteUnwritten(const std::string& name, const std::error_code& error) {
+void SiteOutput::Tell(const std::string& name, const std::error_code& error) {
+  if (!error) return;
   const std::lock_guard lock(mutex_);
   Unwritten& unwritten = unwritten_[error.message()];
   if (unwritten.count++ == 0) unwritten.first = (folder_.Path() / name).string();

@@ -24,6 +24,32 @@ struct SiteTemplates {
   std::vector<std::string> failed;  ///< names of those that the settings ask for and are not here
   bool folderRead = true;           ///< the template folder could be looked through
 
+  /// Visits all but gameListLoop, each with a key of its own: what it is for, and its name.
+  template <class Visitor>
+  void ForEach(const Visitor& visit) const {
+    const auto visitAll = [&](const char* kind, const auto& pages) {
+      for (const Template& page : pages) visit(kind + page.Name(), page);
+    };
+    const auto visitOne = [&](const char* kind, const auto& page) {
+      if (page) visit(kind + page->Name(), *page);
+    };
+    visitAll(kMain, main);
+    visitAll(kMap, maps);
+    visitAll(kGame, games);
+    visitOne(kGameList, gameList);
+    visitOne(kLastGame, lastGame);
+    visitOne(kPlayer, player);
+    visitAll(kStyle, styles);
+  }
+  // What the keys begin with.
+  static constexpr const char* kMain = "main:";
+  static constexpr const char* kMap = "map:";
+  static constexpr const char* kGame = "game:";
+  static constexpr const char* kGameList = "gamelist:";
+  static constexpr const char* kLastGame = "lastgame:";
+  static constexpr const char* kPlayer = "player:";
+  static constexpr const char* kStyle = "style:";
+
   /// Whether a file of the site may belong to a template that could not be read.
   bool MayLack(const std::string& page) const;
 };

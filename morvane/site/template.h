@@ -5,6 +5,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -12,6 +13,8 @@
 #include <vector>
 
 #include <kainjow/mustache.hpp>
+
+#include "morvane/statistics/fingerprint.h"
 
 namespace morvane {
 
@@ -27,19 +30,34 @@ struct TemplateFault {
   std::string text;
 };
 
+/// Which of SharedData's variables were asked for, by Entry::number.
+using Asked = std::vector<bool>;
+
 /// Variables whose values are made when a template first asks for them, once for all pages. Safe
 /// to read from several threads after the last Define.
 class SharedData {
  public:
   using Maker = std::function<Data()>;
+  /// What a value is made from: the settings alone; the games; or it is a text or a flag, and says
+  /// itself whether it is another one than it was.
+  enum class From { kSettings, kGames, kText };
 
-  void Define(const std::string& name, Maker maker);
-  /// The value of a name without dots; nullptr for a name that was not defined.
-  const Data* Get(const std::string& name) const;
+  void Define(const std::string& name, Maker maker, From from = From::kGames);
+  /// The value of a name without dots; nullptr for a name that was not defined. Notes in `asked`
+  /// that it was asked for.
+  const Data* Get(const std::string& name, Asked* asked = nullptr) const;
+
+  /// The names of those that were asked for, in order.
+  std::vector<std::string> NamesOf(const Asked& asked) const;
+  /// What the values of some variables say. `games`: stands for all games. None where a name was
+  /// not defined.
+  Digest128 FingerprintOf(const std::vector<std::string>& names, const Digest128& games) const;
 
  private:
   struct Entry {
     Maker maker;
+    From from;
+    std::size_t number;
     std::once_flag made;
     Data value;
   };
@@ -50,9 +68,10 @@ class SharedData {
 /// here from the last to the first, then what all pages share. "a.b" is the member b of a.
 class PageContext : public kainjow::mustache::basic_context<std::string> {
  public:
-  /// The data must outlive the context.
-  explicit PageContext(const SharedData& shared, std::vector<const Data*> layers = {})
-      : shared_(shared), layers_(std::move(layers)) {}
+  /// The data must outlive the context. `asked`: see SharedData::Get.
+  explicit PageContext(const SharedData& shared, std::vector<const Data*> layers = {},
+                       Asked* asked = nullptr)
+      : shared_(shared), layers_(std::move(layers)), asked_(asked) {}
 
   void push(const Data* data) override { layers_.push_back(data); }
   void pop() override { layers_.pop_back(); }
@@ -64,6 +83,7 @@ class PageContext : public kainjow::mustache::basic_context<std::string> {
 
   const SharedData& shared_;
   std::vector<const Data*> layers_;
+  Asked* asked_;
 };
 
 /// A mustache template read from a file. `{{> NAME}}` puts another file of the same folder in its
@@ -88,14 +108,28 @@ class Template {
   /// The list that is parted into pages of kRowsPerPage rows, `players` or `games`; empty: none.
   const std::string& Split() const { return split_; }
 
+  /// Of all that it is read from.
+  const Digest128& Fingerprint() const { return fingerprint_; }
+
+  /// Whether a tag of it may ask for a variable, or a member, of this name.
+  bool MayAskFor(const std::string& name) const;
+  /// What its pages have asked for of what all pages share, in this copy.
+  const Asked& WasAsked() const { return asked_; }
+
   /// The page. Variables without a value give nothing.
-  std::string Render(PageContext& context);
+  std::string Render(const SharedData& shared, std::vector<const Data*> layers = {});
 
  private:
+  void ReadWords(std::string_view text);
+
   std::string name_;
   std::string title_;
   std::string group_;
   std::string split_;
+  Digest128 fingerprint_;
+  std::set<std::string> words_;  // of its tags
+  bool hasOtherTags_ = false;    // whose words are not known
+  Asked asked_;
   std::size_t typicalSize_ = 0;  // of the pages rendered so far
   std::unique_ptr<kainjow::mustache::mustache> parsed_;
 

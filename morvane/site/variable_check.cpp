@@ -107,7 +107,8 @@ VariableCheck::VariableCheck(const std::vector<std::string>& userVariables,
 
 void VariableCheck::AddMembers(const std::string& object, const std::vector<std::string>& names) {
   names_.insert(object);
-  for (const std::string& name : names) names_.insert(object + "." + name);
+  const std::string prefix = object + ".";
+  for (const std::string& name : names) names_.insert(prefix + name);
 }
 
 void VariableCheck::ReadDocument() {

@@ -35,7 +35,7 @@ Period LastEvening(const std::vector<Game>& games) {
 
 Period LastDays(const std::vector<Game>& games) {
   return Back(games, [&](const Game& game, const Game& /*next*/) {
-    return game.start >= games.back().start + games.back().length - kDaysOfLate * 24 * kHour;
+    return game.start >= games.back().start + games.back().length - kDaysOfLate * (24 * kHour);
   });
 }
 

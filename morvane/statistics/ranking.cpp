@@ -32,7 +32,7 @@ std::vector<fs::path> RulePlaces(const RankingSettings& settings) {
   std::vector<fs::path> places;
   for (const fs::path folder : settings.folders) places.push_back(folder / name);
   const bool tryExtension = !name.has_extension() && !places.empty();
-  if (tryExtension) places.push_back(places.front().string() + "." + config::kTemplateExtension);
+  if (tryExtension) places.emplace_back(places.front().string() + "." + config::kTemplateExtension);
   return places;
 }
 

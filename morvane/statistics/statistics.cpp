@@ -298,13 +298,14 @@ void RankAll(const Limits& limits, Statistics& statistics) {
   for (Game& game : statistics.games) {
     for (Entrant& entrant : game.entrants) entrant.player = newIndex[entrant.player];
   }
-  for (Map& map : statistics.maps) {
+  platform::ForEachOnThreads(statistics.maps.size(), 0, [&](std::size_t i) {
+    Map& map = statistics.maps[i];
     for (Player& player : map.players) {
       player.player = newIndex[player.player];
       player.ranked = statistics.players[player.player].ranked;
     }
     RankPlayers(map.players, map.pairs);
-  }
+  });
 }
 
 /// Adds up the games of each map; the maps come out by name.

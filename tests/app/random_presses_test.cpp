@@ -126,8 +126,8 @@ class RandomPresses : public engine::EngineTest {
     desktop.files.clear();
     for (int i = 0; i < 3; ++i) {
       desktop.answers.push_back(Pick(2) == 0 ? ui::Answer::kYes : ui::Answer::kNo);
-      desktop.colors.push_back(static_cast<int>(Pick(0x1000000)));
-      desktop.files.push_back(Any<QString>({".\\picture.png", "templates\\a.htmlt", "x.log"}));
+      desktop.colors.emplace_back(static_cast<int>(Pick(0x1000000)));
+      desktop.files.emplace_back(Any<QString>({".\\picture.png", "templates\\a.htmlt", "x.log"}));
     }
     if (Pick(2) == 0) desktop.files.front().reset();
     desktop.duringMessage = [this] { PressInside(); };

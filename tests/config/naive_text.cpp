@@ -147,7 +147,7 @@ void NaiveText::SpaceHeaders() {
   if (!usable_) return;
   const std::vector<Line> before = lines_;
   std::erase_if(lines_, [](const Line& line) { return line.kind == Kind::kBlank; });
-  const bool newMark = mark_.empty() && !lines_.empty() && MarkOf(lines_[0].text) != "";
+  const bool newMark = mark_.empty() && !lines_.empty() && !MarkOf(lines_[0].text).empty();
   if (newMark && before[0].kind == Kind::kBlank) lines_.insert(lines_.begin(), before[0]);
   for (std::size_t i = 0; i < lines_.size(); ++i) {
     if (lines_[i].kind != Kind::kHeader) continue;

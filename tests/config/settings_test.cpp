@@ -13,8 +13,6 @@
 namespace config {
 namespace {
 
-using text::FoldCase;
-
 TEST(Settings, NoKeyStandsTwice) {
   std::set<std::string> keys;
   for (const Setting& setting : Settings()) {

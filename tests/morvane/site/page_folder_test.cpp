@@ -166,7 +166,7 @@ TEST(PageFolder, AnInputIsNeitherReplacedNorTakenAwayNorListed) {
 TEST(PageFolder, AnythingMayLieInTheListsPlace) {
   TempFolder outside;
   WriteFile(outside.Path() / "own.html", "own");
-  const std::string own = "3 " + Describe("own").digest + " - ";
+  const std::string own = "3 " + TextOf(Describe("own").digest) + " - ";
   const std::string parent = outside.Path().filename().string();
   const std::string header = "morvane pages 1\n";
   const std::vector<std::string> lists = {
@@ -179,11 +179,11 @@ TEST(PageFolder, AnythingMayLieInTheListsPlace) {
       header + own + "link.html\n" + own + "linked/own.html\n" + own + "folder\n",
       header + own + "..\n" + own + ".\n" + own + "\n" + own + ".morvane-pages\n",
       header + "3 " + std::string(32, 'x') + " - kept.html\n",
-      header + "3 " + Describe("own").digest.substr(1) + " - kept.html\n",
-      header + "-3 " + Describe("own").digest + " - kept.html\n",
-      header + "4 " + Describe("own").digest + " - kept.html\n",
-      header + "3  " + Describe("own").digest + " - kept.html\n",
-      header + "3 " + Describe("own").digest + " kept.html\n",
+      header + "3 " + TextOf(Describe("own").digest).substr(1) + " - kept.html\n",
+      header + "-3 " + TextOf(Describe("own").digest) + " - kept.html\n",
+      header + "4 " + TextOf(Describe("own").digest) + " - kept.html\n",
+      header + "3  " + TextOf(Describe("own").digest) + " - kept.html\n",
+      header + "3 " + TextOf(Describe("own").digest) + " kept.html\n",
       header + own + "kept.html",  // cut off
       header + own + "kept%2.html\n" + own + "kept%zz.html\n",
       header + std::string(100000, '\0') + std::string(100000, '\xFF') + "\n",
@@ -255,17 +255,25 @@ TEST(PageFolder, ARunCutShortLeavesNoPageUnlisted) {
   }
 }
 
-// A later version may keep more than "-" in the third place.
-TEST(PageList, CarriesFingerprints) {
+TEST(PageList, KeepsWhatIsKnownOfAPage) {
   TempFolder temporary;
+  const fs::path path = temporary.Path() / PageList::kFileName;
   WrittenPage page = Describe("a");
-  page.fingerprint = "0123abcd";
+  page.fingerprint = {1, 0xab};
+  page.changedAt = 1234567890123456789;
   std::error_code error;
   PageList list(temporary.Path(), error);
-  EXPECT_FALSE(list.Replace({{"a b%.html", {page}}}));
-  EXPECT_EQ(ReadFile(temporary.Path() / PageList::kFileName),
-            "morvane pages 1\n1 " + page.digest + " 0123abcd a%20b%25.html\n");
-  EXPECT_EQ(PageList(temporary.Path(), error).Earlier().at("a b%.html"), std::vector{page});
+  EXPECT_FALSE(list.Replace({{"a b%.html", page}, {"c", Describe("c")}}, {{"a key", "10 %"}}));
+  EXPECT_EQ(ReadFile(path),
+            "morvane pages 1\n: a%20key 10%20%25\n1 " + TextOf(page.digest) +
+                " 000000000000000100000000000000ab@1234567890123456789 a%20b%25.html\n1 " +
+                TextOf(Describe("c").digest) + " - c\n");
+  const PageList again(temporary.Path(), error);
+  ASSERT_EQ(again.Earlier().size(), 2U);
+  EXPECT_EQ(again.Find("a b%.html").front().page, page);
+  EXPECT_EQ(again.Find("c").front().page, Describe("c"));
+  EXPECT_EQ(again.Remarked(), (PageList::Remarks{{"a key", "10 %"}}));
+  EXPECT_TRUE(again.Find("b").empty());
 }
 
 }  // namespace

@@ -12,8 +12,7 @@ std::string Rendered(const TempFolder& folder, const Data& data) {
   Template loaded;
   if (const auto fault = loaded.Load(folder.Path(), "page")) return "fault: " + fault->text;
   const SharedData shared;
-  PageContext context(shared, {&data});
-  return loaded.Render(context);
+  return loaded.Render(shared, {&data});
 }
 
 TEST(Templates, TakeIncludesAndLeaveCommentsOut) {
