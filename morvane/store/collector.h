@@ -81,6 +81,7 @@ class Collector {
   std::vector<GameMark> MarksOf(std::int64_t id);
   std::optional<GameMark> GameBefore(const OpenLog& log);
   bool IsOlder(const OpenLog& log, std::int64_t than);
+  bool EndsWith(std::int64_t id, const FrontGames& front, const GameMark& known);
   std::vector<std::int64_t> LogsBefore(std::size_t index) const;
   std::vector<std::int64_t> LogsBeforeInList(std::size_t index) const;
   std::uint64_t DigestOfRests(const std::vector<std::int64_t>& logs);

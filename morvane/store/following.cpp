@@ -20,7 +20,7 @@ void Collector::Follow(std::size_t index) {
   for (const std::int64_t before : candidates) {
     std::optional<FrontGames> front = FrontOf(log, before);
     if (!front || IsOlder(log, before)) continue;
-    if (known && !front->marks.empty() && !IsSameGame(front->marks.back(), *known)) continue;
+    if (known && !EndsWith(before, *front, *known)) continue;
     return GoOnWith(log, before, std::move(*front));
   }
   if (known) {
@@ -28,6 +28,14 @@ void Collector::Follow(std::size_t index) {
   } else {
     log.stored.goesOnRest = DigestOfRests(candidates);
   }
+}
+
+/// Whether the last game of a log, or what becomes of it in `front` of the next one, is a known
+/// one. A broken line alone makes no game, and fits many a log: it may yet become the line that
+/// opens one.
+bool Collector::EndsWith(std::int64_t id, const FrontGames& front, const GameMark& known) {
+  const std::vector<GameMark> marks = front.marks.empty() ? MarksOf(id) : front.marks;
+  return !marks.empty() && IsSameGame(marks.back(), known);
 }
 
 /// The games that begin in a log itself.

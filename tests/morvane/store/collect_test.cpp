@@ -88,6 +88,23 @@ TEST_F(CollectTest, WhatBeginsInMidGameStaysOutOfTheOpenGameOfAnotherServer) {
   }
 }
 
+TEST_F(CollectTest, ABrokenLineTakesNoGameThatIsKnown) {
+  const std::string third = Duel("Dan", "Bob", 9);
+  const std::string fourth = Duel("Ann", "Cid", 8);
+  const std::string end = "  5:00 ShutdownGame:";  // "tail.log" begins like the rest of this
+  for (const std::string& own : {fourth.substr(0, fourth.find(end)), std::string()}) {
+    fs::remove_all(At("db"));
+    Log("a.log", one_ + two_ + third);
+    Log("b.log", own + end);
+    Log("tail.log", two_.substr(two_.find(" ClientUserinfoChanged: 1")) + third);
+    const std::vector<std::string> logs = {"a.log", "b.log", "tail.log"};
+    const std::string kills = own.empty() ? "6 7 9 " : "6 7 9 8 ";
+    EXPECT_EQ(Kills(logs), kills) << said_;
+    Log("b.log", own + end + "\n  0:19 InitGame: \\g_gametype\\3\\");
+    EXPECT_EQ(Kills(logs), kills) << said_;
+  }
+}
+
 TEST_F(CollectTest, AnEditedLogIsNotTheOneThatWasRotated) {
   const std::string third = Duel("Dan", "Bob", 9);
   Log("a.log.2", one_ + third);
