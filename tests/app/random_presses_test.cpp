@@ -255,7 +255,11 @@ TEST_F(RandomPresses, BreakNothingAndTheFileHoldsTheFields) {
   unsigned seeds = 4;
   int presses = 150;
   const char* const wanted = std::getenv("VANTREL3_PRESSES");
-  if (wanted != nullptr) std::sscanf(wanted, "%u,%u,%d", &first, &seeds, &presses);
+  if (const QStringList numbers = QString(wanted).split(','); numbers.size() == 3) {
+    first = numbers[0].toUInt();
+    seeds = numbers[1].toUInt();
+    presses = numbers[2].toInt();
+  }
   for (unsigned seed = first; seed < first + seeds && !HasFailure(); ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     if (wanted != nullptr) std::fprintf(stderr, "seed %u\n", seed);

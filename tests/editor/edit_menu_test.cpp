@@ -42,9 +42,9 @@ class Edit : public FieldsTest {
 };
 
 TEST_F(Edit, OpeningTheMenuTellsWhatCanBeDone) {
-  const std::string before = {Enabled("mnuEditCut"), Enabled("mnuEditCopy"),
-                              Enabled("mnuEditPaste"), Enabled("mnuEditSelectAll")};
-  EXPECT_EQ(before, std::string(4, '\1'));
+  for (const char* item : {"mnuEditCut", "mnuEditCopy", "mnuEditPaste", "mnuEditSelectAll"}) {
+    EXPECT_TRUE(Enabled(item)) << item;
+  }
   const struct {
     const char* focus;
     int selected;

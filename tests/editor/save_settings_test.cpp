@@ -330,7 +330,7 @@ TEST_F(Save, KilledAtAnyMomentTheFileIsWhole) {
   std::mt19937 random(1);
   std::array<int, 2> met = {};
   const char* const asked = std::getenv("VANTREL3_KILLS");  // by hand more often than every time
-  const int kills = asked != nullptr ? std::atoi(asked) : 30;
+  const int kills = asked != nullptr ? std::stoi(asked) : 30;
   for (int kill = 0; kill < kills; ++kill) {
     {
       Saver saver(Window(), Window().Ini(), Box("txtTimeFormat"));

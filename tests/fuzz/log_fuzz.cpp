@@ -57,7 +57,7 @@ void ReadsOn(const ParsedLog& whole, std::string_view text) {
   const ParsedLog next = morvane::ParseLog(rest, true);
   Require(next.games.size() == (whole.openAtEnd ? 1U : 0U), "the open game alone is read again");
   if (whole.openAtEnd) {
-    Require(PackGame(next.games[0]).size() > 0 && next.openAtEnd, "it is open then, too");
+    Require(!PackGame(next.games[0]).empty() && next.openAtEnd, "it is open then, too");
   }
 }
 

@@ -40,7 +40,7 @@ struct Ended {
 /// How often a test kills; by hand more often than every time.
 int KillsOf(int usually) {
   const char* const asked = std::getenv("VANTREL3_KILLS");
-  return asked != nullptr ? std::atoi(asked) : usually;
+  return asked != nullptr ? std::stoi(asked) : usually;
 }
 
 /// A program directory with a database that holds games of a log that is gone, and with pages; the

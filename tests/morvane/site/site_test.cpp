@@ -4,11 +4,10 @@
 #include <spawn.h>
 #include <sstream>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include "bench/log_generator.h"
 #include "tests/morvane/site_fixture.h"
-
-extern char** environ;
 
 namespace morvane::test {
 namespace {

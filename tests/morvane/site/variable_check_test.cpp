@@ -37,7 +37,7 @@ TEST(VariableCheck, TellsFileLineAndTheNearestName) {
   const struct {
     std::string page;
     std::string said;
-    std::string part = "";
+    std::string part = {};
   } kCases[] = {
       {"{{#players}}{{name}} {{{ name_html }}}{{&link}}{{/players}}{{.}}{{! nothing }}", ""},
       {"{{summary.games}}{{#summary}}{{kills}}{{/summary}}{{colors.text}}", ""},
