@@ -250,7 +250,8 @@ Collected Collector::Result() {
     for (std::size_t i = 0; i < games.size(); ++i) {
       const bool counts = i >= counted.counts.size() || counted.counts[i];
       if (!counts || games[i].entrants.empty()) continue;
-      if (numbers.Give(games[i]) && i < counted.ids.size()) given[counted.ids[i]] = games[i].number;
+      const bool isStored = i < counted.ids.size();
+      if (numbers.Give(games[i]) && isStored) given[counted.ids[i]] = games[i].number;
       collected.games.push_back(std::move(games[i]));
     }
   }
