@@ -58,7 +58,7 @@ TEST_F(DesktopTest, AMessageBoxAnswersWithItsButton) {
                {MessageStyle::kCritical, Qt::Key_Escape, Answer::kOk}};
   DialogAnswers answers;
   for (const auto& [style, key, answer] : cases) {
-    answers.Then([key](QWidget& dialog) {
+    answers.Then([key = key](QWidget& dialog) {
       auto& box = dynamic_cast<QMessageBox&>(dialog);
       EXPECT_EQ(box.windowTitle(), "Title & more");
       EXPECT_EQ(box.text(), "<b>a</b>\r\nb");
@@ -105,7 +105,7 @@ TEST_F(DesktopTest, TheFileDialogChoosesAnExistingFile) {
   EXPECT_EQ(real_.ChooseFile(nullptr, request), std::nullopt);
   for (const auto& [typed, file] :
        {std::pair("README", "logs/README"), std::pair("games", "logs/games.log")}) {
-    answers.Then([&](QWidget& dialog) {
+    answers.Then([&, typed = typed](QWidget& dialog) {
       std::filesystem::current_path("/");
       dialog.findChild<QLineEdit*>()->setText(typed);
       QMetaObject::invokeMethod(&dialog, "accept");

@@ -23,7 +23,7 @@ using test::kShutdown;
 TEST_F(CollectTest, AGameThatGoesOnInTheNextLogIsOne) {
   const std::string all = one_ + two_;
   for (const bool useDatabase : {false, true}) {
-    for (const std::size_t cut : {100, 200, 400}) {
+    for (const std::size_t cut : {100U, 200U, 400U}) {
       fs::remove_all(At("db"));
       Log("a.log", all.substr(0, one_.size() + cut));
       Log("b.log", all.substr(one_.size() + cut) + one_.substr(0, 300));

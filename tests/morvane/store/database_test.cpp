@@ -216,7 +216,7 @@ TEST_F(CollectTest, GamesOfADatabaseWithoutNumbersGetTheirs) {
   Log("a.log", one_);
   SQLite::Database(At("db/morvane.db").string(), SQLite::OPEN_READWRITE)
       .exec("DROP TABLE numbers; DROP TABLE last_number; PRAGMA user_version = 4");
-  for (const std::uint32_t run : {1, 2}) {
+  for (const std::uint32_t run : {1U, 2U}) {
     const std::vector<Game> games = Collect({"a.log"});
     ASSERT_EQ(games.size(), 1U) << run << said_;
     EXPECT_EQ(games[0].number, 1U) << run;

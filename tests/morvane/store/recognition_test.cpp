@@ -23,7 +23,7 @@ using test::Kills;
 std::vector<GameMark> Marks(const std::string& letters) {
   std::vector<GameMark> marks;
   for (const char letter : letters) {
-    const auto number = static_cast<std::uint64_t>(letter);
+    const std::uint64_t number = static_cast<unsigned char>(letter);
     if (letter == '!') {
       marks.back().open = true;
     } else if (letter == '\'') {
