@@ -24,10 +24,10 @@ class Descriptor {
   }
 
   int Get() const { return value_; }
-  /// Closes now, so that a failing close is heard of.
+  /// Closes now, so that a failing close is heard of. Of none nothing is to be heard.
   std::error_code Close() {
     const int value = std::exchange(value_, -1);
-    return close(value) == 0 ? std::error_code() : LastError();
+    return value < 0 || close(value) == 0 ? std::error_code() : LastError();
   }
 
  private:

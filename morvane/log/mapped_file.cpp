@@ -10,6 +10,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/descriptor.h"
 #include "platform/files.h"
 
 namespace morvane {
@@ -27,8 +28,6 @@ namespace {
 
 constexpr std::int64_t kNanoseconds = 1'000'000'000;
 constexpr std::size_t kRemembered = 64;
-
-std::error_code LastError() { return {errno, std::generic_category()}; }
 
 std::size_t PageSize() {
   static const auto size = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
@@ -100,7 +99,7 @@ void MappedFile::Map(int descriptor, std::error_code& error) {
   error = {};
   struct stat state {};
   if (fstat(descriptor, &state) != 0) {
-    error = LastError();
+    error = platform::LastError();
     return;
   }
   lastChange_ = state.st_mtim.tv_sec * kNanoseconds + state.st_mtim.tv_nsec;
@@ -108,7 +107,7 @@ void MappedFile::Map(int descriptor, std::error_code& error) {
   if (size == 0) return;
   void* memory = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor, 0);
   if (memory == MAP_FAILED) {
-    error = LastError();
+    error = platform::LastError();
     return;
   }
   madvise(memory, size, MADV_SEQUENTIAL);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
@@ -12,6 +11,7 @@
 #define ZLIB_CONST
 #include <zlib.h>
 
+#include "platform/descriptor.h"
 #include "platform/files.h"
 
 namespace morvane {
@@ -24,35 +24,19 @@ constexpr int kGzip = 16 + MAX_WBITS;  // asks zlib for gzip's header and traile
 constexpr std::size_t kBlock = std::size_t{256} << 10;
 constexpr std::size_t kReleaseEvery = std::size_t{8} << 20;
 
-std::error_code LastError() { return {errno, std::generic_category()}; }
-
-/// A file without a name, open for reading and writing; -1 on failure.
-int OpenNameless(std::error_code& error) {
+/// A file without a name, open for reading and writing.
+platform::Descriptor OpenNameless(std::error_code& error) {
   const fs::path folder = fs::temp_directory_path(error);
-  if (error) return -1;
+  if (error) return platform::Descriptor();
   int descriptor = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
   if (descriptor < 0) {  // not every file system can
     std::string pattern = (folder / "morvane.XXXXXX").string();
     descriptor = mkostemp(pattern.data(), O_CLOEXEC);
     if (descriptor >= 0) unlink(pattern.c_str());
   }
-  if (descriptor < 0) error = LastError();
-  return descriptor;
+  if (descriptor < 0) error = platform::LastError();
+  return platform::Descriptor(descriptor);
 }
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-  int Number() const { return number_; }
-
- private:
-  int number_;
-};
 
 /// Unpacks members into a file.
 class Unpacker {
@@ -140,14 +124,14 @@ bool IsPacked(std::string_view bytes) { return bytes.starts_with(kMagic); }
 
 MappedFile Unpack(const MappedFile& packed, std::string& problem, std::uint64_t most) {
   std::error_code error;
-  const Descriptor target(OpenNameless(error));
+  const platform::Descriptor target = OpenNameless(error);
   if (error) {
     problem = "it cannot be unpacked into the folder for temporary files: " + error.message();
     return {};
   }
-  problem = Unpacker(packed, target.Number(), most).Run();
+  problem = Unpacker(packed, target.Get(), most).Run();
   if (!problem.empty()) return {};
-  MappedFile unpacked(target.Number(), error);
+  MappedFile unpacked(target.Get(), error);
   if (error) problem = error.message();
   return unpacked;
 }

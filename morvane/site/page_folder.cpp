@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "platform/files.h"
-#include "platform/threads.h"
 #include "text/text.h"
 
 namespace morvane {
@@ -145,22 +144,6 @@ bool PageFolder::Stands(const std::string& name, const Digest128& fingerprint) {
   const std::lock_guard lock(mutex_);
   made_.push_back(listed);
   return true;
-}
-
-bool PageFolder::AllStand() const {
-  const std::vector<ListedPage>& pages = list_.Earlier();
-  std::atomic<bool> all = true;
-  constexpr std::size_t kTogether = 256;
-  platform::ForEachOnThreads((pages.size() + kTogether - 1) / kTogether, 0, [&](std::size_t part) {
-    const std::size_t end = std::min(pages.size(), (part + 1) * kTogether);
-    for (std::size_t i = part * kTogether; i < end && all; ++i) {
-      const bool isBeingReplaced = i > 0 && pages[i].name == pages[i - 1].name;
-      std::int64_t changedAt = 0;
-      std::error_code error;
-      if (isBeingReplaced || !IsUntouched(pages[i], changedAt, error)) all = false;
-    }
-  });
-  return all;
 }
 
 bool PageFolder::HoldsForeign(const std::string& name, std::error_code& error) const {

@@ -41,10 +41,6 @@ class PageFolder {
   /// it was written then. That counts as written unchanged.
   bool Stands(const std::string& name, const Digest128& fingerprint);
 
-  /// Whether all pages that earlier runs wrote are still as they were written, and none was being
-  /// replaced.
-  bool AllStand() const;
-
   /// Whether something stands under a name that no run wrote, that was changed since or that is an
   /// input. `error`: why nobody can tell.
   bool HoldsForeign(const std::string& name, std::error_code& error) const;

@@ -28,14 +28,14 @@ class DesktopWithoutTerminal : public ui::RealDesktop {
   platform::StartResult StartProgram(const platform::CommandLine& command) override {
     fflush(nullptr);
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-    const platform::OwnedDescriptor output(dup(STDOUT_FILENO));
-    const platform::OwnedDescriptor errors(dup(STDERR_FILENO));
+    const platform::Descriptor output(dup(STDOUT_FILENO));
+    const platform::Descriptor errors(dup(STDERR_FILENO));
     dup2(nowhere, STDOUT_FILENO);
     dup2(nowhere, STDERR_FILENO);
     close(nowhere);
     const platform::StartResult started = RealDesktop::StartProgram(command);
-    dup2(output.Value(), STDOUT_FILENO);
-    dup2(errors.Value(), STDERR_FILENO);
+    dup2(output.Get(), STDOUT_FILENO);
+    dup2(errors.Get(), STDERR_FILENO);
     return started;
   }
 };

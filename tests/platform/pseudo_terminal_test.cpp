@@ -30,19 +30,19 @@ TEST(PseudoTerminalTest, GivesWhatIsWrittenAndTellsTheLastWritersEnd) {
 TEST(PseudoTerminalTest, ATerminalIsKnownByEitherStream) {
   auto terminal = PseudoTerminal::Open();
   ASSERT_TRUE(terminal);
-  const OwnedDescriptor nowhere(open("/dev/null", O_WRONLY | O_CLOEXEC));
+  const Descriptor nowhere(open("/dev/null", O_WRONLY | O_CLOEXEC));
   fflush(nullptr);
-  const OwnedDescriptor output(dup(STDOUT_FILENO));
-  const OwnedDescriptor errors(dup(STDERR_FILENO));
+  const Descriptor output(dup(STDOUT_FILENO));
+  const Descriptor errors(dup(STDERR_FILENO));
   const auto hasTerminal = [](int outputEnd, int errorsEnd) {
     dup2(outputEnd, STDOUT_FILENO);
     dup2(errorsEnd, STDERR_FILENO);
     return HasTerminal();
   };
-  const bool neither = hasTerminal(nowhere.Value(), nowhere.Value());
-  const bool first = hasTerminal(terminal->ProgramEnd(), nowhere.Value());
-  const bool second = hasTerminal(nowhere.Value(), terminal->ProgramEnd());
-  hasTerminal(output.Value(), errors.Value());
+  const bool neither = hasTerminal(nowhere.Get(), nowhere.Get());
+  const bool first = hasTerminal(terminal->ProgramEnd(), nowhere.Get());
+  const bool second = hasTerminal(nowhere.Get(), terminal->ProgramEnd());
+  hasTerminal(output.Get(), errors.Get());
   EXPECT_FALSE(neither);
   EXPECT_TRUE(first);
   EXPECT_TRUE(second);
