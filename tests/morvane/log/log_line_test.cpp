@@ -1,3 +1,4 @@
+#include "morvane/log/line_reader.h"
 #include "morvane/log/log_line.h"
 
 #include <gtest/gtest.h>
