@@ -1,7 +1,4 @@
 // What assistive tools are told of the window and its dialogs, held against docs/accessibility.md.
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <vector>
 
@@ -21,11 +18,13 @@
 #include "help/frmAbout.h"
 #include "tests/support/dialog_answers.h"
 #include "tests/support/editor_test.h"
+#include "tests/support/files.h"
 #include "ui/controls.h"
 #include "ui/desktop.h"
 
 namespace {
 
+using support::ReadFile;
 using ui::Control;
 
 /// Every node of an accessible tree that can be seen, parents first.
@@ -94,9 +93,8 @@ QString Spoken(QWidget& window) {
 
 /// The paragraph below a heading of docs/accessibility.md, on one line.
 QString Documented(const QString& heading) {
-  std::ifstream file(VANTREL3_DOCUMENTS "/accessibility.md");
-  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  const QString text = QString::fromStdString(bytes).section("\n### " + heading + "\n", 1, 1);
+  const QString all = QString::fromStdString(ReadFile(VANTREL3_DOCUMENTS "/accessibility.md"));
+  const QString text = all.section("\n### " + heading + "\n", 1, 1);
   return text.section("\n#", 0, 0).simplified();
 }
 

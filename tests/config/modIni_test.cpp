@@ -1,14 +1,13 @@
 #include "config/modIni.h"
 
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <random>
-#include <sstream>
 #include <string>
 #include <sys/stat.h>
 #include <vector>
 
+#include "tests/support/files.h"
 #include "tests/support/other_user.h"
 
 namespace config {
@@ -19,25 +18,16 @@ namespace fs = std::filesystem;
 /// A program directory of its own for every test.
 class ModIni : public testing::Test {
  protected:
-  ModIni() {
-    std::string name = (fs::temp_directory_path() / "modIniXXXXXX").string();
-    directory_ = mkdtemp(name.data());
-  }
-  ~ModIni() override { fs::remove_all(directory_); }
-
   fs::path Config() const { return directory_ / "morvane.cfg"; }
-  void Write(const std::string& bytes) const { std::ofstream(Config(), std::ios::binary) << bytes; }
-  std::string Bytes() const {
-    std::ostringstream bytes;
-    bytes << std::ifstream(Config(), std::ios::binary).rdbuf();
-    return bytes.str();
-  }
+  void Write(const std::string& bytes) const { support::WriteFile(Config(), bytes); }
+  std::string Bytes() const { return support::ReadFile(Config()); }
   std::size_t FilesInDirectory() const {
     return static_cast<std::size_t>(
         std::distance(fs::directory_iterator(directory_), fs::directory_iterator()));
   }
 
-  fs::path directory_;
+  const support::TempFolder folder_;
+  const fs::path directory_ = folder_.Path();
 };
 
 TEST_F(ModIni, EachCallSeesTheOnesBefore) {

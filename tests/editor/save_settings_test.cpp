@@ -4,17 +4,12 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <map>
-#include <random>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
-
-#include <QElapsedTimer>
 
 #include "tests/editor/fields_test.h"
 #include "tests/support/faults.h"
@@ -310,43 +305,6 @@ class Saver {
   std::array<int, 2> pipe_ = {};
   pid_t process_ = 0;
 };
-
-TEST_F(Save, KilledAtAnyMomentTheFileIsWhole) {
-  std::string bytes = "[Logs]\nnumber_of_logs=500\n";
-  for (int i = 0; i < 500; ++i) {
-    bytes += "logpath" + std::to_string(i) + "=C:\\logs\\games.log\n";
-  }
-  Open(bytes);
-  std::array<std::string, 2> whole;
-  QElapsedTimer clock;
-  for (std::size_t i = 0; i < whole.size(); ++i) {
-    Box("txtTimeFormat").setText(Saver::kStates[i]);
-    clock.start();
-    SaveSettings(Window(), Window().Ini(), [] {});
-    whole[i] = File();
-  }
-  // Kills are spread over the time that two saves take.
-  const auto span = static_cast<unsigned>(2 * clock.nsecsElapsed() / 1000);
-  std::mt19937 random(1);
-  std::array<int, 2> met = {};
-  const char* const asked = std::getenv("VANTREL3_KILLS");  // by hand more often than every time
-  const int kills = asked != nullptr ? std::stoi(asked) : 30;
-  for (int kill = 0; kill < kills; ++kill) {
-    {
-      Saver saver(Window(), Window().Ini(), Box("txtTimeFormat"));
-      saver.WaitForSaves(1 + kill % 2);
-      std::this_thread::sleep_for(std::chrono::microseconds(random() % span));
-    }
-    const std::string file = File();
-    ASSERT_TRUE(file == whole[0] || file == whole[1]) << file;
-    ++met[file == whole[0] ? 0 : 1];
-  }
-  EXPECT_GT(met[0], 0);
-  EXPECT_GT(met[1], 0);
-  Box("txtTimeFormat").setText("%c");  // a save that changes nothing replaces nothing
-  EXPECT_EQ(SaveSettings(Window(), Window().Ini(), [] {}).failure, "");
-  EXPECT_EQ(HiddenFiles(Directory()), "") << "the next save takes away what is left";
-}
 
 TEST_F(Save, EveryCallThatFailsLeavesTheWholeFileAndIsTold) {
   Open("[Main]\ntime_format=old\n");

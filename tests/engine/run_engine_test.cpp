@@ -99,7 +99,7 @@ TEST_F(EngineTest, NoRunFollowsASaveThatFailed) {
 TEST_F(EngineTest, TheWindowWorksDuringARun) {
   WriteEngine(WaitForTest());
   frmMain& window = OpenWindow();
-  DuringRun(window, [&] {
+  During(window, app::Activity::kRunning, [&] {
     EXPECT_EQ(StatusText(window), "Generating Statistics...");
     Control<QTabWidget>(window, "SSTab1").setCurrentIndex(2);
     EXPECT_NE(StatusText(window), "Generating Statistics...");
@@ -143,7 +143,7 @@ TEST_F(EngineTest, ManyEventsAreHandledBetweenTwoLooksAtTheEngine) {
 TEST_F(EngineTest, TheProgramEndsWithTheEngineWhenTheWindowWasClosed) {
   WriteEngine(WaitForTest() + "echo ended > \"$here/ended\"");
   frmMain& window = OpenWindow();
-  DuringRun(window, [&] {
+  During(window, app::Activity::kRunning, [&] {
     window.close();
     EXPECT_FALSE(window.isVisible());
     QTimer::singleShot(250, qApp, [&] {

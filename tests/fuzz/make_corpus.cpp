@@ -2,8 +2,6 @@
 //   make_corpus FOLDER SHARE    a folder in FOLDER for each target; SHARE: what is shipped
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +10,7 @@
 #include "morvane/log/log_parser.h"
 #include "morvane/store/game_record.h"
 #include "tests/fuzz/target.h"
+#include "tests/support/files.h"
 
 namespace {
 
@@ -20,15 +19,9 @@ using Inputs = std::vector<std::string>;
 
 void Write(const fs::path& folder, const Inputs& inputs) {
   fs::remove_all(folder);
-  fs::create_directories(folder);
   for (std::size_t i = 0; i < inputs.size(); ++i) {
-    std::ofstream(folder / std::to_string(i), std::ios::binary) << inputs[i];
+    support::WriteFile(folder / std::to_string(i), inputs[i]);
   }
-}
-
-std::string ReadFile(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 /// Parts, and in them fields between "|".
@@ -59,16 +52,6 @@ Inputs ProfileTexts() {
       Parts({Utf16("[a]\n"), "s|a|k|v", "e|a", "h"}),
       Parts({"\n\xFE\xFF=1\n[a]", "e|a", "s|a|;k|v", "s|a|//k|v", "s|a|[k|v"}),
       Parts({"", "s|a b|k \n l|v\r\nw", "s|A B|K   L|", "s|]|k|v"}),
-  };
-}
-
-Inputs UserVars() {
-  const std::string file = "[Main]\nsrc_path=x\n\n\n[USER VARS]\n; c\ntitle=a, b\nother\n";
-  return {
-      Parts({file, "title|My site", "Title|mine", "a=b|c", "|empty"}),
-      Parts({file, "[x|1", ";y|2", " z |\"3\"", "caf\xE9|\xC3\xA9"}),
-      Parts({"[user vars]\r\nx=1\r\n[Main]\r\n[User Vars]\r\ny=2", "x|2\r\n3"}),
-      Parts({"", std::string("long|") + std::string(300, 'x')}),
   };
 }
 
@@ -137,7 +120,7 @@ Inputs Templates(const fs::path& share) {
       "{{! title: T }}\n{{! split: players }}\n{{=<% %>=}}<%name%><%={{ }}=%>{{players.name}}{{.}}",
       "{{> page}}", "{{#yes}}{{#yes}}{{/yes}}{{/no}}", "{{> _none }} {{"};
   for (const auto& file : fs::directory_iterator(share / "templates")) {
-    const std::string text = ReadFile(file.path());
+    const std::string text = support::ReadFile(file.path());
     if (text.size() < 600 && text.find("{{>") == text.npos) inputs.push_back(text);
   }
   return inputs;
@@ -175,7 +158,6 @@ int main(int argc, char** argv) {
   const fs::path folder = argv[1];
   const Inputs logs = Logs();
   Write(folder / "profile_text", ProfileTexts());
-  Write(folder / "user_vars", UserVars());
   Write(folder / "colors", Colors());
   Write(folder / "log", logs);
   Write(folder / "record", Records(logs));

@@ -5,13 +5,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <map>
-#include <random>
 #include <sstream>
 #include <string>
 #include <sys/wait.h>
@@ -36,12 +34,6 @@ struct Ended {
   std::string errors;
   std::string log;
 };
-
-/// How often a test kills; by hand more often than every time.
-int KillsOf(int usually) {
-  const char* const asked = std::getenv("VANTREL3_KILLS");
-  return asked != nullptr ? std::stoi(asked) : usually;
-}
 
 /// A program directory with a database that holds games of a log that is gone, and with pages; the
 /// log has grown since.
@@ -236,31 +228,8 @@ TEST_F(FaultsTest, KilledAtEachOfItsCallsARunLeavesWholePages) {
   RecordProperty("calls", number);
 }
 
-TEST_F(FaultsTest, KilledAtAnyMomentARunLeavesWholePages) {
-  const auto start = std::chrono::steady_clock::now();
-  ExpectCompletes("at first");
-  const auto span = std::chrono::duration_cast<std::chrono::microseconds>(
-      std::chrono::steady_clock::now() - start);
-  std::mt19937 random(1);
-  int killed = 0;
-  for (int kill = KillsOf(10); kill > 0; --kill) {
-    Restore();
-    const pid_t run = Start([] { return 0; });
-    const auto moment = random() % static_cast<unsigned>(span.count());
-    std::this_thread::sleep_for(std::chrono::microseconds(moment));
-    ::kill(run, SIGKILL);
-    const bool wasKilled = Wait(run).code == -1;
-    killed += wasKilled ? 1 : 0;
-    const std::string what = "killed after " + std::to_string(moment) + " us";
-    ExpectWhole(what);
-    ExpectCompletes(what);
-  }
-  EXPECT_GT(killed, 0);
-  RecordProperty("killed", killed);
-}
-
 TEST_F(FaultsTest, OfTwoRunsAtOnceOneWorksAndTheOtherSaysSo) {
-  for (int i = 0; i < KillsOf(10); ++i) {
+  for (int i = 0; i < 10; ++i) {
     Restore();
     const pid_t first = Start([] { return 0; });
     std::this_thread::sleep_for(std::chrono::milliseconds(i % 20));
