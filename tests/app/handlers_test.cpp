@@ -81,7 +81,8 @@ const std::vector<Case> kCases = WithColors({
     {"mnuHelpMorvaneHome", "opens http://www.morvane.example/morvane"},
     {"mnuHelpAbout", "shows frmAbout"},
     {"ckUseCustomRank",
-     "checks=1, txtCustomRankStart= (disabled), txtCustomRankTemplate= (disabled)"},
+     "checks=1, disabled=cmdBrowse5 lblCustRank1 lblCustRank2 txtCustomRankStart "
+     "txtCustomRankTemplate"},
     {"cmdCheckAll", "checks=17"},
     {"cmdClearAll", "checks=1"},
     {"cmdAddLog", "lstLogFiles=2, txtLogFilePath="},
@@ -118,7 +119,7 @@ const std::vector<Case> kCases = WithColors({
 std::map<QString, QString> Values(const app::frmMain& window) {
   std::map<QString, QString> values;
   for (const QLineEdit* box : window.findChildren<QLineEdit*>()) {
-    values[box->objectName()] = box->text() + (box->isEnabled() ? "" : " (disabled)");
+    values[box->objectName()] = box->text();
   }
   for (const QListWidget* list : window.findChildren<QListWidget*>()) {
     values[list->objectName()] = QString::number(list->count());
@@ -135,6 +136,13 @@ std::map<QString, QString> Values(const app::frmMain& window) {
   }
   const auto& box = Control<QLineEdit>(window, "txtSrcPath");
   if (box.isVisible()) values["selection"] = box.selectedText();
+  QStringList disabled;
+  for (const QWidget* control : window.centralWidget()->findChildren<QWidget*>()) {
+    const bool isNamed = !control->objectName().startsWith("qt_");
+    if (isNamed && !control->isEnabled()) disabled += control->objectName();
+  }
+  disabled.sort();
+  values["disabled"] = disabled.join(' ');
   values["clipboard"] = QApplication::clipboard()->text();
   values["window"] = window.isVisible() ? "open" : "closed";
   values["height"] = QString::number(window.centralWidget()->minimumHeight());
@@ -290,6 +298,7 @@ TEST_F(HandlersTest, EachDoesItsWorkWhileTheEngineRuns) {
     LetEngineEnd();
   });
   support::Click(window, "cmdMakeStats");
+  EXPECT_EQ(window.CurrentActivity(), Activity::kIdle);
   EXPECT_EQ(pressed, kCases.size());
   EXPECT_EQ(support::StatusText(window), "Statistics Generated.");
 }

@@ -9,7 +9,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QLineEdit>
-#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 
@@ -94,37 +93,6 @@ TEST_F(EngineTest, NoRunFollowsASaveThatFailed) {
   ASSERT_EQ(desktop.messages.size(), 1U);
   EXPECT_EQ(desktop.messages[0].title, "morvane.cfg");
   EXPECT_EQ(StatusText(window), "Ready.");
-}
-
-TEST_F(EngineTest, TheWindowWorksDuringARun) {
-  WriteEngine(WaitForTest());
-  frmMain& window = OpenWindow();
-  During(window, app::Activity::kRunning, [&] {
-    EXPECT_EQ(StatusText(window), "Generating Statistics...");
-    Control<QTabWidget>(window, "SSTab1").setCurrentIndex(2);
-    EXPECT_NE(StatusText(window), "Generating Statistics...");
-    auto& field = Control<QLineEdit>(window, "txtMinKills");
-    field.clear();
-    QTest::keyClicks(&field, "815");
-    QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
-    EXPECT_EQ(StatusText(window), "Configuration Saved.");
-    EXPECT_THAT(ReadFile("morvane.cfg"), HasSubstr("815"));
-    EXPECT_EQ(window.CurrentActivity(), app::Activity::kRunning);
-
-    Click(window, "cmdMakeStats");
-    QTest::keyClick(&window, Qt::Key_F5);
-    EXPECT_THAT(desktop.started, testing::SizeIs(1)) << "a second run was started";
-    EXPECT_EQ(StatusText(window), "Generating Statistics...");
-    Choose(window, "mnuHelpFeedback");
-    EXPECT_THAT(desktop.urls, testing::SizeIs(1));
-    desktop.answers = {ui::Answer::kYes};
-    Click(window, "cmdDefaults");
-    EXPECT_EQ(StatusText(window), "Defaults Restored.");
-    LetEngineEnd();
-  });
-  Click(window, "cmdMakeStats");
-  EXPECT_EQ(StatusText(window), "Statistics Generated.");
-  EXPECT_EQ(window.CurrentActivity(), app::Activity::kIdle);
 }
 
 // The window answers between two looks at the engine, not only once in each.

@@ -60,14 +60,6 @@ TEST(PageFolder, WritesWhatChangesAndCleansUp) {
   EXPECT_TRUE(pages.Write("no/such/folder.html", "x"));
 }
 
-TEST(PageFolder, SaysWhyItCannotBeUsed) {
-  TempFolder temporary;
-  WriteFile(temporary.Path() / "file", "x");
-  std::error_code error;
-  const PageFolder pages(temporary.Path() / "file" / "output", kNoInputs, error);
-  EXPECT_TRUE(error);
-}
-
 /// What a person sees in the folder, and which of it the engine wrote.
 struct Model {
   Files files;

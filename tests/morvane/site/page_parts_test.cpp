@@ -35,23 +35,6 @@ TEST(Format, FallsBackToIsoTimes) {
   EXPECT_EQ(TimeFormat("%Y").Text(0), "");
 }
 
-TEST(Chart, DrawsPointsWhereTheyBelongAndSaysWhatIsSeen) {
-  Chart chart;
-  chart.text = "Score of <b>";
-  chart.lines.push_back({"main", {{0, 0}, {5, 20}, {10, 10}}, ChartLine::Form::kLine});
-  chart.lines.push_back({"part", {{0, 0}, {10, 20}}, ChartLine::Form::kSteps});
-  chart.lines.push_back({"t0", {{5, 10}}, ChartLine::Form::kDots});
-  chart.foot = {"first", "last"};
-  const std::string html = ChartHtml(chart);
-  EXPECT_EQ(Count(html, "aria-label=\"Score of &lt;b&gt;\""), 1U);
-  EXPECT_EQ(Count(html, "<path class=\"main\" d=\"M0 1000L500 0L1000 500\"/>"), 1U) << html;
-  EXPECT_EQ(Count(html, "<path class=\"part\" d=\"M0 1000H1000V0\"/>"), 1U) << html;
-  EXPECT_EQ(Count(html, "<path class=\"dots t0\" d=\"M500 500h0\"/>"), 1U) << html;
-  EXPECT_EQ(Count(html, ">0</text>"), 1U);
-  EXPECT_EQ(Count(html, ">20</text>"), 1U);
-  EXPECT_EQ(Count(html, "<span>first</span><span>last</span>"), 1U);
-}
-
 TEST(Chart, HasNoRoomForNonsense) {
   EXPECT_EQ(ChartHtml({}), "");
   EXPECT_EQ(SparkHtml({1}, "one"), "");
