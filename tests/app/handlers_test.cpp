@@ -1,4 +1,4 @@
-#include <functional>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
@@ -97,9 +97,9 @@ const std::vector<Case> kCases = WithColors({
     {"cmdRemoveUserVar", "lvwUserVars=0"},
     {"Command4", "chooses color, lvwHiliteLevels=2, txtMinHiliteLevel="},
     {"cmdRemoveHiLiteLevel", "lvwHiliteLevels=0"},
-    {"cmdBrowse2", "shows frmBrowseFolders"},
-    {"cmdBrowse3", "shows frmBrowseFolders"},
-    {"cmdBrowse4", "shows frmBrowseFolders"},
+    {"cmdBrowse2", "shows frmBrowseFolders, txtSrcPath=/"},
+    {"cmdBrowse3", "shows frmBrowseFolders, txtDestPath=/"},
+    {"cmdBrowse4", "shows frmBrowseFolders, txtDbPath=/"},
     {"cmdBrowse5", "chooses file Template Files (*.htmlt), txtCustomRankTemplate=/chosen"},
     {"cmdLogFileBrowse", "chooses file Log Files (*.log) , txtLogFilePath=/chosen"},
     {"cmdBkgndImageBrowse", "chooses file JPEG Files (*.jpg), txtBkgndImage=/chosen"},
@@ -172,6 +172,7 @@ class HandlersTest : public engine::EngineTest {
 
 /// Brings an open window into a state in which every control has something to do.
 void HandlersTest::Prepare(app::frmMain& window) {
+  std::filesystem::current_path("/");
   WriteFile("morvane.cfg",
             "[Main]\nsrc_path=abc\nuse_cust_rank=1\nuse_main_log=1\n[Logs]\nnumber_of_logs="
             "1\nlogpath0=a\n"
@@ -244,6 +245,7 @@ std::string HandlersTest::EffectOf(app::frmMain& window, const QString& control)
   support::DialogAnswers dialogs;
   dialogs.Otherwise([&effect](QWidget& dialog) {
     effect += "shows " + dialog.objectName();
+    if (auto* const ok = dialog.findChild<QPushButton*>("cmdOK")) ok->click();
     dialog.close();
   });
   BringToFront(window, control);

@@ -41,26 +41,15 @@ class FaultsTest : public testing::Test {
  protected:
   FaultsTest() {
     const fs::path templates = site.OwnTemplates();
-    for (const auto& [key, value] :
-         std::map<std::string, std::string>{{"main_templates_number", "1"},
-                                            {"main_template0", "one"},
-                                            {"map_templates_number", "0"},
-                                            {"game_templates_number", "1"},
-                                            {"game_template0", "one_game"},
-                                            {"gamelist_template", ""},
-                                            {"gamelist_loop_template", ""},
-                                            {"lastgame_template", ""},
-                                            {"player_template", ""}}) {
-      site.Set("TEMPLATES", key, value);
-    }
+    WriteFile(site.Folder() / "morvane.cfg",
+              "[Main]\nsrc_path=templates\ndest_path=output\ndb_path=database\nuse_db=1\n"
+              "use_main_log=13\nuse_logparser_log=13\nuse_templateparser_log=13\n"
+              "[Logs]\nnumber_of_logs=1\nlogpath0=games.log\nlogtype0=1000\n"
+              "[HTML]\nfile_ext=.html\n[TEMPLATES]\nmain_templates_number=1\n"
+              "main_template0=one\ngame_templates_number=1\ngame_template0=one_game\n");
     for (const auto& entry : fs::directory_iterator(templates)) fs::remove_all(entry.path());
     WriteFile(templates / "one.htmlt", "{{#players}}{{name}} {{kills}}\n{{/players}}");
     WriteFile(templates / "one_game.htmlt", "{{#players}}{{name}} {{kills}}\n{{/players}}");
-    site.Set("HTML", "bg_image", "");
-    for (const char* key : {"use_main_log", "use_logparser_log", "use_templateparser_log"}) {
-      site.Set("Main", key, "13");  // the severe on the screen too
-    }
-    site.Set("Main", "use_db", "1");
     site.Log(Duel("Old", "Older", 7));
     EXPECT_EQ(site.Run(), 0);
     site.Log(Duel("Ann", "Bob", 3));

@@ -60,6 +60,14 @@ std::string Mixed() {
   return DatedDuel(kFriday, "Ann", "Cid", 2) + bots + Duel("Ann", "Cid", 1);
 }
 
+/// Evil meets others and leads them; he is left out.
+std::string WithEvil() {
+  return Init() + Join(0, "Evil") + Join(1, "Ann") + Join(2, "Bob") + Kill(0, 1, "BFG", "  0:10 ") +
+         Kill(0, 1, "BFG", "  0:20 ") + Kill(1, 2, "BFG", "  0:30 ") +
+         Kill(1, 0, "BFG", "  0:40 ") + Kill(1, 0, "BFG", "  0:50 ") + kShutdown +
+         Duel("Evil", "Bob", 1) + Duel("Bob", "Cid", 2);
+}
+
 std::string Teams(int type) {
   return Init("q3dm7", type) + Join(0, "Ann", 1) + Join(1, "Bob", 2) + Kill(0, 1) + kShutdown;
 }
@@ -90,6 +98,8 @@ std::vector<Site> Sites() {
       {"season", Season(), {"player_ann", "player_bob", "player_cid"}},
       {"rules", Season(), {"player_ann"}, {}, rules},
       {"leftout", Season(), {"player_ann"}, {}, "", "- Bob\n"},
+      {"evil", WithEvil(), {"stats.json", "game_1", "game_2", "player_ann"}, {}, rules, "- EVIL\n"},
+      {"empty", "", {"stats", "lastgame", "stats.json"}},
       {"weekend",
        Weekend() + DatedDuel(kFriday + kDay + 1200, "Bob", "Ann", 1),
        {"stats", "playerrank", "map_q3dm17", "stats.json"}},

@@ -337,52 +337,6 @@ TEST(PlayerNames, JoinedNamesAreOnePlayer) {
   }
 }
 
-TEST(PlayerNames, WhoIsLeftOutStandsNowhereAndChangesNothingForOthers) {
-  const std::string log =
-      Init() + Join(0, "Evil") + Join(1, "Ann") + Join(2, "Bob") + Kill(0, 1, "BFG", "  0:10 ") +
-      Kill(0, 1, "BFG", "  0:20 ") + Kill(1, 2, "BFG", "  0:30 ") + Kill(1, 0, "BFG", "  0:40 ") +
-      Kill(1, 0, "BFG", "  0:50 ") + kShutdown + Duel("Evil", "Bob", 1) + Duel("Bob", "Cid", 2);
-  test::Told told;
-  Ranking ranking("kill.killer = rank + 10\nkill.victim = rank - 1", "rules", 100, told);
-  const Statistics statistics = StatisticsOf(log, {}, &ranking, NamesOf("- EVIL"));
-  EXPECT_EQ(TextOf(statistics.players),
-            "1 Ann 3/2 3, 1 1 0: 1; - Bob\n"
-            "2 Bob 2/2 2, 3 1 0: 1 1 1; Ann Cid\n"
-            "3 Cid 0/2 0, 1 0 0: 0 1; Bob -\n");
-  std::string text;
-  for (const Player& player : statistics.players) {
-    text += std::to_string(std::lround(player.rating)) + " ";
-  }
-  EXPECT_EQ(text, "128 118 98 ");
-  text.clear();
-  for (const Game& game : statistics.games) {
-    for (const Entrant& entrant : game.entrants) {
-      EXPECT_EQ(PlayerKey(statistics.players[entrant.player].name), PlayerKey(entrant.name));
-      text += std::to_string(entrant.place) + entrant.name + " " +
-              (entrant.figures.nemesis.index == kNobody
-                   ? "-"
-                   : game.entrants[entrant.figures.nemesis.index].name) +
-              " ";
-    }
-    for (const LeadChange& change : game.lead) {
-      text += std::to_string(change.second) +
-              (change.leader == kLeftOut  ? "?"
-               : change.leader == kNobody ? "-"
-                                          : game.entrants[change.leader].name) +
-              " ";
-    }
-    text += std::to_string(game.frags) + "/" + std::to_string(game.kills) + " pairs " +
-            std::to_string(game.pairs.size()) + "\n";
-  }
-  EXPECT_EQ(text,
-            "1Ann - 3Bob Ann 10? 40- 50Ann 3/3 pairs 1\n"
-            "2Bob - 60? 0/1 pairs 0\n"
-            "1Bob - 2Cid Bob 60Bob 2/2 pairs 1\n");
-  EXPECT_EQ(statistics.summary.figures.kills, 5U);
-  EXPECT_EQ(statistics.pairs.size(), 2U);
-  EXPECT_EQ(statistics.maps[0].players.size(), 3U);
-}
-
 TEST(PairCounts, AddsUpPairsOfAnyNumbers) {
   PairCounts counts;
   for (int round = 0; round < 2; ++round) {
