@@ -102,7 +102,7 @@ std::vector<Site> Sites() {
       {"empty", "", {"stats", "lastgame", "stats.json"}},
       {"weekend",
        Weekend() + DatedDuel(kFriday + kDay + 1200, "Bob", "Ann", 1),
-       {"stats", "playerrank", "map_q3dm17", "stats.json"}},
+       {"stats", "playerrank", "playerpergame", "playerperhour", "map_q3dm17", "stats.json"}},
       {"gained", Weekend(), {"playerrank"}, {}, rules},
       {"undated", Undated(), {"stats", "playerrank"}},
       {"turnaround", Turnaround(), {"game_1", "stats.json"}},
