@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/config/naive_text.h"
+
 namespace config {
 namespace {
 
@@ -106,38 +108,39 @@ TEST(ProfileText, WritesAValueAndNothingElse) {
   }
 }
 
-// What a text knows of its lines from call to call is what one knows that is read anew.
-TEST(ProfileText, ChangesAfterOthersAreAsEachAlone) {
+TEST(ProfileText, DoesWhatASimpleModelDoes) {
   std::mt19937 random(7);
   const auto any = [&](const std::vector<std::string>& texts) {
     return texts[random() % texts.size()];
   };
+  const std::vector<std::string> keys = {"k", "K", "j", "k=j", "J=", ""};
+  const std::vector<std::string> values = {"", "1", "22", "a=b", "[x]"};
   for (int history = 0; history < 300; ++history) {
-    std::string said = "top\n";  // from which new lines take their ending
+    std::string bytes = "top\n";  // from which new lines take their ending
     for (auto lines = random() % 9; lines > 0; --lines) {
-      said += any({"", "junk", "; c=1", "[a]", "[A]", "[b]", "k=1", "K=2", "j=k=3", "=4"}) + "\n";
+      bytes += any({"", "junk", "; c=1", "[a]", "[A]", "[b]", "k=1", "K=2", "j=k=3", "=4"}) + "\n";
     }
-    ProfileText text(said);
+    ProfileText text(bytes);
+    NaiveText model(bytes);
+    std::string said = bytes;
     for (int step = 0; step < 12; ++step) {
-      const std::string section = any({"a", "a", "b"});
-      const std::string key = any({"k", "K", "j", "k=j", "J=", ""});
-      const std::string value = any({"", "1", "22", "a=b", "[x]"});
-      const bool empties = random() % 8 == 0;
-      said += "-- " + section + (empties ? "" : " " + key + " " + value) + "\n";
-      ProfileText anew(text.Bytes());
-      for (ProfileText* const each : {&text, &anew}) {
-        if (empties) {
-          each->EmptySection(section);
-        } else {
-          each->Set(section, key, value);
-        }
+      const char section = random() % 3 != 0 ? 'a' : 'b';
+      if (random() % 8 == 0) {
+        text.EmptySection({&section, 1});
+        model.EmptySection({&section, 1});
+        said += "-- empty " + std::string(1, section) + "\n";
+      } else {
+        const std::string key = any(keys);
+        const std::string value = any(values);
+        text.Set({&section, 1}, key, value);
+        model.Set({&section, 1}, key, value);
+        said += "-- set " + std::string(1, section) + " " + key + " to " + value + "\n";
       }
-      ASSERT_EQ(text.Bytes(), anew.Bytes()) << said;
-      const ProfileText again(text.Bytes());
-      for (const char* const name : {"a", "b"}) {
-        ASSERT_EQ(text.KeyNames(name), again.KeyNames(name)) << said;
-        for (const std::string& known : again.KeyNames(name)) {
-          ASSERT_EQ(text.Get(name, known), again.Get(name, known)) << said;
+      ASSERT_EQ(text.Bytes(), model.Bytes()) << said;
+      for (const char* const key : {"k", "j", ""}) {
+        for (const char name : {'a', 'b'}) {
+          ASSERT_EQ(text.Get({&name, 1}, key), model.Get({&name, 1}, key))
+              << said << name << " " << key;
         }
       }
     }

@@ -61,6 +61,16 @@ Inputs ProfileTexts() {
   };
 }
 
+Inputs UserVars() {
+  const std::string file = "[Main]\nsrc_path=x\n\n\n[USER VARS]\n; c\ntitle=a, b\nother\n";
+  return {
+      Parts({file, "title|My site", "Title|mine", "a=b|c", "|empty"}),
+      Parts({file, "[x|1", ";y|2", " z |\"3\"", "caf\xE9|\xC3\xA9"}),
+      Parts({"[user vars]\r\nx=1\r\n[Main]\r\n[User Vars]\r\ny=2", "x|2\r\n3"}),
+      Parts({"", std::string("long|") + std::string(300, 'x')}),
+  };
+}
+
 Inputs Colors() {
   return {"#FF8000",   "f80",    "&H0080FF",        "255",  "cyan",    "-1",        "99999999999",
           "^1Vis^2or", "^^1<b>", "\xE2\x80\xAE^8x", " ^7 ", "caf\xE9", "a\tb\x07^", "#12345"};
@@ -145,6 +155,7 @@ int main(int argc, char** argv) {
   const fs::path folder = argv[1];
   const Inputs logs = Logs();
   Write(folder / "profile_text", ProfileTexts());
+  Write(folder / "user_vars", UserVars());
   Write(folder / "colors", Colors());
   Write(folder / "log", logs);
   Write(folder / "record", Records(logs));

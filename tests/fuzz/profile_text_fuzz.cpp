@@ -1,18 +1,21 @@
-// A settings file and what is done to it, against the same done to one that is read anew. The first
-// part is the file, the others are calls: "e", section; "h"; anything else, section, key, value.
+// A settings file and what is done to it, against the naive model. The first part is the file, the
+// others are calls: "e", section; "h"; anything else, section, key, value.
 
 #include <string>
 
 #include "config/profile_text.h"
+#include "tests/config/naive_text.h"
 #include "tests/fuzz/target.h"
 #include "text/text.h"
 
 namespace {
 
+using config::NaiveText;
 using config::ProfileText;
 using Fields = std::vector<std::string_view>;
 
-void Call(ProfileText& text, const Fields& call) {
+template <class Profile>
+void Call(Profile& text, const Fields& call) {
   if (call[0] == "e") {
     text.EmptySection(call[1]);
   } else if (call[0] == "h") {
@@ -35,13 +38,17 @@ void ReadsBack(const ProfileText& text, const Fields& call) {
   fuzz::Require(text.Get(section, key) == ProfileText(wanted).Get("x", key), "a value reads back");
 }
 
-/// All that was asked for reads as it does from a text that is made of the bytes.
-void ReadsAlike(const ProfileText& text, const std::vector<Fields>& calls) {
+/// All that was asked for reads as the model says, and so does a text that is made of its bytes.
+void ReadsAlike(const ProfileText& text, const NaiveText& model, const std::vector<Fields>& calls) {
   const ProfileText again(text.Bytes());
   fuzz::Require(again.IsUsable() == text.IsUsable(), "a text stays usable");
   for (const Fields& call : calls) {
-    fuzz::Require(text.Get(call[1], call[2]) == again.Get(call[1], call[2]), "the same value");
-    fuzz::Require(text.KeyNames(call[1]) == again.KeyNames(call[1]), "the same names");
+    const auto value = model.Get(call[1], call[2]);
+    fuzz::Require(text.Get(call[1], call[2]) == value, "the same value as the model's");
+    fuzz::Require(again.Get(call[1], call[2]) == value, "the same value when it is read again");
+    const std::vector<std::string> names = model.KeyNames(call[1]);
+    fuzz::Require(text.KeyNames(call[1]) == names, "the same names as the model's");
+    fuzz::Require(again.KeyNames(call[1]) == names, "the same names when it is read again");
   }
 }
 
@@ -50,17 +57,17 @@ void ReadsAlike(const ProfileText& text, const std::vector<Fields>& calls) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   const std::vector<std::string_view> parts = fuzz::Split(fuzz::Text(bytes, size), fuzz::kPart);
   ProfileText text(parts[0]);
+  NaiveText model(parts[0]);
   fuzz::Require(text.Bytes() == parts[0], "a file that nobody changes keeps every byte");
   std::vector<Fields> calls;
   for (std::size_t i = 1; i < parts.size(); ++i) {
     Fields& call = calls.emplace_back(fuzz::Split(parts[i], fuzz::kField));
     call.resize(4);
-    ProfileText anew(text.Bytes());
     Call(text, call);
-    Call(anew, call);
-    fuzz::Require(text.Bytes() == anew.Bytes(), "the same bytes");
+    Call(model, call);
+    fuzz::Require(text.Bytes() == model.Bytes(), "the same bytes as the model's");
     ReadsBack(text, call);
   }
-  ReadsAlike(text, calls);
+  ReadsAlike(text, model, calls);
   return 0;
 }
