@@ -38,11 +38,13 @@ bool Collector::EndsWith(std::int64_t id, const FrontGames& front, const GameMar
   return !marks.empty() && IsSameGame(marks.back(), known);
 }
 
-/// The games that begin in a log itself.
+/// The games that begin in a log itself, not in one that was open at the end of the log before it.
 std::vector<GameMark> Collector::OwnMarks(const OpenLog& log) {
   if (log.kind == Kind::kNew) return log.marks;
   std::vector<GameMark> marks = MarksOf(log.stored.id);
-  if (log.stored.goesOnWith != 0 && !marks.empty()) marks.erase(marks.begin());
+  const auto before = stored_.find(log.stored.goesOnWith);
+  const bool beganBefore = before != stored_.end() && before->second.openAtEnd;
+  if (beganBefore && !marks.empty()) marks.erase(marks.begin());
   return marks;
 }
 

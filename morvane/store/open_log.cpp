@@ -136,6 +136,7 @@ FrontGames ReadFront(const OpenLog& log, std::string carried, bool wantMarks) {
 
 void PutInFront(OpenLog& log, FrontGames front) {
   ParsedLog& parsed = log.parsed;
+  parsed.hasGame |= front.parsed.hasGame;
   if (parsed.games.size() == front.replaced) {  // nothing of the log's own follows
     const std::size_t carried = front.carried.size();
     const bool inCarried = front.parsed.resumeAt < carried;

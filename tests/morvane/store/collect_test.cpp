@@ -105,6 +105,19 @@ TEST_F(CollectTest, ABrokenLineTakesNoGameThatIsKnown) {
   }
 }
 
+TEST_F(CollectTest, ADayThatIsListedLaterTakesTheGameThatWentOnWithoutIt) {
+  const std::string later = Duel("Dan", "Bob", 9) + Duel("Ann", "Cid", 8);
+  Log("1.log", one_ + "  0:");
+  const std::string day = two_.substr(two_.find("InitGame"));
+  const std::string kept = day.substr(0, day.rfind("  1:00 Kill") + 4);
+  Log("3.log", day.substr(kept.size()) + later);
+  Log("copy.log", later.substr(later.find('\n') + 1));
+  EXPECT_EQ(Kills({"1.log", "3.log", "copy.log"}), "6 9 8 ") << said_;
+  Log("2.log", "00 " + kept);
+  EXPECT_EQ(Kills({"1.log", "2.log", "3.log", "copy.log"}), "6 7 9 8 ") << said_;
+  EXPECT_FALSE(Said("severe")) << said_;
+}
+
 TEST_F(CollectTest, AnEditedLogIsNotTheOneThatWasRotated) {
   const std::string third = Duel("Dan", "Bob", 9);
   Log("a.log.2", one_ + third);
