@@ -155,6 +155,19 @@ TEST_F(CollectTest, OneDateHoldsForAGameAndItsCopies) {
   EXPECT_EQ(game.start, start);
 }
 
+TEST_F(CollectTest, AGameWhoseFirstLineIsTornHasItsTime) {
+  const std::size_t cut = two_.find("Game:");
+  for (const std::string& later : {std::string(), empty_}) {
+    Log("a.log", one_ + two_.substr(0, cut));
+    Log("b.log", two_.substr(cut) + later);
+    const Game torn = Collect({"a.log", "b.log"}, false).at(1);
+    Log("b.log", two_ + later);
+    const Game whole = Collect({"b.log"}, false).at(0);
+    EXPECT_EQ(torn.start + 1, whole.start) << later;
+    EXPECT_EQ(torn.dated, whole.dated) << later;
+  }
+}
+
 TEST(KeepKnown, OnlyWhatTheLogTellsStandsAboveWhatWasStored) {
   for (const Dated dated : {Dated::kUnknown, Dated::kNotAfter, Dated::kReckoned, Dated::kKnown}) {
     Game game;

@@ -10,9 +10,9 @@
 //   has three kills with stamps, or thirty without. What an edit changes after such a game follows
 //   the file. An edited game before it would stay beside its new form.
 // - A log is not shortened within the stamp of an "InitGame:": the game would lose its stamp.
-// - A file that is shortened, edited or copied is not also renamed before the next run; one that is
-//   swapped has been read before, and does not grow before the next run: a few lines that moved and
-//   grew at once might be those of any log.
+// - A file that is shortened, edited or copied is not also renamed or left out before the next run;
+//   one that is swapped has been read before, and does not grow before the next run: a few lines
+//   that moved and grew at once might be those of any log.
 // - A day that is left out before it was ever read was cut off between two games.
 // - Whether the first line of a log is the end of a torn one shows when it is whole, and the stamp
 //   of a torn "InitGame:" belongs to no game: a log after another one begins with three whole
@@ -162,7 +162,7 @@ class History {
     const std::size_t last = server.pieces.size() - 1;
     if (last > 0 && !server.pieces[last - 1].listed && !IsLinked(server, last - 1)) return;
     const bool leavesList = currentOnly_ && (betweenGames_ || server.rotation != Rotation::kByDate);
-    if (leavesList && !IsRead(server.Last()) && !Run(true)) {
+    if (leavesList && (needsRun_ || !IsRead(server.Last())) && !Run(true)) {
       failed_ = true;
       return;
     }
