@@ -20,20 +20,6 @@ using test::Join;
 using test::Kill;
 using test::kShutdown;
 
-TEST_F(CollectTest, AGameThatGoesOnInTheNextLogIsOne) {
-  const std::string all = one_ + two_;
-  for (const bool useDatabase : {false, true}) {
-    for (const std::size_t cut : {100U, 200U, 400U}) {
-      fs::remove_all(At("db"));
-      Log("a.log", all.substr(0, one_.size() + cut));
-      Log("b.log", all.substr(one_.size() + cut) + one_.substr(0, 300));
-      EXPECT_EQ(Kills({"a.log", "b.log"}, useDatabase), "6 7 0 ") << cut;
-    }
-  }
-  Kills({"b.log"}, false);
-  EXPECT_TRUE(Said("b.log: ") && Said("before the first \"InitGame:\" left out")) << said_;
-}
-
 TEST_F(CollectTest, TheSameCountsOnceAndIsSaid) {
   for (const bool useDatabase : {false, true}) {
     Log("a.log", empty_ + empty_);
@@ -145,14 +131,14 @@ TEST_F(CollectTest, ALogThatDiffersHasNotGrown) {
   }
 }
 
-TEST_F(CollectTest, OneDateHoldsForAGameAndItsCopies) {
-  Log("a.log", one_ + two_.substr(0, 400));
-  const std::int64_t start = Collect({"a.log"})[1].start;
+TEST_F(CollectTest, AnEditedLastGameKeepsItsDateAndNumber) {
+  Log("a.log", one_ + two_);
+  const Game game = Collect({"a.log"}).at(1);
   clock_ += 5000;
-  Log("copy.log", empty_ + one_ + two_);
-  const Game game = Collect({"a.log", "copy.log"})[2];
-  EXPECT_EQ(game.kills, 7U) << "the copy's counts: it is over";
-  EXPECT_EQ(game.start, start);
+  Log("a.log", one_ + Duel("Cid", "Bob", 5));
+  const Game edited = Collect({"a.log"}).at(1);
+  EXPECT_EQ(edited.kills, 5U);
+  EXPECT_EQ(KnownFactsOf(edited), KnownFactsOf(game)) << said_;
 }
 
 TEST_F(CollectTest, AGameWhoseFirstLineIsTornHasItsTime) {
@@ -178,23 +164,6 @@ TEST(KeepKnown, OnlyWhatTheLogTellsStandsAboveWhatWasStored) {
     EXPECT_EQ(game.start, stays ? 7 : 5);
     EXPECT_EQ(game.dated, stays ? Dated::kKnown : Dated::kReckoned);
   }
-}
-
-TEST_F(CollectTest, WhatWasStoredOfADateStaysAsWellKnownAsItWas) {
-  const auto dates = [&](const std::string& log) {
-    Log("a.log", log);
-    std::string text;
-    constexpr std::string_view kMarks = "?<~=";
-    for (const Game& game : Collect({"a.log"})) {
-      text += kMarks[static_cast<std::size_t>(game.dated)];
-    }
-    return text;
-  };
-  EXPECT_EQ(dates(one_), "~");
-  EXPECT_EQ(dates(one_ + two_), "~~") << "reckoned while it was the last";
-  std::string dated = Duel("Ann", "Cid", 8);
-  dated.insert(dated.find("  0:01"), test::ServerTime(50000));
-  EXPECT_EQ(dates(one_ + two_ + dated + Duel("Dan", "Bob", 9)), "~~=~");
 }
 
 TEST_F(CollectTest, ALogCutWhileItIsReadIsLeftOutOnce) {
