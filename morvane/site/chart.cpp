@@ -102,7 +102,9 @@ std::string ChartHtml(const Chart& chart) {
   const Scale scale = ScaleOf(bounds.least.y, bounds.most.y);
   std::string html =
       "<div class=\"chart\"><svg role=\"img\" aria-label=\"" + EscapeHtml(chart.text) + "\">";
-  for (double value = scale.low; value <= scale.high + scale.step / 2; value += scale.step) {
+  const long steps = std::lround((scale.high - scale.low) / scale.step);
+  for (long i = 0; i <= steps; ++i) {
+    const double value = scale.low + static_cast<double>(i) * scale.step;
     const std::string y = Fixed(static_cast<double>(scale.At(value)) / 10, 1) + "%";
     html.append("<line x2=\"100%\" y1=\"").append(y).append("\" y2=\"").append(y);
     html.append("\"/><text y=\"").append(y).append("\" dy=\"-3\">").append(Fixed(value, 0));

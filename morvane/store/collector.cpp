@@ -261,8 +261,10 @@ Collected Collector::Result() {
       collected.games.push_back(std::move(games[i]));
     }
   }
-  if (!given.empty()) KeepNumbers(given, numbers.Last());
-  if (database_ != nullptr) collected.vocabulary = database_->Words();
+  if (database_ != nullptr) {
+    if (!given.empty()) KeepNumbers(given, numbers.Last());
+    collected.vocabulary = database_->Words();
+  }
   collected.usable = !logs_.empty() || !collected.games.empty();
   return collected;
 }
