@@ -174,7 +174,6 @@ void Collector::PassOnFacts(const std::map<std::int64_t, CountedGames>& games) {
   for (OpenLog& log : logs_) {
     const std::int64_t before = log.stored.goesOnWith;
     if (log.kind == Kind::kTwin || !BeganBefore(log)) continue;
-    if (log.stored.goesOnRest != Digest(RestOf(before))) continue;  // another game is open by now
     if (database_ == nullptr) {
       const KnownFacts known = KnownFactsOf(Holding(before)->parsed.games.back());
       KeepKnown(log.parsed.games.front(), known);
