@@ -298,59 +298,67 @@ class History {
     for (std::size_t i = 0; i < server.pieces.size(); ++i) fs::remove(PathOf(server.NameOf(i)));
   }
 
-  /// A run of the engine; false when it does not give what is expected.
-  bool Run(bool withDatabase) {
-    Sources sources;
-    sources.useDatabase = withDatabase;
-    sources.databasePath = PathOf("db");
-    bool complete = true;  // without a database: all that is to be known stands in the files
-    Vocabulary common;
+  /// The games that a run is to give, sorted; what it sees of the files is known from then on.
+  /// `complete`, for one without a database: all that is to be known stands in the files,
+  /// in order.
+  std::vector<std::string> Expected(bool withDatabase, Vocabulary& common, bool& complete) {
     std::vector<std::string> expected;
     for (Server& server : servers_) {
       std::string stream;
-      for (std::size_t i = 0; i < server.pieces.size(); ++i) {
-        Piece& piece = server.pieces[i];
+      for (Piece& piece : server.pieces) {
         const bool seen = piece.exists && piece.listed;
-        if (seen) {
-          sources.logs.push_back({server.NameOf(i), PathOf(server.NameOf(i))});
-          if (withDatabase) piece.read = piece.written.size();
-          if (withDatabase) piece.known = true;
-        } else if (!withDatabase) {
-          complete &= others_.empty() && (betweenGames_ || i + 1 == server.pieces.size());
-        }
-        stream +=
-            piece.written.substr(0, seen ? piece.written.size() : (withDatabase ? piece.read : 0));
+        const bool isLast = &piece == &server.Last();
+        if (!seen) complete &= others_.empty() && (betweenGames_ || isLast);
         complete &= piece.front == 0;
+        if (seen && withDatabase) piece.read = piece.written.size();
+        if (seen && withDatabase) piece.known = true;
+        const std::size_t withoutDatabase = seen ? piece.written.size() : 0;
+        stream += piece.written.substr(0, withDatabase ? piece.read : withoutDatabase);
       }
       if (withDatabase) server.rotated = false;
       ParsedLog log = ParseLog(stream, true);
       std::erase_if(log.games, [](const Game& game) { return game.entrants.empty(); });
-      for (std::string& text : Texts(std::move(log.games), log.vocabulary, common)) {
-        expected.push_back(std::move(text));
+      std::ranges::move(Texts(std::move(log.games), log.vocabulary, common),
+                        std::back_inserter(expected));
+    }
+    std::ranges::sort(expected);
+    return expected;
+  }
+
+  std::vector<LogFile> ListedLogs() const {
+    std::vector<LogFile> logs;
+    for (const Server& server : servers_) {
+      for (std::size_t i = 0; i < server.pieces.size(); ++i) {
+        const bool listed = server.pieces[i].exists && server.pieces[i].listed;
+        if (listed) logs.push_back({server.NameOf(i), PathOf(server.NameOf(i))});
       }
     }
     for (const Other& other : others_) {
-      const auto at = other.first ? sources.logs.begin() : sources.logs.end();
-      sources.logs.insert(at, {other.name, PathOf(other.name)});
+      logs.insert(other.first ? logs.begin() : logs.end(), {other.name, PathOf(other.name)});
     }
+    return logs;
+  }
+
+  /// A run of the engine; false when it does not give what is expected.
+  bool Run(bool withDatabase) {
+    const Sources sources = {ListedLogs(), withDatabase, PathOf("db")};
+    bool complete = std::ranges::none_of(others_, &Other::first);
+    Vocabulary common;
+    const std::vector<std::string> expected = Expected(withDatabase, common, complete);
     test::Told told;
     Collected collected = CollectGames(sources, told);
     if (withDatabase) needsRun_ = false;
     Note(std::string(withDatabase ? "run" : "run without database") + "\n" + told.severe +
          told.normal);
     if (told.severe.find("database") != told.severe.npos) return Fail("the database failed");
-    const bool isApart =
-        std::ranges::any_of(others_, [](const Other& other) { return other.first; });
-    if (!withDatabase && (!complete || isApart)) return true;
-    std::ranges::sort(expected);
-    const std::size_t found = collected.games.size();
+    if (!withDatabase && !complete) return true;
     if (withDatabase && !KeepsKnown(collected)) return Fail("a date or a number changed");
     if (withDatabase && !KeepsNumbers(collected)) return Fail("a number is lost or given again");
     const std::vector<std::string> games =
         Texts(std::move(collected.games), collected.vocabulary, common);
     if (games != expected) {
-      return Fail(std::to_string(found) + " games, expected " + std::to_string(expected.size()) +
-                  "; missing:" + Difference(expected, games) +
+      return Fail(std::to_string(games.size()) + " games, expected " +
+                  std::to_string(expected.size()) + "; missing:" + Difference(expected, games) +
                   "\n  too many:" + Difference(games, expected));
     }
     return true;
