@@ -175,8 +175,10 @@ void Collector::PassOnFacts(const std::map<std::int64_t, CountedGames>& games) {
     const std::int64_t before = log.stored.goesOnWith;
     if (log.kind == Kind::kTwin || !BeganBefore(log)) continue;
     if (database_ == nullptr) {
-      const KnownFacts known = KnownFactsOf(Holding(before)->parsed.games.back());
-      KeepKnown(log.parsed.games.front(), known);
+      std::vector<Game>& read = log.parsed.games;  // it may have left out those of nobody
+      if (!read.empty()) {
+        KeepKnown(read.front(), KnownFactsOf(Holding(before)->parsed.games.back()));
+      }
       continue;
     }
     const std::vector<std::int64_t>& own = games.at(log.stored.id).ids;
