@@ -5,6 +5,7 @@
 
 #include "morvane/statistics/figures.h"
 #include "morvane/store/game_numbers.h"
+#include "morvane/store/known_facts.h"
 #include "morvane/store/recurrence.h"
 
 namespace morvane {

@@ -10,7 +10,6 @@
 
 #include "morvane/store/collect.h"
 #include "morvane/store/database.h"
-#include "morvane/store/known_facts.h"
 #include "morvane/store/open_log.h"
 
 namespace morvane {

@@ -4,6 +4,7 @@
 #include "morvane/store/collector.h"
 #include "morvane/store/continuation.h"
 #include "morvane/store/digest.h"
+#include "morvane/store/known_facts.h"
 #include "morvane/store/recurrence.h"
 
 namespace morvane {
