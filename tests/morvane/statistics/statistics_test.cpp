@@ -207,8 +207,9 @@ TEST(MakeStatistics, NamesakesAreOnePlayerWhoWinsAndPlacesOnceAGame) {
 TEST(MakeStatistics, KnowsWhenAPlayerWasSeen) {
   const std::string warmup = Init() + "  0:00 Warmup:\n  0:10 ShutdownGame:\n";
   const std::string untimed = UntimedDuel("Ann", "Bob", 1);
-  std::string dated = Duel("Ann", "Bob", 1);
-  dated.insert(dated.find("  0:01"), test::ServerTime(50000));
+  const std::size_t second = Init().size();
+  const std::string dated = Duel("Ann", "Bob", 1).insert(second, test::ServerTime(50000));
+  const std::string later = Duel("Ann", "Bob", 1).insert(second, test::ServerTime(60000));
   const struct {
     std::string what;
     std::string log;
@@ -220,6 +221,7 @@ TEST(MakeStatistics, KnowsWhenAPlayerWasSeen) {
       {"without stamps", untimed, "?0 ?0"},
       {"by a date first", dated + Duel("Ann", "Bob", 1) + warmup, "=50000 <999990"},
       {"by a date last", Duel("Ann", "Bob", 1) + dated + warmup, "<49700 =50300"},
+      {"by a clock set back", Duel("Ann", "Bob", 1) + later + dated, "<50000 =60300"},
   };
   for (const auto& test : kCases) {
     const Seen& seen = StatisticsOf(test.log).summary.seen;

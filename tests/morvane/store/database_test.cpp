@@ -21,6 +21,8 @@ using test::Join;
 using test::Kill;
 using test::kShutdown;
 
+const std::string kBob = "B\366b";
+
 std::string Hex(const std::string& bytes) {
   std::string text;
   char digits[3];
@@ -40,14 +42,10 @@ std::string FromHex(const std::string& text) {
 }
 
 Game SampleGame() {
-  Game game =
-      test::OnlyGame(Init("q3dm6", 0) + Join(0, "Ann") +
-                     Join(1,
-                          "B\xF6"
-                          "b") +
-                     Kill(0, 1) + Kill(1, 0, "ROCKET") + Kill(0, 1) + Kill(1022, 0, "LAVA") +
-                     "  2:00 Item: 1 item_quad\n  3:00 Exit: Fraglimit hit.\n" +
-                     "  3:00 score: 20  ping: 50  client: 0 Ann\n" + kShutdown);
+  Game game = test::OnlyGame(Init("q3dm6", 0) + Join(0, "Ann") + Join(1, kBob) + Kill(0, 1) +
+                             Kill(1, 0, "ROCKET") + Kill(0, 1) + Kill(1022, 0, "LAVA") +
+                             "  2:00 Item: 1 item_quad\n  3:00 Exit: Fraglimit hit.\n" +
+                             "  3:00 score: 20  ping: 50  client: 0 Ann\n" + kShutdown);
   game.start = 1700000000;
   game.dated = Dated::kNotAfter;
   game.lead = {{60, 0, 1}, {70, kNobody, 1}};
@@ -82,19 +80,11 @@ TEST(GameRecord, KeepsItsFormWithItsVersion) {
                                 : version < 4 ? kThirdRecord
                                               : kFourthRecord;
     const Game game = UnpackGame(FromHex(record), version, 3, 1);
-    EXPECT_EQ(game.events.at(0).second, version < 4 ? 0U : 60U) << version;
     const Game third = UnpackGame(FromHex(kThirdRecord), 3, 3, 1);
-    if (version < 4) {
-      EXPECT_EQ(Hex(PackGame(game)), Hex(PackGame(third))) << version;
-    }
-    EXPECT_EQ(game.map, "q3dm6");
+    EXPECT_EQ(Hex(PackGame(game)), version < 4 ? Hex(PackGame(third)) : kFourthRecord) << version;
+    EXPECT_EQ(game.map + " " + game.entrants.at(1).name, "q3dm6 " + kBob);
     EXPECT_EQ(game.start, 1700000000);
-    EXPECT_EQ(game.dated, Dated::kNotAfter);
-    EXPECT_EQ(game.entrants.at(1).name,
-              "B\xF6"
-              "b");
-    EXPECT_EQ(game.entrants.at(0).figures.score, 20);
-    EXPECT_EQ(game.events.size(), 4U);
+    EXPECT_EQ(game.events.at(0).second, version < 4 ? 0U : 60U) << version;
   }
   EXPECT_THROW(UnpackGame(FromHex(kFourthRecord), kRecordVersion + 1, 3, 1), DatabaseError);
   // A game of flags knew a lead and a winner once; now it knows that it does not.
@@ -222,11 +212,7 @@ TEST_F(CollectTest, GamesOfADatabaseWithoutNumbersGetTheirs) {
 }
 
 TEST_F(CollectTest, ADatabaseOfTheFirstVersionIsTakenOver) {
-  const std::string log = Init("q3dm6") + Join(0, "Ann") +
-                          Join(1,
-                               "B\xF6"
-                               "b") +
-                          kShutdown;
+  const std::string log = Init("q3dm6") + Join(0, "Ann") + Join(1, kBob) + kShutdown;
   Log("a.log", log);
   fs::create_directories(At("db"));
   WriteFirstVersion(At("db/morvane.db").string(), At("a.log").string(), log.size(), Digest(log));
