@@ -77,7 +77,8 @@ LogLine LineCutter::CutNewMinute(std::string_view line) {
                        cut.text.data() == line.data() + kStamp;
   if (isUsual) {
     std::memcpy(minute_, line.data(), sizeof minute_);
-    minuteTenths_ = cut.tenths - (line[4] - '0') * 100 - (line[5] - '0') * 10;
+    const int seconds = (line[4] - '0') * 10 + (line[5] - '0');
+    minuteTenths_ = cut.tenths - std::int64_t{seconds} * 10;
   }
   return cut;
 }
