@@ -39,7 +39,7 @@ class LineCutter {
 
   LogLine CutNewMinute(std::string_view line);
 
-  char minute_[4] = {};  // with its colon
+  char minute_[4] = {'\n'};  // with its colon; at first what no line begins with
   std::int64_t minuteTenths_ = 0;
 };
 

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "morvane/log/line_reader.h"
 #include "morvane/log/log_line.h"
 #include "morvane/statistics/figures.h"
 #include "platform/threads.h"
@@ -23,8 +24,11 @@ std::size_t FindGame(std::string_view log, std::size_t from) {
     const std::size_t end = log.substr(searched, at - searched).rfind('\n');
     if (end == log.npos) continue;
     const std::size_t start = searched + end + 1;
-    const LogLine line = CutLine(log.substr(start, at + kInit.size() - start));
-    if (line.stamped && line.text == kInit) return start;
+    std::string_view text;
+    LineReader(log.substr(start)).Next(text);
+    const LogLine line = CutLine(text);
+    const bool isGame = line.stamped && line.text.starts_with(kInit);
+    if (isGame && !EndsInSeparator(line.text)) return start;
   }
   return log.size();
 }

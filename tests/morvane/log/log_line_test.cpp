@@ -78,17 +78,33 @@ TEST(LineReader, FindsLinesOfAnyLength) {
 
 TEST(LineCutter, ReadsAStampLikeCutLine) {
   LineCutter cutter;
-  for (const std::string_view line : std::initializer_list<std::string_view>{
-           "  0:10 a", "  0:59 b", "  0:60 c", "  0:1x d", "  0:1 e", "  0:10x f", "  0:10",
-           "  0:", " 10:00 g", " 10:01 h", "110:02 i", "1110:02 j", "0:10 k", "0:1112 l",
-           "10:1112 m", "  0.1 n",
-           std::string_view("\0"
-                            "10:59 o",
-                            8),
-           std::string_view("\0"
-                            "10:58 p",
-                            8),
-           "10:58 q"}) {
+  for (const std::string_view line :
+       std::initializer_list<std::string_view>{std::string_view("\0\0\0\0"
+                                                                "12 x",
+                                                                8),
+                                               "  0:10 a",
+                                               "  0:59 b",
+                                               "  0:60 c",
+                                               "  0:1x d",
+                                               "  0:1 e",
+                                               "  0:10x f",
+                                               "  0:10",
+                                               "  0:",
+                                               " 10:00 g",
+                                               " 10:01 h",
+                                               "110:02 i",
+                                               "1110:02 j",
+                                               "0:10 k",
+                                               "0:1112 l",
+                                               "10:1112 m",
+                                               "  0.1 n",
+                                               std::string_view("\0"
+                                                                "10:59 o",
+                                                                8),
+                                               std::string_view("\0"
+                                                                "10:58 p",
+                                                                8),
+                                               "10:58 q"}) {
     const LogLine expected = CutLine(line);
     const LogLine cut = cutter.Cut(line);
     EXPECT_EQ(cut.text, expected.text) << line;

@@ -479,7 +479,8 @@ std::string TextOf(const ParsedLog& log) {
 TEST(CutLogs, StretchesJoinedAreTheWholeLog) {
   std::string log;
   bench::GenerateLog(7, 1, [&](std::string_view piece) { log += piece; });
-  log.insert(log.size() / 2, "\n  1:00 Kill: 0 77 broken\n");
+  const std::string tornOff = "  1:00 InitGame: " + kDashes + "\n";  // opens no game
+  log.insert(log.size() / 2, "\n  1:00 Kill: 0 77 broken\n" + tornOff);
   const std::string whole = TextOf(ParseLog(log, true));
   for (const std::size_t bytes : {1000UL, 20000UL, 150000UL, 10000000UL}) {
     ParsedLog joined;
