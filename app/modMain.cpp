@@ -2,9 +2,12 @@
 
 #include <QGuiApplication>
 #include <QIcon>
+#include <QPixmap>
 #include <QPointer>
 
 #include "app/file_actions.h"
+#include "app/pictures/icon16.xpm"
+#include "app/pictures/icon32.xpm"
 #include "platform/files.h"
 
 namespace app {
@@ -12,9 +15,10 @@ namespace {
 
 QPointer<frmMain> mainWindow;
 
+// As XPM: any other format would have the start read all plugins of formats.
 QIcon ProgramIcon() {
-  QIcon icon(":/pictures/icon32.png");
-  icon.addFile(":/pictures/icon16.png");
+  QIcon icon{QPixmap(icon32)};
+  icon.addPixmap(QPixmap(icon16));
   return icon;
 }
 

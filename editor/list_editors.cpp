@@ -6,7 +6,6 @@
 
 #include <QAbstractItemModel>
 #include <QItemSelectionModel>
-#include <QRegularExpression>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
 
@@ -45,8 +44,9 @@ class OneLineDelegate : public QStyledItemDelegate {
   using QStyledItemDelegate::QStyledItemDelegate;
 
   QString displayText(const QVariant& value, const QLocale& /*locale*/) const override {
-    static const QRegularExpression lineBreak("\r\n|[\r\n\u2028\u2029]");
-    return value.toString().replace(lineBreak, " ");
+    QString text = value.toString().replace("\r\n", " ");
+    for (const QChar lineBreak : QStringView(u"\r\n\u2028\u2029")) text.replace(lineBreak, ' ');
+    return text;
   }
 };
 

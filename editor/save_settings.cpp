@@ -14,6 +14,7 @@
 #include "platform/paths.h"
 #include "platform/replace_file.h"
 #include "ui/controls.h"
+#include "ui/events.h"
 
 namespace editor {
 namespace {
@@ -44,7 +45,7 @@ void CopyBackgroundImage(QWidget& window) {
   const std::string text = field.text().toStdString();
   const std::string image = BackgroundImageAsStored(text);
   if (image != text) field.setText(ToQt(image));
-  if (platform::HasSeparator(image)) CopyInto(images, image);
+  if (platform::HasSeparator(image)) ui::DoBeside([&] { CopyInto(images, image); });
 }
 
 void WriteEntries(const QWidget& window, const config::Setting& setting,
@@ -87,7 +88,9 @@ SaveResult SaveSettings(QWidget& window, const config::modIni& ini,
   CopyBackgroundImage(window);
   std::vector<std::string> leftOut = WriteSettings(window, file);
   file.SpaceHeaders();
-  return {file.Store(), std::move(leftOut)};
+  std::string failure;
+  ui::DoBeside([&] { failure = file.Store(); });
+  return {std::move(failure), std::move(leftOut)};
 }
 
 }  // namespace editor

@@ -10,7 +10,7 @@ constexpr int kPollMilliseconds = 100;
 
 unsigned WaitForEnd(int processId) {
   platform::ProcessHandle process = platform::OpenProcess(processId);
-  unsigned exitCode = 0;
+  unsigned exitCode = 0;  // stays so where the process cannot be opened: it has ended
   do {
     platform::GetExitCodeProcess(process, exitCode);
     ui::PumpEvents();

@@ -2,7 +2,7 @@
 
 // For sources of this folder only: no header of GLib reaches another folder.
 
-#include <glib-object.h>
+#include <glib.h>
 #include <memory>
 
 namespace platform {
@@ -14,8 +14,6 @@ struct FreeWith {
 
 using OwnedText = std::unique_ptr<char, FreeWith<g_free>>;
 using OwnedError = std::unique_ptr<GError, FreeWith<g_error_free>>;
-template <class T>
-using OwnedObject = std::unique_ptr<T, FreeWith<g_object_unref>>;
 
 /// A setup of a child process: puts it into a session of its own.
 void BeginSession(void* unused);

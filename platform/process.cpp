@@ -106,20 +106,20 @@ ProcessHandle OpenProcess(int processId) {
   return process;
 }
 
-bool GetExitCodeProcess(ProcessHandle& process, unsigned& exitCode) {
-  if (process.processId_ == 0) return false;
+std::error_code GetExitCodeProcess(ProcessHandle& process, unsigned& exitCode) {
+  if (process.processId_ == 0) return std::make_error_code(std::errc::no_such_process);
   if (!process.exitCode_) {
     int status = 0;
     const pid_t ended = waitpid(process.processId_, &status, WNOHANG);
     if (ended == 0) {
       exitCode = kStillActive;
-      return true;
+      return {};
     }
     // Where SIGCHLD is ignored the system keeps no exit code; then all that is known is the end.
     process.exitCode_ = ended < 0 ? 0 : ExitCodeOf(status);
   }
   exitCode = *process.exitCode_;
-  return true;
+  return {};
 }
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace platform {
@@ -46,7 +47,7 @@ class ProcessHandle {
 
  private:
   friend ProcessHandle OpenProcess(int processId);
-  friend bool GetExitCodeProcess(ProcessHandle& process, unsigned& exitCode);
+  friend std::error_code GetExitCodeProcess(ProcessHandle& process, unsigned& exitCode);
 
   int processId_ = 0;  // 0: no process
   std::optional<unsigned> exitCode_;
@@ -58,8 +59,8 @@ ProcessHandle OpenProcess(int processId);
 
 /// Gives the exit code of a process: kStillActive while it runs; what it returned (0 to 255) when
 /// it has ended, or 128 and the number of the signal that ended it. The first answer other than
-/// kStillActive releases the process; later calls repeat it. Without a process in the handle the
-/// result is false and `exitCode` stays as it is.
-bool GetExitCodeProcess(ProcessHandle& process, unsigned& exitCode);
+/// kStillActive releases the process; later calls repeat it. Without a process in the handle
+/// `exitCode` stays as it is, and the result says so (no_such_process).
+std::error_code GetExitCodeProcess(ProcessHandle& process, unsigned& exitCode);
 
 }  // namespace platform

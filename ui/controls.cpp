@@ -4,12 +4,12 @@
 #include <utility>
 
 #include <QEvent>
-#include <QImageReader>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QStylePainter>
+#include <QSvgRenderer>
 #include <QTabBar>
 
 #include "config/rgb.h"
@@ -149,13 +149,8 @@ int TabControl::StripHeight() { return Pixels(kTabStripTwips); }
 Picture::Picture(QString path, QWidget* parent) : QWidget(parent), path_(std::move(path)) {}
 
 void Picture::paintEvent(QPaintEvent* /*event*/) {
-  const QSize size = (QSizeF(this->size()) * devicePixelRatioF()).toSize();
-  if (drawn_.size() != size) {
-    QImageReader reader(path_);
-    reader.setScaledSize(size);
-    drawn_ = reader.read();
-  }
-  QPainter(this).drawImage(rect(), drawn_);
+  QPainter painter(this);
+  QSvgRenderer(path_).render(&painter, rect());
 }
 
 }  // namespace ui

@@ -85,10 +85,11 @@ class TabPage : public QWidget {
   using QWidget::QWidget;
 };
 
-/// A picture stretched over the control, drawn sharply at every scale factor.
+/// An SVG picture stretched over the control. It is drawn anew each time, which takes some
+/// milliseconds; kept as drawn it would be a fiftieth of the editor's memory.
 class Picture : public QWidget {
  public:
-  /// `path`: an image file or resource.
+  /// `path`: an SVG file or resource.
   explicit Picture(QString path, QWidget* parent = nullptr);
 
  protected:
@@ -96,7 +97,6 @@ class Picture : public QWidget {
 
  private:
   QString path_;
-  QImage drawn_;  // at the size last painted
 };
 
 }  // namespace ui

@@ -1,8 +1,12 @@
 #include "ui/events.h"
 
+#include <system_error>
+#include <thread>
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QObject>
 #include <QTimer>
 
 namespace ui {
@@ -21,6 +25,27 @@ void WaitHandlingEvents(int milliseconds) {
   while (alarm.isActive() && clock.elapsed() < milliseconds) {
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
   }
+}
+
+void DoBeside(const std::function<void()>& work) {
+  QObject here;
+  bool done = false;
+  std::thread thread;
+  try {
+    thread = std::thread([&] {
+      work();
+      QMetaObject::invokeMethod(
+          &here, [&] { done = true; }, Qt::QueuedConnection);
+    });
+  } catch (const std::system_error&) {  // no thread can be had
+    work();
+    return;
+  }
+  while (!done) {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                    QEventLoop::WaitForMoreEvents);
+  }
+  thread.join();
 }
 
 }  // namespace ui

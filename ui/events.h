@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 namespace ui {
 
 /// Handles the events that wait for the program's windows, and returns. Handlers run inside it.
@@ -9,5 +11,9 @@ void PumpEvents();
 /// between them. A handler that takes longer than the time left delays the return. Works on after
 /// the program was told to quit.
 void WaitHandlingEvents(int milliseconds);
+
+/// Does work that waits for the disk, on a thread of its own, and returns when it is done. The
+/// window is drawn meanwhile; keys and the mouse wait. The work must not touch the window.
+void DoBeside(const std::function<void()>& work);
 
 }  // namespace ui

@@ -153,6 +153,7 @@ bool IsField(ControlKind kind) {
 }
 
 void SetColors(const ControlRow& row, QWidget& control) {
+  if (row.ink == 0 && row.paper == 0) return;
   QPalette palette = control.palette();
   if (row.ink != 0) palette.setColor(QPalette::WindowText, QColor(row.ink));
   if (row.paper != 0) {

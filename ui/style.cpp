@@ -95,6 +95,14 @@ class DesignedStyle : public QProxyStyle {
                       option->palette.color(QPalette::Highlight));
   }
 
+  QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                     const QWidget* widget) const override {
+    // What a menu bar asks for in case it is too long, which this window's never is. It would have
+    // the start read all plugins of image formats.
+    if (icon == SP_ToolBarHorizontalExtensionButton) return {};
+    return QProxyStyle::standardIcon(icon, option, widget);
+  }
+
   int pixelMetric(PixelMetric metric, const QStyleOption* option,
                   const QWidget* widget) const override {
     // The strip's own width is shared out among the captions; see TabControl.

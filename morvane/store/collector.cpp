@@ -5,6 +5,7 @@
 
 #include "morvane/statistics/figures.h"
 #include "morvane/store/game_numbers.h"
+#include "morvane/store/known_facts.h"
 #include "morvane/store/recurrence.h"
 #include "platform/this_process.h"
 
@@ -168,20 +169,26 @@ std::map<std::int64_t, CountedGames> Collector::Counting() {
   return result;
 }
 
+bool Collector::IsNew(const StoredGame& game) const {
+  const auto first = firstNew_.find(game.log);
+  return first != firstNew_.end() && game.id >= first->second;
+}
+
 /// Gives one of two games that are one, if it is new in this run, what is known of the other one:
 /// which of them counts may change.
 void Collector::ShareFacts(const StoredGame& earlier, const StoredGame& later) {
-  const auto isNew = [&](const StoredGame& game) {
-    const auto first = firstNew_.find(game.log);
-    return first != firstNew_.end() && game.id >= first->second;
-  };
-  if (!isNew(later) && !isNew(earlier)) return;
-  const bool isTargetLater = isNew(later);
-  const std::int64_t target = isTargetLater ? later.id : earlier.id;
-  Game game = database_->ReadGame(target);
+  if (IsNew(later)) {
+    GiveFacts(earlier.id, later.id);
+  } else if (IsNew(earlier)) {
+    GiveFacts(later.id, earlier.id);
+  }
+}
+
+void Collector::GiveFacts(std::int64_t from, std::int64_t to) {
+  Game game = database_->ReadGame(to);
   const KnownFacts own = KnownFactsOf(game);
-  KeepKnown(game, KnownFactsOf(database_->ReadGame(isTargetLater ? earlier.id : later.id)));
-  if (KnownFactsOf(game) != own) database_->ReplaceGame(target, game);
+  KeepKnown(game, KnownFactsOf(database_->ReadGame(from)));
+  if (KnownFactsOf(game) != own) database_->ReplaceGame(to, game);
 }
 
 void Collector::TellTwins() {
@@ -227,8 +234,7 @@ void Collector::TellTwice(const std::map<std::int64_t, CountedGames>& counts) {
 
 std::vector<Game> Collector::GamesIn(std::int64_t id, Vocabulary& words) {
   if (database_ != nullptr) return database_->ReadGames(id);
-  OpenLog& log = *std::ranges::find_if(
-      logs_, [&](const OpenLog& open) { return open.kind != Kind::kTwin && open.stored.id == id; });
+  OpenLog& log = *Holding(id);
   Renumber(log.parsed.games, log.parsed.vocabulary, words);
   return std::move(log.parsed.games);
 }
@@ -249,6 +255,7 @@ void Collector::KeepNumbers(const std::map<std::int64_t, std::uint32_t>& given,
 
 Collected Collector::Result() {
   const std::map<std::int64_t, CountedGames> counting = Counting();
+  PassOnFacts(counting);
   TellTwice(counting);
   Collected collected;
   std::map<std::int64_t, std::uint32_t> given;

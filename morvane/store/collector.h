@@ -10,7 +10,6 @@
 
 #include "morvane/store/collect.h"
 #include "morvane/store/database.h"
-#include "morvane/store/known_facts.h"
 #include "morvane/store/open_log.h"
 
 namespace morvane {
@@ -78,7 +77,9 @@ class Collector {
   // What they go on with: following.cpp.
   void Follow(std::size_t index);
   std::vector<GameMark> OwnMarks(const OpenLog& log);
+  bool BeganBefore(const OpenLog& log) const;
   std::vector<GameMark> MarksOf(std::int64_t id);
+  OpenLog* Holding(std::int64_t id);
   std::optional<GameMark> GameBefore(const OpenLog& log);
   bool IsOlder(const OpenLog& log, std::int64_t than);
   bool EndsWith(std::int64_t id, const FrontGames& front, const GameMark& known);
@@ -88,6 +89,7 @@ class Collector {
   bool IsFollowed(std::int64_t log, std::size_t index) const;
   std::optional<FrontGames> FrontOf(const OpenLog& log, std::int64_t before);
   void GoOnWith(OpenLog& log, std::int64_t before, FrontGames front);
+  void PassOnFacts(const std::map<std::int64_t, CountedGames>& games);
 
   bool FindTorn();
   void Keep(OpenLog& log);
@@ -100,7 +102,9 @@ class Collector {
   // What counts.
   std::vector<std::int64_t> ReadingOrder() const;
   std::map<std::int64_t, CountedGames> Counting();
+  bool IsNew(const StoredGame& game) const;
   void ShareFacts(const StoredGame& earlier, const StoredGame& later);
+  void GiveFacts(std::int64_t from, std::int64_t to);
   void TellTwins();
   void TellStray(const OpenLog& log);
   void TellTwice(const std::map<std::int64_t, CountedGames>& counts);
@@ -118,7 +122,6 @@ class Collector {
   std::map<std::int64_t, StoredLog> stored_;  // all logs by id
   std::set<std::int64_t> found_;              // those that a file of this run holds
   std::map<std::int64_t, std::string> rests_;
-  std::map<std::int64_t, KnownFacts> openFacts_;  // of open last games that were read
   std::int64_t lastId_ = 0;
   std::map<std::int64_t, std::int64_t> firstNew_;  // by log: the first game stored in this run
   std::vector<SameStored> same_;

@@ -326,11 +326,7 @@ std::vector<Game> Database::ReadGames(std::int64_t log) {
 }
 
 Game Database::Unpack(std::string_view bytes, int version) const {
-  Game game;
-  if (!UnpackGame(bytes, version, words_.weapons.size(), words_.items.size(), game)) {
-    throw DatabaseError("a game in it is damaged");
-  }
-  return game;
+  return UnpackGame(bytes, version, words_.weapons.size(), words_.items.size());
 }
 
 std::int64_t Database::AddGames(std::int64_t log, const std::vector<Game>& games,

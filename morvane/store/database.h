@@ -1,6 +1,5 @@
 #pragma once
 
-#include <SQLiteCpp/Exception.h>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -10,6 +9,7 @@
 
 #include "morvane/statistics/game.h"
 #include "morvane/statistics/vocabulary.h"
+#include "morvane/store/database_error.h"
 #include "morvane/store/game_mark.h"
 
 namespace SQLite {
@@ -18,9 +18,6 @@ class Statement;
 }  // namespace SQLite
 
 namespace morvane {
-
-/// The database is damaged, locked, full, or of another version; `what` says which.
-using DatabaseError = SQLite::Exception;
 
 /// What a database knows of a log that was read. It is known by its bytes, whatever its name.
 struct StoredLog {

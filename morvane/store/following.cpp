@@ -6,6 +6,7 @@
 #include "morvane/store/collector.h"
 #include "morvane/store/continuation.h"
 #include "morvane/store/digest.h"
+#include "morvane/store/known_facts.h"
 #include "morvane/store/recurrence.h"
 
 namespace morvane {
@@ -38,19 +39,31 @@ bool Collector::EndsWith(std::int64_t id, const FrontGames& front, const GameMar
   return !marks.empty() && IsSameGame(marks.back(), known);
 }
 
-/// The games that begin in a log itself.
+/// The games that begin in a log itself, not in one that was open at the end of the log before it.
 std::vector<GameMark> Collector::OwnMarks(const OpenLog& log) {
   if (log.kind == Kind::kNew) return log.marks;
   std::vector<GameMark> marks = MarksOf(log.stored.id);
-  if (log.stored.goesOnWith != 0 && !marks.empty()) marks.erase(marks.begin());
+  if (BeganBefore(log) && !marks.empty()) marks.erase(marks.begin());
   return marks;
+}
+
+/// Whether the first game of a log is one that was open at the end of the log before it.
+bool Collector::BeganBefore(const OpenLog& log) const {
+  const auto before = stored_.find(log.stored.goesOnWith);
+  return before != stored_.end() && before->second.openAtEnd;
 }
 
 std::vector<GameMark> Collector::MarksOf(std::int64_t id) {
   if (database_ != nullptr) return database_->GamesOf(id).marks;
+  const OpenLog* log = Holding(id);
+  return log != nullptr ? log->marks : std::vector<GameMark>();
+}
+
+/// The file of this run that holds a log.
+OpenLog* Collector::Holding(std::int64_t id) {
   const auto log = std::ranges::find_if(
       logs_, [&](const OpenLog& open) { return open.kind != Kind::kTwin && open.stored.id == id; });
-  return log != logs_.end() ? log->marks : std::vector<GameMark>();
+  return log != logs_.end() ? &*log : nullptr;
 }
 
 /// The game of another log in which one begins, see FindGameBefore. An empty mark where that one
@@ -152,19 +165,28 @@ std::optional<FrontGames> Collector::FrontOf(const OpenLog& log, std::int64_t be
 }
 
 void Collector::GoOnWith(OpenLog& log, std::int64_t before, FrontGames front) {
-  if (!front.parsed.games.empty()) {
-    if (const auto start = openFacts_.find(before); start != openFacts_.end()) {
-      KeepKnown(front.parsed.games[0], start->second);
-    } else if (database_ != nullptr && stored_[before].openAtEnd) {
-      const StoredGames games = database_->GamesOf(before);
-      if (!games.ids.empty()) {
-        KeepKnown(front.parsed.games[0], KnownFactsOf(database_->ReadGame(games.ids.back())));
-      }
-    }
-  }
   log.stored.goesOnWith = before;
   log.stored.goesOnRest = Digest(front.carried);
   PutInFront(log, std::move(front));
+}
+
+/// Gives games that go on in new logs what is known of them, once it is known which games are one.
+void Collector::PassOnFacts(const std::map<std::int64_t, CountedGames>& games) {
+  for (OpenLog& log : logs_) {
+    const std::int64_t before = log.stored.goesOnWith;
+    if (log.kind == Kind::kTwin || !BeganBefore(log)) continue;
+    if (database_ == nullptr) {
+      std::vector<Game>& read = log.parsed.games;  // it may have left out those of nobody
+      if (!read.empty()) {
+        KeepKnown(read.front(), KnownFactsOf(Holding(before)->parsed.games.back()));
+      }
+      continue;
+    }
+    const std::vector<std::int64_t>& own = games.at(log.stored.id).ids;
+    const std::vector<std::int64_t>& others = games.at(before).ids;
+    if (own.empty() || others.empty() || !IsNew({log.stored.id, own.front()})) continue;
+    GiveFacts(others.back(), own.front());
+  }
 }
 
 std::string Collector::RestOf(std::int64_t log) {
@@ -176,11 +198,6 @@ std::string Collector::RestOf(std::int64_t log) {
 void Collector::Keep(OpenLog& log) {
   Settle(log);
   rests_[log.stored.id] = log.unfinished.rest;
-  if (log.stored.openAtEnd && !log.parsed.games.empty()) {
-    openFacts_[log.stored.id] = KnownFactsOf(log.parsed.games.back());
-  } else {
-    openFacts_.erase(log.stored.id);
-  }
   stored_[log.stored.id] = log.stored;
   if (database_ == nullptr) return;
   Renumber(log.parsed.games, log.parsed.vocabulary, database_->Words());

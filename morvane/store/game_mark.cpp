@@ -67,12 +67,13 @@ bool IsStartOf(const GameMark& start, const GameMark& whole) {
 
 }  // namespace
 
-GameMark MarkGame(std::string_view text, const Game& game, bool open, const Vocabulary& words) {
+GameMark MarkGame(std::string_view lines, const Game& game, bool open, const Vocabulary& words) {
   GameMark mark;
-  mark.digest = TextDigest(text);
-  if (const std::size_t end = text.find('\n'); end != text.npos) {
-    mark.opening = TextDigest(text.substr(0, end));
+  if (const std::size_t end = lines.find('\n'); end != lines.npos) {
+    mark.opening = TextDigest(lines.substr(0, end));
   }
+  const std::string_view text = CutLine(lines).text;  // a log may begin within the first stamp
+  mark.digest = TextDigest(text);
   if (!game.events.empty()) mark.facts = TextDigest(FactsOf(game, words));
   mark.kills = game.kills;
   mark.size = static_cast<std::uint32_t>(text.size() -

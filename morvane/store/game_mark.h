@@ -9,12 +9,12 @@
 namespace morvane {
 
 /// What a game is known by again when it is met in another log, or at another place of the same.
-/// All but `facts` is taken from its lines, whatever the parser makes of them; line ends do not
-/// count. 0 is never the number of a text.
+/// All but `facts` is taken from its lines, from "InitGame:" on, whatever the parser makes of them;
+/// line ends do not count. 0 is never the number of a text.
 struct GameMark {
   std::uint64_t digest = 0;     ///< of its lines; 0 in games stored before marks were
   std::uint64_t beginning = 0;  ///< of its lines up to the kill with which it is evidence; 0: never
-  std::uint64_t opening = 0;    ///< of its first line; 0 where that is torn
+  std::uint64_t opening = 0;    ///< of its first line with the stamp; 0 where that is torn
   std::uint64_t facts = 0;      ///< of its map, type and kills, to find games without `digest`
   std::uint32_t weight = 0;     ///< how much it proves to meet it again, see kEvidence
   std::uint32_t kills = 0;
@@ -28,7 +28,7 @@ struct GameMark {
 inline constexpr std::uint32_t kEvidence = 30;
 
 /// The mark of a game from its lines. `words` are those of the numbers in `game`.
-GameMark MarkGame(std::string_view text, const Game& game, bool open, const Vocabulary& words);
+GameMark MarkGame(std::string_view lines, const Game& game, bool open, const Vocabulary& words);
 
 /// The mark of a game of which the lines are not known.
 GameMark MarkGame(const Game& game, bool open, const Vocabulary& words);

@@ -4,6 +4,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "morvane/store/database_error.h"
+
 namespace morvane {
 namespace {
 
@@ -226,14 +228,15 @@ std::string PackGame(const Game& game) {
   return writer.Take();
 }
 
-bool UnpackGame(std::string_view bytes, int version, std::size_t weapons, std::size_t items,
-                Game& game) {
-  if (version < 1 || version > kRecordVersion) return false;
+Game UnpackGame(std::string_view bytes, int version, std::size_t weapons, std::size_t items) {
+  constexpr const char* kDamaged = "a game in it is damaged";
+  if (version < 1 || version > kRecordVersion) throw DatabaseError(kDamaged);
   Reader reader(bytes);
-  game = {};
+  Game game;
   WalkGame(reader, game, version);
   if (version < 3) Complete(game);
-  return reader.IsWhole() && IsSound(game, weapons, items);
+  if (!reader.IsWhole() || !IsSound(game, weapons, items)) throw DatabaseError(kDamaged);
+  return game;
 }
 
 }  // namespace morvane

@@ -20,9 +20,8 @@ inline constexpr int kRecordVersion =
 /// length. What statistics add to a game (Entrant::player) is left out.
 std::string PackGame(const Game& game);
 
-/// The game of such bytes; false when they are damaged. `version` is the one they were made by,
-/// from 1; `weapons` and `items` are how many numbers of each there are.
-bool UnpackGame(std::string_view bytes, int version, std::size_t weapons, std::size_t items,
-                Game& game);
+/// The game of such bytes; throws DatabaseError when they are damaged. `version` is the one they
+/// were made by, from 1; `weapons` and `items` are how many numbers of each there are.
+Game UnpackGame(std::string_view bytes, int version, std::size_t weapons, std::size_t items);
 
 }  // namespace morvane

@@ -141,8 +141,8 @@ FrontGames ReadFront(const OpenLog& log, std::string carried, bool wantMarks) {
   front.carried = std::move(carried);
   front.parsed = ParseLog(text, true);
   const bool isAll = end == log.Bytes().size();
-  SetStarts(front.parsed,
-            log.text.LastChange() / kNanoseconds - (isAll ? 0 : log.parsed.clock / 10));
+  const std::int64_t after = isAll ? 0 : log.parsed.clock - log.parsed.times[front.replaced].clock;
+  SetStarts(front.parsed, log.text.LastChange() / kNanoseconds - after / 10);
   if (!isAll && log.parsed.runs > 0) {
     for (Game& game : front.parsed.games) {
       if (game.dated == Dated::kReckoned) game.dated = Dated::kNotAfter;
@@ -155,6 +155,7 @@ FrontGames ReadFront(const OpenLog& log, std::string carried, bool wantMarks) {
 
 void PutInFront(OpenLog& log, FrontGames front) {
   ParsedLog& parsed = log.parsed;
+  parsed.hasGame |= front.parsed.hasGame;
   if (parsed.games.size() == front.replaced) {  // nothing of the log's own follows
     const std::size_t carried = front.carried.size();
     const bool inCarried = front.parsed.resumeAt < carried;

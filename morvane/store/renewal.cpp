@@ -4,6 +4,7 @@
 #include "morvane/store/collector.h"
 #include "morvane/store/continuation.h"
 #include "morvane/store/digest.h"
+#include "morvane/store/known_facts.h"
 #include "morvane/store/recurrence.h"
 
 namespace morvane {
@@ -50,10 +51,6 @@ void Collector::SettleNew(std::size_t index) {
     log.stored.id = NewId();
     // Where that log moved away in an earlier run, the list tells better what came before.
     if (path != paths_.end() && path->second.size >= 0) log.stored.inPlaceOf = path->second.log;
-    const StoredGames known =
-        path != paths_.end() ? database_->GamesOf(path->second.log) : StoredGames();
-    // The same log, shortened, of which a copy is left.
-    if (!FindRecurring(known.marks, log.marks).empty()) KeepAllKnown(log, known);
   }
   if (const std::int64_t moved = RotatedFrom(index); moved != 0 && path != paths_.end()) {
     log.stored.inPlaceOf = moved;
@@ -180,7 +177,6 @@ void Collector::KeepAllKnown(OpenLog& log, const StoredGames& known) {
   // Of the last games, where they were edited, no more is the same than how they begin.
   const auto beginAlike = [&] {
     return next < known.marks.size() && unsettled < log.marks.size() &&
-           known.marks[next].opening != 0 &&
            known.marks[next].opening == log.marks[unsettled].opening;
   };
   while (beginAlike()) settle(next + 1, unsettled + 1);

@@ -1,7 +1,7 @@
-#include <functional>
-#include <iterator>
+#include <filesystem>
 #include <map>
 #include <string>
+#include <vector>
 
 #include <QAction>
 #include <QApplication>
@@ -12,7 +12,6 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
-#include <QTimer>
 #include <QTreeWidget>
 
 #include "editor/load_settings.h"
@@ -27,13 +26,25 @@ using ui::Control;
 
 /// A button or a menu item, and all that can be seen of what it does.
 struct Case {
-  const char* control;
-  const char* effect;
+  std::string control;
+  std::string effect;
   bool saves = false;      // covered by a save that goes on
   bool startsRun = false;  // ignored while anything goes on
 };
 
-constexpr Case kCases[] = {
+/// Adds the buttons whose face is a color: each of them asks for one.
+std::vector<Case> WithColors(std::vector<Case> cases) {
+  std::vector<std::string> buttons = {"cmdTextColor", "cmdLinkColor", "cmdVLinkColor",
+                                      "cmdALinkColor", "cmdBGColor"};
+  for (int i = 0; i < 3; ++i) buttons.push_back("cmdColumnColor(" + std::to_string(i) + ")");
+  for (int i = 0; i < 10; ++i) buttons.push_back("cmdNameColor(" + std::to_string(i) + ")");
+  for (const std::string& button : buttons) {
+    cases.push_back({button, "chooses color, " + button + "=1193046"});
+  }
+  return cases;
+}
+
+const std::vector<Case> kCases = WithColors({
     {"mnuFileOpen", ""},
     {"cmdSave", "says Configuration Saved.", true},
     {"mnuFileSave", "says Configuration Saved.", true},
@@ -70,7 +81,8 @@ constexpr Case kCases[] = {
     {"mnuHelpMorvaneHome", "opens http://www.morvane.example/morvane"},
     {"mnuHelpAbout", "shows frmAbout"},
     {"ckUseCustomRank",
-     "checks=1, txtCustomRankStart= (disabled), txtCustomRankTemplate= (disabled)"},
+     "checks=1, disabled=cmdBrowse5 lblCustRank1 lblCustRank2 txtCustomRankStart "
+     "txtCustomRankTemplate"},
     {"cmdCheckAll", "checks=17"},
     {"cmdClearAll", "checks=1"},
     {"cmdAddLog", "lstLogFiles=2, txtLogFilePath="},
@@ -85,9 +97,9 @@ constexpr Case kCases[] = {
     {"cmdRemoveUserVar", "lvwUserVars=0"},
     {"Command4", "chooses color, lvwHiliteLevels=2, txtMinHiliteLevel="},
     {"cmdRemoveHiLiteLevel", "lvwHiliteLevels=0"},
-    {"cmdBrowse2", "shows frmBrowseFolders"},
-    {"cmdBrowse3", "shows frmBrowseFolders"},
-    {"cmdBrowse4", "shows frmBrowseFolders"},
+    {"cmdBrowse2", "shows frmBrowseFolders, txtSrcPath=/"},
+    {"cmdBrowse3", "shows frmBrowseFolders, txtDestPath=/"},
+    {"cmdBrowse4", "shows frmBrowseFolders, txtDbPath=/"},
     {"cmdBrowse5", "chooses file Template Files (*.htmlt), txtCustomRankTemplate=/chosen"},
     {"cmdLogFileBrowse", "chooses file Log Files (*.log) , txtLogFilePath=/chosen"},
     {"cmdBkgndImageBrowse", "chooses file JPEG Files (*.jpg), txtBkgndImage=/chosen"},
@@ -99,33 +111,15 @@ constexpr Case kCases[] = {
     {"cmdBrowseLastGame", "chooses file Template Files (*.htmlt), txtLastGameTemplate=/chosen"},
     {"cmdBrowseGameListLoop",
      "chooses file Template Files (*.htmlt), txtGameListLoopTemplate=/chosen"},
-    {"cmdTextColor", "chooses color, cmdTextColor=1193046"},
-    {"cmdLinkColor", "chooses color, cmdLinkColor=1193046"},
-    {"cmdVLinkColor", "chooses color, cmdVLinkColor=1193046"},
-    {"cmdALinkColor", "chooses color, cmdALinkColor=1193046"},
-    {"cmdBGColor", "chooses color, cmdBGColor=1193046"},
-    {"cmdColumnColor(0)", "chooses color, cmdColumnColor(0)=1193046"},
-    {"cmdColumnColor(1)", "chooses color, cmdColumnColor(1)=1193046"},
-    {"cmdColumnColor(2)", "chooses color, cmdColumnColor(2)=1193046"},
-    {"cmdNameColor(0)", "chooses color, cmdNameColor(0)=1193046"},
-    {"cmdNameColor(1)", "chooses color, cmdNameColor(1)=1193046"},
-    {"cmdNameColor(2)", "chooses color, cmdNameColor(2)=1193046"},
-    {"cmdNameColor(3)", "chooses color, cmdNameColor(3)=1193046"},
-    {"cmdNameColor(4)", "chooses color, cmdNameColor(4)=1193046"},
-    {"cmdNameColor(5)", "chooses color, cmdNameColor(5)=1193046"},
-    {"cmdNameColor(6)", "chooses color, cmdNameColor(6)=1193046"},
-    {"cmdNameColor(7)", "chooses color, cmdNameColor(7)=1193046"},
-    {"cmdNameColor(8)", "chooses color, cmdNameColor(8)=1193046"},
-    {"cmdNameColor(9)", "chooses color, cmdNameColor(9)=1193046"},
     {"cmdColorPreview", "shows frmColorPreview"},
     {"cmdKillPreview", "shows frmColorPreview"},
-};
+});
 
 /// What stands in the window's fields and on the clipboard, by name.
 std::map<QString, QString> Values(const app::frmMain& window) {
   std::map<QString, QString> values;
   for (const QLineEdit* box : window.findChildren<QLineEdit*>()) {
-    values[box->objectName()] = box->text() + (box->isEnabled() ? "" : " (disabled)");
+    values[box->objectName()] = box->text();
   }
   for (const QListWidget* list : window.findChildren<QListWidget*>()) {
     values[list->objectName()] = QString::number(list->count());
@@ -142,6 +136,13 @@ std::map<QString, QString> Values(const app::frmMain& window) {
   }
   const auto& box = Control<QLineEdit>(window, "txtSrcPath");
   if (box.isVisible()) values["selection"] = box.selectedText();
+  QStringList disabled;
+  for (const QWidget* control : window.centralWidget()->findChildren<QWidget*>()) {
+    const bool isNamed = !control->objectName().startsWith("qt_");
+    if (isNamed && !control->isEnabled()) disabled += control->objectName();
+  }
+  disabled.sort();
+  values["disabled"] = disabled.join(' ');
   values["clipboard"] = QApplication::clipboard()->text();
   values["window"] = window.isVisible() ? "open" : "closed";
   values["height"] = QString::number(window.centralWidget()->minimumHeight());
@@ -161,16 +162,17 @@ QStringList Changes(const std::map<QString, QString>& before,
 class HandlersTest : public engine::EngineTest {
  protected:
   void Prepare(app::frmMain& window);
-  void BringToFront(app::frmMain& window, const char* control);
-  std::string EffectOf(app::frmMain& window, const char* control);
+  void BringToFront(app::frmMain& window, const QString& control);
+  std::string EffectOf(app::frmMain& window, const QString& control);
 
  private:
-  void Press(app::frmMain& window, const char* control);
+  void Press(app::frmMain& window, const QString& control);
   QStringList AskedOfTheDesktop();
 };
 
 /// Brings an open window into a state in which every control has something to do.
 void HandlersTest::Prepare(app::frmMain& window) {
+  std::filesystem::current_path("/");
   WriteFile("morvane.cfg",
             "[Main]\nsrc_path=abc\nuse_cust_rank=1\nuse_main_log=1\n[Logs]\nnumber_of_logs="
             "1\nlogpath0=a\n"
@@ -197,7 +199,7 @@ void HandlersTest::Prepare(app::frmMain& window) {
 }
 
 /// Shows the tab that a control lies on, and selects a part of a text where it is a menu item.
-void HandlersTest::BringToFront(app::frmMain& window, const char* control) {
+void HandlersTest::BringToFront(app::frmMain& window, const QString& control) {
   auto& tabs = Control<QTabWidget>(window, "SSTab1");
   const auto* widget = window.findChild<QWidget*>(control);
   for (int tab = 0; tab < tabs.count(); ++tab) {
@@ -208,10 +210,10 @@ void HandlersTest::BringToFront(app::frmMain& window, const char* control) {
   auto& box = Control<QLineEdit>(window, "txtSrcPath");
   box.setFocus();
   box.setSelection(1, 1);
-  tabs.setCurrentIndex(control == QLatin1String("mnuVuewMain") ? 1 : 0);
+  tabs.setCurrentIndex(control == "mnuVuewMain" ? 1 : 0);
 }
 
-void HandlersTest::Press(app::frmMain& window, const char* control) {
+void HandlersTest::Press(app::frmMain& window, const QString& control) {
   if (window.findChild<QWidget*>(control) != nullptr) {
     support::Click(window, control);
   } else {
@@ -234,7 +236,7 @@ QStringList HandlersTest::AskedOfTheDesktop() {
 }
 
 /// Presses a control and tells what came of it.
-std::string HandlersTest::EffectOf(app::frmMain& window, const char* control) {
+std::string HandlersTest::EffectOf(app::frmMain& window, const QString& control) {
   desktop.Forget();
   desktop.answers = {ui::Answer::kYes};
   desktop.colors = {0x123456};
@@ -243,6 +245,7 @@ std::string HandlersTest::EffectOf(app::frmMain& window, const char* control) {
   support::DialogAnswers dialogs;
   dialogs.Otherwise([&effect](QWidget& dialog) {
     effect += "shows " + dialog.objectName();
+    if (auto* const ok = dialog.findChild<QPushButton*>("cmdOK")) ok->click();
     dialog.close();
   });
   BringToFront(window, control);
@@ -258,18 +261,6 @@ std::string HandlersTest::EffectOf(app::frmMain& window, const char* control) {
   return effect.join(", ").toStdString();
 }
 
-/// Does something once, in an event of its own, while the window is in the middle of something.
-void During(app::frmMain& window, Activity activity, std::function<void()> action) {
-  auto* timer = new QTimer(&window);
-  QObject::connect(timer, &QTimer::timeout, &window,
-                   [&window, timer, activity, action = std::move(action)] {
-                     if (window.CurrentActivity() != activity) return;
-                     timer->stop();
-                     action();
-                   });
-  timer->start(0);
-}
-
 TEST_F(HandlersTest, EveryButtonAndMenuItemStandsInTheTable) {
   const app::frmMain& window = OpenWindow();
   QStringList missing;
@@ -279,7 +270,7 @@ TEST_F(HandlersTest, EveryButtonAndMenuItemStandsInTheTable) {
   for (const QAction* item : window.findChildren<QAction*>()) {
     if (!item->isSeparator()) missing += item->objectName();
   }
-  for (const Case& test : kCases) missing.removeAll(test.control);
+  for (const Case& test : kCases) missing.removeAll(QString::fromStdString(test.control));
   missing.removeAll("");
   EXPECT_TRUE(missing.isEmpty()) << qPrintable(missing.join(' '));
 }
@@ -289,7 +280,7 @@ TEST_F(HandlersTest, EachDoesItsWork) {
   app::frmMain& window = OpenWindow();
   for (const Case& test : kCases) {
     Prepare(window);
-    EXPECT_EQ(EffectOf(window, test.control), test.effect) << test.control;
+    EXPECT_EQ(EffectOf(window, QString::fromStdString(test.control)), test.effect) << test.control;
   }
 }
 
@@ -300,8 +291,8 @@ TEST_F(HandlersTest, EachDoesItsWorkWhileTheEngineRuns) {
   During(window, Activity::kRunning, [&] {
     for (const Case& test : kCases) {
       Prepare(window);
-      const char* const effect = test.startsRun ? "says Generating Statistics..." : test.effect;
-      EXPECT_EQ(EffectOf(window, test.control), effect) << test.control;
+      const std::string effect = test.startsRun ? "says Generating Statistics..." : test.effect;
+      EXPECT_EQ(EffectOf(window, QString::fromStdString(test.control)), effect) << test.control;
       EXPECT_EQ(window.CurrentActivity(), Activity::kRunning) << test.control;
       EXPECT_TRUE(desktop.started.empty()) << test.control;
       ++pressed;
@@ -309,7 +300,8 @@ TEST_F(HandlersTest, EachDoesItsWorkWhileTheEngineRuns) {
     LetEngineEnd();
   });
   support::Click(window, "cmdMakeStats");
-  EXPECT_EQ(pressed, std::size(kCases));
+  EXPECT_EQ(window.CurrentActivity(), Activity::kIdle);
+  EXPECT_EQ(pressed, kCases.size());
   EXPECT_EQ(support::StatusText(window), "Statistics Generated.");
 }
 
@@ -319,7 +311,8 @@ TEST_F(HandlersTest, EachDoesItsWorkWhileTheSettingsAreSaved) {
   for (const Case& test : kCases) {
     Prepare(window);
     std::string effect = "not pressed";
-    During(window, Activity::kSaving, [&] { effect = EffectOf(window, test.control); });
+    During(window, Activity::kSaving,
+           [&] { effect = EffectOf(window, QString::fromStdString(test.control)); });
     support::Click(window, "cmdSave");
     EXPECT_EQ(effect, test.saves || test.startsRun ? "" : test.effect) << test.control;
     EXPECT_EQ(support::StatusText(window), "Configuration Saved.") << test.control;

@@ -6,6 +6,7 @@
 #include <QPixmap>
 
 #include "app/modMain.h"
+#include "app/pictures/icon32.xpm"
 #include "tests/support/editor_test.h"
 
 namespace {
@@ -14,7 +15,7 @@ class MainTest : public support::EditorTest {
  protected:
   static bool HasProgramIcon(const QWidget& window) {
     const QImage drawn = window.windowIcon().pixmap(QSize(32, 32), 1.0).toImage();
-    return drawn == QPixmap(":/pictures/icon32.png").toImage();
+    return drawn == QPixmap(icon32).toImage();
   }
   std::unique_ptr<app::frmMain> Start() { return app::Main(ini_, desktop, Settings()); }
 

@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <map>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -21,6 +21,7 @@
 #include <QTimer>
 
 #include "config/settings.h"
+#include "config/user_vars.h"
 #include "editor/fields.h"
 #include "platform/paths.h"
 #include "tests/engine/engine_test.h"
@@ -41,17 +42,15 @@ std::string AsRead(const config::Setting& setting, std::string value) {
   return std::string(text::TrimBlanks(value));
 }
 
-/// The user variables as they can be read back: of one name the last value counts.
+/// The user variables as they can be read back, without regard to case and order.
 void AddVariables(const std::vector<config::Entry>& variables, Lines& lines) {
-  std::map<std::string, std::string> values;
-  for (const config::Entry& variable : variables) {
-    if (!config::ProfileText::IsKeyName(variable.first)) continue;
-    const std::string line = variable.first + "=" + variable.second;
-    const std::size_t equals = line.find('=');
-    const std::string name = text::FoldCase(text::TrimBlanks(line.substr(0, equals)));
-    values[name] = text::TrimBlanks(std::string_view(line).substr(equals + 1));
+  config::SettingsFile file("/nowhere");
+  config::WriteUserVars(file, variables);
+  std::set<std::string> readBack;
+  for (const auto& [name, value] : config::LoadUserVars(file)) {
+    readBack.insert("variable " + text::FoldCase(name) + "=" + value);
   }
-  for (const auto& [name, value] : values) lines.push_back("variable " + name + "=" + value);
+  lines.insert(lines.end(), readBack.begin(), readBack.end());
 }
 
 /// All that a window holds, as it can be read back from its file.

@@ -1,14 +1,13 @@
 #include "config/modIni.h"
 
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <random>
-#include <sstream>
 #include <string>
 #include <sys/stat.h>
 #include <vector>
 
+#include "tests/support/files.h"
 #include "tests/support/other_user.h"
 
 namespace config {
@@ -19,25 +18,16 @@ namespace fs = std::filesystem;
 /// A program directory of its own for every test.
 class ModIni : public testing::Test {
  protected:
-  ModIni() {
-    std::string name = (fs::temp_directory_path() / "modIniXXXXXX").string();
-    directory_ = mkdtemp(name.data());
-  }
-  ~ModIni() override { fs::remove_all(directory_); }
-
   fs::path Config() const { return directory_ / "morvane.cfg"; }
-  void Write(const std::string& bytes) const { std::ofstream(Config(), std::ios::binary) << bytes; }
-  std::string Bytes() const {
-    std::ostringstream bytes;
-    bytes << std::ifstream(Config(), std::ios::binary).rdbuf();
-    return bytes.str();
-  }
+  void Write(const std::string& bytes) const { support::WriteFile(Config(), bytes); }
+  std::string Bytes() const { return support::ReadFile(Config()); }
   std::size_t FilesInDirectory() const {
     return static_cast<std::size_t>(
         std::distance(fs::directory_iterator(directory_), fs::directory_iterator()));
   }
 
-  fs::path directory_;
+  const support::TempFolder folder_;
+  const fs::path directory_ = folder_.Path();
 };
 
 TEST_F(ModIni, EachCallSeesTheOnesBefore) {
@@ -57,15 +47,6 @@ TEST_F(ModIni, ReadsAtMost255Characters) {
   Write("[a]\nlong=\"" + std::string(300, 'x') + "\"\naccents=" + accents + "\n");
   EXPECT_EQ(ini.ReadIni("a", "long"), std::string(255, 'x'));
   EXPECT_EQ(ini.ReadIni("a", "accents"), accents.substr(0, 510));
-}
-
-TEST_F(ModIni, LeavesAnUnchangedFileAlone) {
-  Write("[a]\nk=v\n");
-  const fs::file_time_type before = fs::last_write_time(Config()) - std::chrono::hours(1);
-  fs::last_write_time(Config(), before);
-  modIni ini(directory_);
-  ini.WriteIni("a", "k", "v");
-  EXPECT_EQ(fs::last_write_time(Config()), before);
 }
 
 TEST_F(ModIni, ALoadedFileIsAValue) {
@@ -121,15 +102,18 @@ TEST_F(ModIni, SaysWhyAFileCannotBeWritten) {
   EXPECT_NE(reasonFor(), "");
 }
 
-TEST_F(ModIni, AnUnchangedFileMayBeClosedToWriting) {
+TEST_F(ModIni, AnUnchangedFileIsLeftAloneAndMayBeClosedToWriting) {
   Write("[a]\nk=1\n");
   fs::permissions(Config(), fs::perms(0444));
+  const fs::file_time_type before = fs::last_write_time(Config()) - std::chrono::hours(1);
+  fs::last_write_time(Config(), before);
   EXPECT_EQ(SettingsFile(directory_).Store(), "");
   SettingsFile file(directory_);
   file.WriteIni("a", "k", "2");
   EXPECT_EQ(file.Store(), "Permission denied");
   file.WriteIni("a", "k", "1");
   EXPECT_EQ(file.Store(), "");
+  EXPECT_EQ(fs::last_write_time(Config()), before);
 }
 
 TEST_F(ModIni, WhatIsNoRegularFileIsRefusedAndNeverWaitedFor) {

@@ -202,8 +202,9 @@ TEST(ProfileText, SpacesHeaders) {
 TEST(ProfileText, ListsTheNamesOfASection) {
   using namespace std::string_literals;
   const ProfileText text(
-      "[u]\nb = 1\n;c=1\nnone\n[v]\nx=1\n[U]\n a=2\nB=3\n=4\n\xE9=5\nc \0d=6\n"s);
-  EXPECT_EQ(text.KeyNames("u"), (std::vector<std::string>{"b", "a", "B", "", "\xC3\xA9", "c"}));
+      "[u]\nb = 1\n;c=1\nnone\n[v]\nx=1\n[U]\n A=2\nB=3\n=4\n\xE9=5\nc \0d=6\n"s);
+  EXPECT_EQ(text.KeyNames("u"), (std::vector<std::string>{"b", "A", "B", "", "\xC3\xA9", "c"}));
+  EXPECT_EQ(text.Get("u", "a"), "2");
   EXPECT_EQ(text.Get("u", "\xC3\xA9"), "5");
 }
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "config/user_vars.h"
-#include "platform/files.h"
+#include "tests/support/files.h"
 #include "text/text.h"
 
 namespace config {
@@ -24,16 +24,10 @@ TEST(Settings, NoKeyStandsTwice) {
   }
 }
 
-/// The settings file with the given bytes, on a disk of its own.
 class Lists : public testing::Test {
  protected:
-  Lists() {
-    std::string name = (std::filesystem::temp_directory_path() / "listsXXXXXX").string();
-    directory_ = mkdtemp(name.data());
-  }
-  ~Lists() override { std::filesystem::remove_all(directory_); }
-
-  std::string directory_;
+  const support::TempFolder folder_;
+  const std::string directory_ = folder_.Path().string();
 };
 
 TEST_F(Lists, CountsDecideHowManyEntriesThereAre) {
@@ -91,8 +85,7 @@ TEST_F(Lists, UserVariablesOfOneNameAreOneLine) {
     ASSERT_EQ(file.Store(), "");
     std::string bytes = "[USER VARS]\r\n";
     for (const Entry& line : readBack) bytes += line.first + "=" + line.second + "\r\n";
-    std::error_code error;
-    EXPECT_EQ(platform::ReadWholeFile(file.Path(), error), bytes);
+    EXPECT_EQ(support::ReadFile(file.Path()), bytes);
     std::filesystem::remove(file.Path());
   }
 }

@@ -24,6 +24,7 @@ TEST_F(Load, EveryEncodingReachesItsField) {
 
   EXPECT_TRUE(Checked("ckLimitKillTables"));
   EXPECT_FALSE(Checked("ckUseCustomRank")) << "only 1 checks it";
+  EXPECT_FALSE(Box("txtCustomRankTemplate").isEnabled());
   EXPECT_FALSE(Checked("ckUseDatabase"));
   EXPECT_TRUE(Checked("ckGameCompleted")) << "all but 0 check it";
   EXPECT_EQ(Text("txtPlayersMinTime"), "900");
@@ -57,26 +58,12 @@ TEST_F(Load, EveryEncodingReachesItsField) {
   EXPECT_EQ(Color("cmdColumnColor(1)"), 0) << "columns know no names";
 }
 
-TEST_F(Load, ChangesNothingOnDisk) {
-  const std::string bytes = "[Main]\r\nsrc_path=./a\n\n[Other]\rx";
-  Open(bytes);
-  EXPECT_EQ(File(), bytes);
-}
-
-TEST_F(Load, LongAndForeignTexts) {
-  Open("[Main]\ntime_format=" + std::string(300, 'x') +
-       "\ndb_path=d\xFCsseldorf\nsrc_path=\xC3\xBC");
-  EXPECT_EQ(Text("txtTimeFormat"), QString(255, 'x'));
-  EXPECT_EQ(Text("txtDbPath"), QString::fromUtf8("d\xC3\xBCsseldorf")) << "Windows-1252";
-  EXPECT_EQ(Text("txtSrcPath"), QString::fromUtf8("\xC3\xBC"));
-}
-
 TEST_F(Load, DamagedFilesOpen) {
   std::string binary;
   for (int i = 0; i < 70000; ++i) binary += static_cast<char>((i * 7919) >> 3);
   for (const std::string& bytes :
-       {std::string(), std::string("[\n=\n[]\n]]\n;\n"), binary, std::string(3, '\0'),
-        std::string("\xFF\xFE[\0M\0a\0i\0n\0]\0\n\0", 16),
+       {std::string(), std::string("[\n=\n[]\n]]\n;\r\n\r[Main]\rsrc_path=./a"), binary,
+        std::string(3, '\0'), std::string("\xFF\xFE[\0M\0a\0i\0n\0]\0\n\0", 16),
         std::string("[Logs]\nnumber_of_logs=1e99")}) {
     Open(bytes);
     EXPECT_EQ(Status(), "Ready.");

@@ -170,17 +170,6 @@ TEST_F(BrowseFolders, CancelLeavesTheFieldAsItWas) {
   EXPECT_TRUE(desktop.messages.empty());
 }
 
-TEST_F(BrowseFolders, EveryButtonFillsItsField) {
-  for (const auto& [button, field] : {std::pair{"cmdBrowse2", "txtSrcPath"},
-                                      {"cmdBrowse3", "txtDestPath"},
-                                      {"cmdBrowse4", "txtDbPath"}}) {
-    support::DialogAnswers answers;
-    answers.Then([](QWidget& browser) { ClickOn(browser, "cmdOK"); });
-    Click(button);
-    EXPECT_EQ(Text(field), Full("tree")) << button;
-  }
-}
-
 TEST_F(BrowseFolders, ADriveOpensItsRootFolder) {
   EXPECT_EQ(Browse(".",
                    [](QWidget& browser) {

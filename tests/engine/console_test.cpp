@@ -1,4 +1,3 @@
-#include <cmath>
 #include <fcntl.h>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -11,6 +10,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "config/rgb.h"
 #include "engine/run_engine.h"
 #include "platform/pseudo_terminal.h"
 #include "tests/engine/engine_test.h"
@@ -186,17 +186,10 @@ TEST_F(ConsoleTest, AnEngineThatCannotBeStartedShowsNoConsole) {
 
 TEST_F(ConsoleTest, ItsTextHasContrast) {
   Run("echo bad >&2");
-  const auto linear = [](double part) {
-    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-  };
-  const auto luminance = [&](const QColor& color) {
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-           0.0722 * linear(color.blueF());
-  };
+  const auto rgb = [](const QColor& color) { return config::RgbOf(ui::ToColorValue(color)); };
   const QPalette palette = Screen().palette();
-  EXPECT_GE((luminance(palette.color(QPalette::Text)) + 0.05) /
-                (luminance(palette.color(QPalette::Base)) + 0.05),
-            4.5);
+  EXPECT_GE(Contrast(rgb(palette.color(QPalette::Text)), rgb(palette.color(QPalette::Base))),
+            config::kReadableContrast);
 }
 
 }  // namespace

@@ -22,14 +22,16 @@ std::string EngineTest::WaitForTest() const {
 
 void EngineTest::LetEngineEnd() const { std::ofstream(PathOf("gate")) << "go\n"; }
 
-void EngineTest::DuringRun(app::frmMain& window, std::function<void()> action) {
+void EngineTest::During(app::frmMain& window, app::Activity activity,
+                        std::function<void()> action) {
   auto* timer = new QTimer(&window);
-  QObject::connect(timer, &QTimer::timeout, &window, [&window, timer, action = std::move(action)] {
-    if (window.CurrentActivity() != app::Activity::kRunning) return;
-    timer->stop();
-    action();
-  });
-  timer->start(5);
+  QObject::connect(timer, &QTimer::timeout, &window,
+                   [&window, timer, activity, action = std::move(action)] {
+                     if (window.CurrentActivity() != activity) return;
+                     timer->stop();
+                     action();
+                   });
+  timer->start(0);
 }
 
 bool EngineTest::HasChildren() {

@@ -18,8 +18,8 @@ class EngineTest : public support::EditorTest {
   std::string WaitForTest() const;
   void LetEngineEnd() const;
 
-  /// Does something once, in an event of its own, when the window has begun to run the engine.
-  void DuringRun(app::frmMain& window, std::function<void()> action);
+  /// Does something once, in an event of its own, while the window is in the middle of something.
+  static void During(app::frmMain& window, app::Activity activity, std::function<void()> action);
 
   /// Whether this process has a child, running or ended, that it did not clear away.
   static bool HasChildren();

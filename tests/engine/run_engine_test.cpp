@@ -9,7 +9,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QLineEdit>
-#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 
@@ -96,37 +95,6 @@ TEST_F(EngineTest, NoRunFollowsASaveThatFailed) {
   EXPECT_EQ(StatusText(window), "Ready.");
 }
 
-TEST_F(EngineTest, TheWindowWorksDuringARun) {
-  WriteEngine(WaitForTest());
-  frmMain& window = OpenWindow();
-  DuringRun(window, [&] {
-    EXPECT_EQ(StatusText(window), "Generating Statistics...");
-    Control<QTabWidget>(window, "SSTab1").setCurrentIndex(2);
-    EXPECT_NE(StatusText(window), "Generating Statistics...");
-    auto& field = Control<QLineEdit>(window, "txtMinKills");
-    field.clear();
-    QTest::keyClicks(&field, "815");
-    QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
-    EXPECT_EQ(StatusText(window), "Configuration Saved.");
-    EXPECT_THAT(ReadFile("morvane.cfg"), HasSubstr("815"));
-    EXPECT_EQ(window.CurrentActivity(), app::Activity::kRunning);
-
-    Click(window, "cmdMakeStats");
-    QTest::keyClick(&window, Qt::Key_F5);
-    EXPECT_THAT(desktop.started, testing::SizeIs(1)) << "a second run was started";
-    EXPECT_EQ(StatusText(window), "Generating Statistics...");
-    Choose(window, "mnuHelpFeedback");
-    EXPECT_THAT(desktop.urls, testing::SizeIs(1));
-    desktop.answers = {ui::Answer::kYes};
-    Click(window, "cmdDefaults");
-    EXPECT_EQ(StatusText(window), "Defaults Restored.");
-    LetEngineEnd();
-  });
-  Click(window, "cmdMakeStats");
-  EXPECT_EQ(StatusText(window), "Statistics Generated.");
-  EXPECT_EQ(window.CurrentActivity(), app::Activity::kIdle);
-}
-
 // The window answers between two looks at the engine, not only once in each.
 TEST_F(EngineTest, ManyEventsAreHandledBetweenTwoLooksAtTheEngine) {
   WriteEngine(WaitForTest());
@@ -143,7 +111,7 @@ TEST_F(EngineTest, ManyEventsAreHandledBetweenTwoLooksAtTheEngine) {
 TEST_F(EngineTest, TheProgramEndsWithTheEngineWhenTheWindowWasClosed) {
   WriteEngine(WaitForTest() + "echo ended > \"$here/ended\"");
   frmMain& window = OpenWindow();
-  DuringRun(window, [&] {
+  During(window, app::Activity::kRunning, [&] {
     window.close();
     EXPECT_FALSE(window.isVisible());
     QTimer::singleShot(250, qApp, [&] {

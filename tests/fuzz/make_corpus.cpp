@@ -2,33 +2,32 @@
 //   make_corpus FOLDER SHARE    a folder in FOLDER for each target; SHARE: what is shipped
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "bench/log_generator.h"
 #include "morvane/log/log_parser.h"
 #include "morvane/store/game_record.h"
 #include "tests/fuzz/target.h"
+#include "tests/morvane/test_support.h"
+#include "tests/support/files.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using Inputs = std::vector<std::string>;
+using morvane::test::Duel;
+using morvane::test::Init;
+using morvane::test::Join;
+using morvane::test::JoinBot;
+using morvane::test::Kill;
+using morvane::test::kShutdown;
 
 void Write(const fs::path& folder, const Inputs& inputs) {
   fs::remove_all(folder);
-  fs::create_directories(folder);
   for (std::size_t i = 0; i < inputs.size(); ++i) {
-    std::ofstream(folder / std::to_string(i), std::ios::binary) << inputs[i];
+    support::WriteFile(folder / std::to_string(i), inputs[i]);
   }
-}
-
-std::string ReadFile(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 /// Parts, and in them fields between "|".
@@ -77,30 +76,11 @@ Inputs Colors() {
           "^1Vis^2or", "^^1<b>", "\xE2\x80\xAE^8x", " ^7 ", "caf\xE9", "a\tb\x07^", "#12345"};
 }
 
-/// Stretches of a generated log, so short that lines matter, and lines that it has not.
+/// Logs so short that each line matters.
 Inputs Logs() {
-  std::string log;
-  bench::GenerateLog(7, 1, [&](std::string_view piece) { log += piece; });
-  Inputs inputs;
-  std::size_t at = 0;
-  while (at < log.size() && inputs.size() < 24) {
-    const std::size_t game = log.find("InitGame:", at);
-    if (game == log.npos) break;
-    const std::size_t begin = log.rfind('\n', game) + 1;
-    std::string input;
-    std::size_t line = begin;
-    for (int lines = 0; line < log.size(); ++lines) {
-      const std::size_t end = log.find('\n', line) + 1;
-      const std::string_view text = std::string_view(log).substr(line, end - line);
-      const bool wanted = lines < 10 || text.find("Exit:") != text.npos ||
-                          text.find("red:") != text.npos || text.find("ShutdownGame") != text.npos;
-      if (wanted) input += text;
-      line = end;
-      if (text.find("ShutdownGame") != text.npos) break;
-    }
-    inputs.push_back(input);
-    at = line;
-  }
+  Inputs inputs = {Duel("Ann", "^1Bob", 3), Duel("a", "A", 1, "x") + Init("q3dm6", 3),
+                   Init() + JoinBot(0, "Ann") + Join(1, "Bob", 2) + Kill(1022, 0, "LAVA") +
+                       Kill(1, 1, "ROCKET_SPLASH") + kShutdown + Duel("Bob", "Ann", 2)};
   const std::string open =
       "  0:00 InitGame: \\g_gametype\\4\\mapname\\q3ctf1\n  0:00 ClientUserinfoChanged: 0 "
       "n\\A\\t\\1\n  0:00 ClientBegin: 0\n";
@@ -137,7 +117,7 @@ Inputs Templates(const fs::path& share) {
       "{{! title: T }}\n{{! split: players }}\n{{=<% %>=}}<%name%><%={{ }}=%>{{players.name}}{{.}}",
       "{{> page}}", "{{#yes}}{{#yes}}{{/yes}}{{/no}}", "{{> _none }} {{"};
   for (const auto& file : fs::directory_iterator(share / "templates")) {
-    const std::string text = ReadFile(file.path());
+    const std::string text = support::ReadFile(file.path());
     if (text.size() < 600 && text.find("{{>") == text.npos) inputs.push_back(text);
   }
   return inputs;

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "morvane/store/database_error.h"
 #include "morvane/store/game_record.h"
 #include "tests/fuzz/game_checks.h"
 #include "tests/fuzz/target.h"
@@ -18,10 +19,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   const int version = bytes[0] % (morvane::kRecordVersion + 2);
   std::vector<morvane::Game> games;
   for (const std::string_view record : fuzz::Split(fuzz::Text(bytes + 1, size - 1), fuzz::kPart)) {
-    morvane::Game game;
-    const bool read =
-        morvane::UnpackGame(record, version, words.weapons.size(), words.items.size(), game);
-    if (read) games.push_back(std::move(game));
+    try {
+      games.push_back(
+          morvane::UnpackGame(record, version, words.weapons.size(), words.items.size()));
+    } catch (const morvane::DatabaseError&) {
+      continue;
+    }
   }
   fuzz::MakeStatistics(std::move(games), words);
   return 0;

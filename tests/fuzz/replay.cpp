@@ -3,18 +3,16 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "tests/fuzz/target.h"
+#include "tests/support/files.h"
 
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
   int inputs = 0;
   for (const auto& file : std::filesystem::directory_iterator(argv[1])) {
-    std::ifstream stream(file.path(), std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    const std::string bytes = support::ReadFile(file.path());
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
     ++inputs;
   }

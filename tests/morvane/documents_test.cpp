@@ -8,7 +8,6 @@
 #include <set>
 #include <sstream>
 
-#include "morvane/messages.h"
 #include "morvane/statistics/ranking.h"
 #include "tests/morvane/site_fixture.h"
 
@@ -199,35 +198,11 @@ TEST(TemplateDocument, TheExamplePageWorks) {
   EXPECT_EQ(Count(page, "No game has been counted"), 0U);
 }
 
-TEST(TemplateDocument, NamesEveryVariableThatTheShippedTemplatesUse) {
-  std::set<std::string> known;
-  for (const auto& [heading, variables] : ReadDocument().variables) {
-    for (const Variable& variable : variables) known.insert(variable.name);
-  }
-  const std::regex tag(R"(\{\{+\s*[#^/&]?\s*([A-Za-z_][\w.]*)\s*\}\})");
-  for (const auto& entry : fs::directory_iterator(MORVANE_TEMPLATES)) {
-    const std::string text = ReadFile(entry.path());
-    const std::string file = entry.path().filename().string();
-    if (file == "custrank.htmlt") continue;  // rules, no page
-    for (std::sregex_iterator at(text.begin(), text.end(), tag), end; at != end; ++at) {
-      const std::string name = (*at)[1];
-      const std::string first = name.substr(0, name.find('.'));
-      // The members of these two are named by the user.
-      if (first == "vars" || first == "links") continue;
-      const std::string last = name.substr(name.rfind('.') + 1);
-      EXPECT_TRUE(known.count(first) == 1 && known.count(last) == 1) << file << ": " << name;
-    }
-  }
-}
-
 /// What the engine has against rules.
 std::string Complaints(const std::string& rules) {
-  TempFolder folder;
-  {
-    Messages messages(folder.Path().string(), {0, 0, 0, Messages::kSevereFile});
-    const Ranking ranking(rules, "rules", 1000, messages);
-  }
-  return ReadFile(folder.Path() / "custrank.log.txt");
+  Told told;
+  const Ranking ranking(rules, "rules", 1000, told);
+  return told.severe;
 }
 
 TEST(RankingDocument, TellsRulesThatWork) {

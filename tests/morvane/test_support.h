@@ -2,10 +2,7 @@
 
 #include <cstdint>
 #include <ctime>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,38 +13,13 @@
 #include "morvane/log/log_parser.h"
 #include "morvane/report/report.h"
 #include "morvane/statistics/game.h"
+#include "tests/support/files.h"
 
 namespace morvane::test {
 
-/// A folder of a test's own, gone with it.
-class TempFolder {
- public:
-  TempFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "morvane_XXXXXX").string();
-    path_ = mkdtemp(pattern.data());
-  }
-  TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
-  ~TempFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  const std::filesystem::path& Path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
-
-inline void WriteFile(const std::filesystem::path& path, std::string_view bytes) {
-  std::filesystem::create_directories(path.parent_path());
-  std::ofstream(path, std::ios::binary) << bytes;
-}
-
-inline std::string ReadFile(const std::filesystem::path& path) {
-  std::ostringstream bytes;
-  bytes << std::ifstream(path, std::ios::binary).rdbuf();
-  return bytes.str();
-}
+using support::ReadFile;
+using support::TempFolder;
+using support::WriteFile;
 
 inline const std::string kDashes(60, '-');
 

@@ -31,12 +31,12 @@ expect() { # expect WHAT COMMAND...
 }
 not() { ! "$@"; }
 has_page() { grep -q 'href="player_' "$1/output/stats.html"; }
-# Whether the editor comes as far as drawing its pictures, which its last plugin does.
+# Whether the editor comes as far as its fonts, behind its last plugin.
 opens() {
   "$@" >editor.out 2>&1 &
   local editor=$! code=1
   for _ in {1..300}; do
-    if grep -q libqsvg "/proc/$editor/maps" 2>/dev/null; then code=0; break; fi
+    if grep -q "\.ttf$" "/proc/$editor/maps" 2>/dev/null; then code=0; break; fi
     kill -0 "$editor" 2>/dev/null || break
     sleep 0.1
   done

@@ -7,7 +7,6 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <set>
-#include <sstream>
 #include <string>
 #include <sys/file.h>
 #include <sys/resource.h>
@@ -17,6 +16,7 @@
 
 #include "platform/file_errors.h"
 #include "platform/replace_file.h"
+#include "tests/support/files.h"
 #include "tests/support/other_user.h"
 
 namespace platform {
@@ -28,22 +28,14 @@ using support::AsOtherUser;
 class Files : public testing::Test {
  protected:
   Files() {
-    std::string name = (fs::temp_directory_path() / "filesXXXXXX").string();
-    root_ = mkdtemp(name.data());
-    fs::permissions(root_, fs::perms(0755));
-    fs::create_directory(Folder());
+    fs::permissions(root_.Path(), fs::perms(0755));
     Write("old");
   }
-  ~Files() override { fs::remove_all(root_); }
 
-  fs::path Folder() const { return root_ / "folder"; }
+  fs::path Folder() const { return root_.Path() / "folder"; }
   fs::path File() const { return Folder() / "file"; }
-  void Write(const std::string& bytes) const { std::ofstream(File(), std::ios::binary) << bytes; }
-  std::string Bytes() const {
-    std::ostringstream bytes;
-    bytes << std::ifstream(File(), std::ios::binary).rdbuf();
-    return bytes.str();
-  }
+  void Write(const std::string& bytes) const { support::WriteFile(File(), bytes); }
+  std::string Bytes() const { return support::ReadFile(File()); }
   struct stat Status() const {
     struct stat status = {};
     EXPECT_EQ(stat(File().c_str(), &status), 0);
@@ -53,7 +45,7 @@ class Files : public testing::Test {
     return std::distance(fs::directory_iterator(Folder()), fs::directory_iterator());
   }
 
-  fs::path root_;
+  const support::TempFolder root_;
 };
 
 TEST_F(Files, ReplacingKeepsTheGroupOfAFileThatIsSharedInAGroup) {

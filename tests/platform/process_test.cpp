@@ -6,16 +6,18 @@
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
-#include <sstream>
 #include <string>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 
+#include "tests/support/files.h"
+
 namespace platform {
 namespace {
 
 namespace fs = std::filesystem;
+using support::ReadFile;
 using testing::IsEmpty;
 using testing::Not;
 
@@ -31,15 +33,8 @@ bool Becomes(const Condition& condition) {
 
 unsigned WaitForCode(ProcessHandle& process) {
   unsigned code = 0;
-  EXPECT_TRUE(Becomes([&] { return GetExitCodeProcess(process, code) && code != kStillActive; }));
+  EXPECT_TRUE(Becomes([&] { return !GetExitCodeProcess(process, code) && code != kStillActive; }));
   return code;
-}
-
-std::string ReadFile(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::stringstream bytes;
-  bytes << file.rdbuf();
-  return bytes.str();
 }
 
 /// Whether this process has a child, ended or not, that was not cleared away.
@@ -50,12 +45,6 @@ bool HasChildren() {
 
 class ProcessTest : public testing::Test {
  protected:
-  ProcessTest() {
-    std::string name = (fs::temp_directory_path() / "process.XXXXXX").string();
-    folder_ = mkdtemp(name.data());
-  }
-  ~ProcessTest() override { fs::remove_all(folder_); }
-
   /// Writes a program into the test's folder.
   std::string Script(const std::string& name, const std::string& commands) const {
     std::string path = folder_ / name;
@@ -64,7 +53,8 @@ class ProcessTest : public testing::Test {
     return path;
   }
 
-  fs::path folder_;
+  const support::TempFolder temporary_;
+  const fs::path folder_ = temporary_.Path();
 };
 
 TEST_F(ProcessTest, TellsHowAProcessEnded) {
@@ -79,7 +69,7 @@ TEST_F(ProcessTest, TellsHowAProcessEnded) {
     EXPECT_EQ(WaitForCode(process), code) << commands;
     EXPECT_FALSE(HasChildren());
     unsigned again = 0;
-    EXPECT_TRUE(GetExitCodeProcess(process, again));
+    EXPECT_FALSE(GetExitCodeProcess(process, again));
     EXPECT_EQ(again, code);
   }
 }
@@ -91,7 +81,7 @@ TEST_F(ProcessTest, IsStillActiveUntilItEnds) {
   ASSERT_GT(started.processId, 0) << started.reason;
   ProcessHandle process = OpenProcess(started.processId);
   unsigned code = 0;
-  EXPECT_TRUE(GetExitCodeProcess(process, code));
+  EXPECT_FALSE(GetExitCodeProcess(process, code));
   EXPECT_EQ(code, kStillActive);
   std::ofstream(gate) << "go\n";
   EXPECT_EQ(WaitForCode(process), 7U);
@@ -154,7 +144,7 @@ TEST_F(ProcessTest, AHandleWithoutAProcessHasNoExitCode) {
   for (const int id : {0, -1, 1, static_cast<int>(getpid())}) {
     ProcessHandle process = OpenProcess(id);
     unsigned code = 42;
-    EXPECT_FALSE(GetExitCodeProcess(process, code)) << id;
+    EXPECT_EQ(GetExitCodeProcess(process, code), std::errc::no_such_process) << id;
     EXPECT_EQ(code, 42U) << id;
   }
 }

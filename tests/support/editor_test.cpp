@@ -1,14 +1,13 @@
 #include "tests/support/editor_test.h"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include <QAction>
 #include <QLabel>
 #include <QTest>
 
 #include "platform/files.h"
+#include "tests/support/files.h"
 #include "ui/controls.h"
 
 namespace support {
@@ -43,14 +42,12 @@ std::string EditorTest::PathOf(const std::string& name) const {
 }
 
 void EditorTest::WriteFile(const std::string& name, std::string_view bytes) const {
-  std::filesystem::create_directories(std::filesystem::path(PathOf(name)).parent_path());
-  std::ofstream(PathOf(name), std::ios::binary) << bytes;
+  support::WriteFile(PathOf(name), bytes);
 }
 
 std::string EditorTest::ReadFile(const std::string& name) const {
-  std::ifstream file(PathOf(name), std::ios::binary);
-  EXPECT_TRUE(file) << name;
-  return {std::istreambuf_iterator<char>(file), {}};
+  EXPECT_TRUE(std::filesystem::exists(PathOf(name))) << name;
+  return support::ReadFile(PathOf(name));
 }
 
 app::frmMain& EditorTest::OpenWindow() {

@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <thread>
 #include <unistd.h>
 
 #include "morvane/log/log_file.h"
@@ -165,30 +164,6 @@ TEST(MappedFiles, OpenOnlyRegularFilesAndWaitForNone) {
     EXPECT_TRUE(error) << path;
     EXPECT_EQ(error.message(), path == folder.Path() ? "Is a directory" : "Not a regular file");
   }
-}
-
-TEST(Logs, CutWhileTheyAreReadEndNoReading) {
-  // One that reads and one that cuts, as fast as both can.
-  TempFolder folder;
-  const fs::path path = folder.Path() / "log";
-  std::string log;
-  while (log.size() < 4'000'000) log += Duel("Ann", "Bob", 9);
-  int torn = 0;
-  for (int round = 0; round < 20; ++round) {
-    WriteFile(path, log);
-    std::error_code error;
-    const MappedFile file(path, error);
-    ASSERT_FALSE(error);
-    std::jthread cutter([&] {
-      std::this_thread::sleep_for(std::chrono::microseconds(200 * round));
-      fs::resize_file(path, static_cast<std::uintmax_t>(round) * 1000);
-    });
-    const ParsedLog parsed = ParseLog(file.Bytes(), false);
-    cutter.join();
-    torn += file.IsWhole() ? 0 : 1;
-    EXPECT_LE(parsed.games.size(), log.size() / 100);
-  }
-  EXPECT_EQ(torn, 20);
 }
 
 }  // namespace

@@ -477,27 +477,5 @@ TEST(ParseLogs, KeepsTheOrderOfTheLogsReadInStretches) {
   EXPECT_EQ(read[2].games[0].kills, 2U);
 }
 
-/// Changes bytes of a log by a fixed rule: whatever comes out must be read without harm.
-TEST(ParseLog, BearsAnyBytes) {
-  std::string log;
-  bench::GenerateLog(3, 0.1, [&](std::string_view piece) { log += piece; });
-  log.resize(std::min<std::size_t>(log.size(), 30000));
-  std::uint64_t state = 1;
-  const auto next = [&] {
-    return (state = state * 6364136223846793005U + 1442695040888963407U) >> 33;
-  };
-  for (int round = 0; round < 200; ++round) {
-    std::string damaged = log;
-    for (int i = 0; i < 300; ++i) damaged[next() % damaged.size()] = static_cast<char>(next());
-    const std::size_t hole = next() % damaged.size();
-    damaged.erase(hole, next() % 5000);
-    for (const Game& game : ParseLog(damaged, true).games) {
-      Game again;
-      EXPECT_TRUE(UnpackGame(PackGame(game), kRecordVersion, Names::kMost, Names::kMost, again));
-      EXPECT_EQ(PackGame(again), PackGame(game));
-    }
-  }
-}
-
 }  // namespace
 }  // namespace morvane

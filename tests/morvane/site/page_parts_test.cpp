@@ -1,12 +1,13 @@
-// The small parts that pages are made with: texts of numbers and times, colors, highlights, files.
+// The small parts that pages are made with: texts of numbers and times, charts, highlights.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "config/rgb.h"
+#include "morvane/site/chart.h"
 #include "morvane/site/format.h"
 #include "morvane/site/kill_table.h"
 #include "morvane/site/page_folder.h"
-#include "tests/morvane/test_support.h"
+#include "tests/morvane/site_fixture.h"
 
 namespace morvane::test {
 namespace {
@@ -32,6 +33,23 @@ TEST(Format, FallsBackToIsoTimes) {
   }
   EXPECT_EQ(TimeFormat("<%Y>\x01").Text(31536000), "<1971>");
   EXPECT_EQ(TimeFormat("%Y").Text(0), "");
+}
+
+TEST(Chart, HasNoRoomForNonsense) {
+  EXPECT_EQ(ChartHtml({}), "");
+  EXPECT_EQ(SparkHtml({1}, "one"), "");
+  EXPECT_EQ(Count(SparkHtml({3, 3, 3}, "flat"), "points=\"0,1 30,1 60,1\""), 1U);
+  Chart flat;
+  flat.lines.push_back({"main", {{1, 7}, {1, 7}}, ChartLine::Form::kLine});
+  EXPECT_EQ(Count(ChartHtml(flat), "nan"), 0U);
+  Chart wide;
+  wide.lines.push_back({"main", {{0, -2e9}, {1, 2e9}}, ChartLine::Form::kLine});
+  EXPECT_LE(Count(ChartHtml(wide), "<line "), 8U);
+  Chart longer;
+  longer.lines.push_back({"main", {}, ChartLine::Form::kLine});
+  for (int i = 0; i < 10000; ++i) longer.lines[0].points.push_back({1.0 * i, 1.0 * (i % 7)});
+  EXPECT_LE(Count(ChartHtml(longer), "L"), 160U);
+  EXPECT_EQ(Count(ChartHtml(longer), "L1000 "), 1U) << "the last point stays";
 }
 
 /// The color that a cell of `cells` gets; empty for none.

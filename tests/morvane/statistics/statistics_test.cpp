@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "morvane/log/game_times.h"
-#include "morvane/messages.h"
 #include "morvane/statistics/figures.h"
 #include "morvane/statistics/names.h"
 #include "morvane/statistics/player_names.h"
@@ -208,8 +207,9 @@ TEST(MakeStatistics, NamesakesAreOnePlayerWhoWinsAndPlacesOnceAGame) {
 TEST(MakeStatistics, KnowsWhenAPlayerWasSeen) {
   const std::string warmup = Init() + "  0:00 Warmup:\n  0:10 ShutdownGame:\n";
   const std::string untimed = UntimedDuel("Ann", "Bob", 1);
-  std::string dated = Duel("Ann", "Bob", 1);
-  dated.insert(dated.find("  0:01"), test::ServerTime(50000));
+  const std::size_t second = Init().size();
+  const std::string dated = Duel("Ann", "Bob", 1).insert(second, test::ServerTime(50000));
+  const std::string later = Duel("Ann", "Bob", 1).insert(second, test::ServerTime(60000));
   const struct {
     std::string what;
     std::string log;
@@ -221,6 +221,7 @@ TEST(MakeStatistics, KnowsWhenAPlayerWasSeen) {
       {"without stamps", untimed, "?0 ?0"},
       {"by a date first", dated + Duel("Ann", "Bob", 1) + warmup, "=50000 <999990"},
       {"by a date last", Duel("Ann", "Bob", 1) + dated + warmup, "<49700 =50300"},
+      {"by a clock set back", Duel("Ann", "Bob", 1) + later + dated, "<50000 =60300"},
   };
   for (const auto& test : kCases) {
     const Seen& seen = StatisticsOf(test.log).summary.seen;
@@ -249,19 +250,15 @@ TEST(MakeStatistics, ABotIsOneInEveryGame) {
   }
 }
 
-/// Holds what is said of players.txt.
-class PlayerNamesTest : public testing::Test {
- protected:
-  PlayerNames Names(const std::string& text) {
-    Messages messages(folder_.Path().string(), {Messages::kSevereFile, 0, 0, 0});
-    return {text, "players.txt", messages};
-  }
-  std::string Said() const { return test::ReadFile(folder_.Path() / "morvane.log.txt"); }
+/// Names of players.txt of which nothing is to be said.
+PlayerNames NamesOf(const std::string& text) {
+  test::Told told;
+  PlayerNames names(text, "players.txt", told);
+  EXPECT_EQ(told.severe, "") << text;
+  return names;
+}
 
-  test::TempFolder folder_;
-};
-
-TEST_F(PlayerNamesTest, ReadsJoinsAndPlayersToLeaveOut) {
+TEST(PlayerNames, ReadsJoinsAndPlayersToLeaveOut) {
   const struct {
     std::string text;
     std::string name;
@@ -285,15 +282,14 @@ TEST_F(PlayerNamesTest, ReadsJoinsAndPlayersToLeaveOut) {
       {"", "Bob", ""},
   };
   for (const auto& test : kCases) {
-    const PlayerNames names = Names(test.text);
+    const PlayerNames names = NamesOf(test.text);
     const std::string key = PlayerKey(test.name);
     const std::string* to = names.JoinedTo(key);
     EXPECT_EQ(to != nullptr ? *to : names.IsLeftOut(key) ? "-" : "", test.is) << test.text;
-    EXPECT_EQ(Said(), "") << test.text;
   }
 }
 
-TEST_F(PlayerNamesTest, SaysWhichLineCannotBeUsed) {
+TEST(PlayerNames, SaysWhichLineCannotBeUsed) {
   const struct {
     std::string line;
     std::string said;
@@ -314,16 +310,17 @@ TEST_F(PlayerNamesTest, SaysWhichLineCannotBeUsed) {
       {"new = kept", "to itself"},
   };
   for (const auto& test : kCases) {
-    const PlayerNames names = Names("// names\nkept = new\n- out\n" + test.line + "\nb = Bea");
-    const std::string said = Said();
-    EXPECT_NE(said.find(" severe players.txt:4: "), said.npos) << test.line << "\n" << said;
-    EXPECT_NE(said.find(test.said), said.npos) << said;
-    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    test::Told told;
+    const PlayerNames names("// names\nkept = new\n- out\n" + test.line + "\nb = Bea",
+                            "players.txt", told);
+    EXPECT_TRUE(told.severe.starts_with("players.txt:4: ")) << told.severe;
+    EXPECT_NE(told.severe.find(test.said), std::string::npos) << told.severe;
+    EXPECT_EQ(std::ranges::count(told.severe, '\n'), 1) << told.severe;
     EXPECT_EQ(*names.JoinedTo("b"), "Bea") << "the other lines count";
   }
 }
 
-TEST_F(PlayerNamesTest, JoinedNamesAreOnePlayer) {
+TEST(PlayerNames, JoinedNamesAreOnePlayer) {
   const std::string log = Duel("Nan", "Bob", 2) + Duel("^1Ann", "Bob", 3) + Duel("NAN", "Bob", 1);
   const struct {
     std::string text;
@@ -334,58 +331,12 @@ TEST_F(PlayerNamesTest, JoinedNamesAreOnePlayer) {
                 {"", "^1Ann 3 1, NAN 3 2, Bob 0 3, "}};
   for (const auto& test : kCases) {
     std::string players;
-    for (const Player& player : StatisticsOf(log, {}, nullptr, Names(test.text)).players) {
+    for (const Player& player : StatisticsOf(log, {}, nullptr, NamesOf(test.text)).players) {
       players += player.name + " " + std::to_string(player.figures.kills) + " " +
                  std::to_string(player.games) + ", ";
     }
     EXPECT_EQ(players, test.players) << test.text;
   }
-}
-
-TEST_F(PlayerNamesTest, WhoIsLeftOutStandsNowhereAndChangesNothingForOthers) {
-  const std::string log =
-      Init() + Join(0, "Evil") + Join(1, "Ann") + Join(2, "Bob") + Kill(0, 1, "BFG", "  0:10 ") +
-      Kill(0, 1, "BFG", "  0:20 ") + Kill(1, 2, "BFG", "  0:30 ") + Kill(1, 0, "BFG", "  0:40 ") +
-      Kill(1, 0, "BFG", "  0:50 ") + kShutdown + Duel("Evil", "Bob", 1) + Duel("Bob", "Cid", 2);
-  Messages messages(folder_.Path().string(), {});
-  Ranking ranking("kill.killer = rank + 10\nkill.victim = rank - 1", "rules", 100, messages);
-  const Statistics statistics = StatisticsOf(log, {}, &ranking, Names("- EVIL"));
-  EXPECT_EQ(TextOf(statistics.players),
-            "1 Ann 3/2 3, 1 1 0: 1; - Bob\n"
-            "2 Bob 2/2 2, 3 1 0: 1 1 1; Ann Cid\n"
-            "3 Cid 0/2 0, 1 0 0: 0 1; Bob -\n");
-  std::string text;
-  for (const Player& player : statistics.players) {
-    text += std::to_string(std::lround(player.rating)) + " ";
-  }
-  EXPECT_EQ(text, "128 118 98 ");
-  text.clear();
-  for (const Game& game : statistics.games) {
-    for (const Entrant& entrant : game.entrants) {
-      EXPECT_EQ(PlayerKey(statistics.players[entrant.player].name), PlayerKey(entrant.name));
-      text += std::to_string(entrant.place) + entrant.name + " " +
-              (entrant.figures.nemesis.index == kNobody
-                   ? "-"
-                   : game.entrants[entrant.figures.nemesis.index].name) +
-              " ";
-    }
-    for (const LeadChange& change : game.lead) {
-      text += std::to_string(change.second) +
-              (change.leader == kLeftOut  ? "?"
-               : change.leader == kNobody ? "-"
-                                          : game.entrants[change.leader].name) +
-              " ";
-    }
-    text += std::to_string(game.frags) + "/" + std::to_string(game.kills) + " pairs " +
-            std::to_string(game.pairs.size()) + "\n";
-  }
-  EXPECT_EQ(text,
-            "1Ann - 3Bob Ann 10? 40- 50Ann 3/3 pairs 1\n"
-            "2Bob - 60? 0/1 pairs 0\n"
-            "1Bob - 2Cid Bob 60Bob 2/2 pairs 1\n");
-  EXPECT_EQ(statistics.summary.figures.kills, 5U);
-  EXPECT_EQ(statistics.pairs.size(), 2U);
-  EXPECT_EQ(statistics.maps[0].players.size(), 3U);
 }
 
 TEST(PairCounts, AddsUpPairsOfAnyNumbers) {
@@ -418,26 +369,18 @@ TEST(EntryOf, CountsSmallAndLargeNumbers) {
   EXPECT_EQ(text, "70:3 3:2 63:1 64:1 ");
 }
 
-class RankingTest : public testing::Test {
- protected:
-  /// The rating of every player after a log, under rules.
-  std::string RatingsOf(const std::string& rules, const std::string& log) {
-    Messages messages(folder_.Path().string(), {0, 0, 0, 5});
-    Ranking ranking(rules, "rules.txt", 1000, messages);
-    Limits limits;
-    limits.gameLastPlaced = 2;
-    std::string ratings;
-    for (const Player& player : StatisticsOf(log, limits, &ranking).players) {
-      ratings += player.name + " " + std::to_string(std::lround(player.rating)) + " ";
-    }
-    return ratings;
+/// The rating of every player after a log, under rules; then what is said of them.
+std::string RatingsOf(const std::string& rules, const std::string& log) {
+  test::Told told;
+  Ranking ranking(rules, "rules.txt", 1000, told);
+  std::string ratings;
+  for (const Player& player : StatisticsOf(log, {.gameLastPlaced = 2}, &ranking).players) {
+    ratings += player.name + " " + std::to_string(std::lround(player.rating)) + " ";
   }
-  std::string Said() const { return test::ReadFile(folder_.Path() / "custrank.log.txt"); }
+  return ratings + told.severe;
+}
 
-  test::TempFolder folder_;
-};
-
-TEST_F(RankingTest, EveryEventHasItsRule) {
+TEST(Ranking, EveryEventHasItsRule) {
   const std::string play = Init("q3dm7", 3) + Join(0, "Ann", 1) + Join(1, "Bob", 1) +
                            Join(2, "Cid", 2) + Kills(3, 2, 0) + Kill(0, 1, "BFG") + Kill(1, 1) +
                            Kill(1022, 0, "LAVA") + kShutdown;
@@ -459,10 +402,9 @@ TEST_F(RankingTest, EveryEventHasItsRule) {
       {"game.win = other - 1", "Bob 1000 Ann 1000 Cid 999 "},
   };
   for (const auto& test : kCases) EXPECT_EQ(RatingsOf(test.rule, play), test.ratings) << test.rule;
-  EXPECT_EQ(Said(), "");
 }
 
-TEST_F(RankingTest, NamesakesWinOnceAndBothSidesOfAKillSeeTheRanksBeforeIt) {
+TEST(Ranking, NamesakesWinOnceAndBothSidesOfAKillSeeTheRanksBeforeIt) {
   const std::string game = Init() + Join(0, "Ann") + Join(1, "ann") + Join(2, "Bob") + Kill(0, 2) +
                            Kill(1, 2) + kShutdown;
   EXPECT_EQ(RatingsOf("game.win = rank + 20\ngame.placed = rank + 5", game), "ann 1020 Bob 1000 ");
@@ -473,7 +415,7 @@ TEST_F(RankingTest, NamesakesWinOnceAndBothSidesOfAKillSeeTheRanksBeforeIt) {
       "Ann 1190 Bob 790 ");
 }
 
-TEST_F(RankingTest, ABadRuleIsSkippedAndSaidWithItsLine) {
+TEST(Ranking, ABadRuleIsSkippedAndSaidWithItsLine) {
   const struct {
     std::string rule;
     std::string said;
@@ -489,21 +431,17 @@ TEST_F(RankingTest, ABadRuleIsSkippedAndSaidWithItsLine) {
       {"suicide = 1\nsuicide = 2", "stands already in line 2"},
   };
   for (const auto& test : kCases) {
-    EXPECT_EQ(
-        RatingsOf("// rules\n" + test.rule + "\nkill.victim = rank - 1\n", Duel("Ann", "Bob", 2)),
-        "Ann 1000 Bob 998 ")
-        << test.rule;
-    const std::string said = Said();
-    EXPECT_NE(said.find(test.said), said.npos) << said;
-    EXPECT_NE(said.find(" severe rules.txt:"), said.npos) << said;
-    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    const std::string found =
+        RatingsOf("// rules\n" + test.rule + "\nkill.victim = rank - 1\n", Duel("Ann", "Bob", 2));
+    EXPECT_TRUE(found.starts_with("Ann 1000 Bob 998 rules.txt:")) << found;
+    EXPECT_NE(found.find(test.said), found.npos) << found;
+    EXPECT_EQ(std::ranges::count(found, '\n'), 1) << found;
   }
 }
 
-TEST_F(RankingTest, TheShippedRulesMoveRankFromLoserToWinner) {
+TEST(Ranking, TheShippedRulesMoveRankFromLoserToWinner) {
   const std::string rules = test::ReadFile(std::string(MORVANE_TEMPLATES) + "/custrank.htmlt");
   EXPECT_EQ(RatingsOf(rules, Duel("Ann", "Bob", 1)), "Ann 1028 Bob 997 ");
-  EXPECT_EQ(Said(), "");
 }
 
 }  // namespace

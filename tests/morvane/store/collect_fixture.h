@@ -54,6 +54,8 @@ class CollectTest : public testing::Test, protected Report {
   mutable int clock_ = 0;
   const std::string one_ = test::Duel("Ann", "Bob", 6);
   const std::string two_ = test::Duel("Cid", "Bob", 7);
+  const std::string third_ = test::Duel("Dan", "Bob", 9);
+  const std::string fourth_ = test::Duel("Ann", "Cid", 8);
   const std::string empty_ = test::Duel("Ann", "Bob", 0);
 };
 

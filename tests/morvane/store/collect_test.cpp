@@ -20,20 +20,6 @@ using test::Join;
 using test::Kill;
 using test::kShutdown;
 
-TEST_F(CollectTest, AGameThatGoesOnInTheNextLogIsOne) {
-  const std::string all = one_ + two_;
-  for (const bool useDatabase : {false, true}) {
-    for (const std::size_t cut : {100U, 200U, 400U}) {
-      fs::remove_all(At("db"));
-      Log("a.log", all.substr(0, one_.size() + cut));
-      Log("b.log", all.substr(one_.size() + cut) + one_.substr(0, 300));
-      EXPECT_EQ(Kills({"a.log", "b.log"}, useDatabase), "6 7 0 ") << cut;
-    }
-  }
-  Kills({"b.log"}, false);
-  EXPECT_TRUE(Said("b.log: ") && Said("before the first \"InitGame:\" left out")) << said_;
-}
-
 TEST_F(CollectTest, TheSameCountsOnceAndIsSaid) {
   for (const bool useDatabase : {false, true}) {
     Log("a.log", empty_ + empty_);
@@ -48,66 +34,67 @@ TEST_F(CollectTest, TheSameCountsOnceAndIsSaid) {
   }
 }
 
-/// A log from a line of a kill on.
-std::string FromKill(const std::string& log, std::size_t kills) {
-  std::size_t at = 0;
-  for (; kills > 0; --kills) at = log.find("  1:00 Kill", at) + 1;
-  return log.substr(at - 1);
-}
-
 TEST_F(CollectTest, WhatBeginsInMidGameStaysOutOfTheOpenGameOfAnotherServer) {
-  const std::string third = Duel("Dan", "Bob", 9);
-  const std::string fourth = Duel("Ann", "Cid", 8);
   const std::string open = Init() + Join(0, "Gus") + Join(1, "Hal") + Kill(0, 1);
+  const std::string rest = test::Kills(5, 0, 1) + kShutdown;  // of the second game
+  const std::string end = "  5:00 ShutdownGame:";  // the last log begins like what follows it
+  const std::string torn = two_.substr(two_.find(" ClientUserinfoChanged: 1")) + third_;
   const struct {
     std::string what;
-    std::string own;
-    std::string other;
-    std::string tail;
+    std::vector<std::string> logs;
     std::string kills;
     std::string said;
   } kCases[] = {
-      {"the whole game is known", two_ + third + fourth, one_ + open,
-       FromKill(two_, 3) + third + fourth, "7 9 8 6 1 ",
-       "tail.log: 2 games of it stand in another log too"},
-      {"what follows in it is older than the open game", one_, third + open,
-       FromKill(two_, 3) + fourth + third, "6 9 1 8 ",
-       "tail.log: 6 lines of a game before the first \"InitGame:\" left out"},
+      {"the whole game is known",
+       {two_ + third_ + fourth_, one_ + open, rest + third_ + fourth_},
+       "7 9 8 6 1 ",
+       "c.log: 2 games of it stand in another log too"},
+      {"what follows in it is older than the open game",
+       {one_, third_ + open, rest + fourth_ + third_},
+       "6 9 1 8 ",
+       "c.log: 6 lines of a game before the first \"InitGame:\" left out"},
+      {"a broken line fits",
+       {one_ + two_ + third_, fourth_.substr(0, fourth_.find(end)) + end, torn},
+       "6 7 9 8 ",
+       "c.log: 1 game of it stands in another log too"},
+      {"a broken line alone", {one_ + two_ + third_, end, torn}, "6 7 9 ", "c.log: 1 game"},
   };
+  const std::vector<std::string> names = {"a.log", "b.log", "c.log"};
   for (const auto& test : kCases) {
     for (const bool useDatabase : {false, true}) {
       fs::remove_all(At("db"));
-      Log("a.log", test.own);
-      Log("b.log", test.other);
-      Log("tail.log", test.tail);
-      EXPECT_EQ(Kills({"a.log", "b.log", "tail.log"}, useDatabase), test.kills)
-          << test.what << said_;
+      for (std::size_t i = 0; i < names.size(); ++i) Log(names[i], test.logs[i]);
+      EXPECT_EQ(Kills(names, useDatabase), test.kills) << test.what << said_;
       EXPECT_TRUE(Said(test.said)) << test.what << said_;
-      EXPECT_EQ(Said("left out"), test.said.ends_with("left out")) << test.what << said_;
+      Log("b.log", test.logs[1] + "\n  0:19 InitGame: \\g_gametype\\3\\");
+      EXPECT_EQ(Kills(names, useDatabase), test.kills) << test.what << ", b grown" << said_;
     }
   }
 }
 
-TEST_F(CollectTest, ABrokenLineTakesNoGameThatIsKnown) {
-  const std::string third = Duel("Dan", "Bob", 9);
-  const std::string fourth = Duel("Ann", "Cid", 8);
-  const std::string end = "  5:00 ShutdownGame:";  // "tail.log" begins like the rest of this
-  for (const std::string& own : {fourth.substr(0, fourth.find(end)), std::string()}) {
-    fs::remove_all(At("db"));
-    Log("a.log", one_ + two_ + third);
-    Log("b.log", own + end);
-    Log("tail.log", two_.substr(two_.find(" ClientUserinfoChanged: 1")) + third);
-    const std::vector<std::string> logs = {"a.log", "b.log", "tail.log"};
-    const std::string kills = own.empty() ? "6 7 9 " : "6 7 9 8 ";
-    EXPECT_EQ(Kills(logs), kills) << said_;
-    Log("b.log", own + end + "\n  0:19 InitGame: \\g_gametype\\3\\");
-    EXPECT_EQ(Kills(logs), kills) << said_;
-  }
+TEST_F(CollectTest, ADayThatIsListedLaterTakesTheGameThatWentOnWithoutIt) {
+  const std::string later = third_ + fourth_;
+  Log("1.log", one_ + "  0:");
+  const std::string day = two_.substr(two_.find("InitGame"));
+  const std::string kept = day.substr(0, day.rfind("  1:00 Kill") + 4);
+  Log("3.log", day.substr(kept.size()) + later);
+  Log("copy.log", later.substr(later.find('\n') + 1));
+  EXPECT_EQ(Kills({"1.log", "3.log", "copy.log"}), "6 9 8 ") << said_;
+  Log("2.log", "00 " + kept);
+  EXPECT_EQ(Kills({"1.log", "2.log", "3.log", "copy.log"}), "6 7 9 8 ") << said_;
+  EXPECT_FALSE(Said("severe")) << said_;
+}
+
+TEST_F(CollectTest, ALogThatIsShortenedWithinAGameGoesOnWithNoOtherOne) {
+  Log("a.log", one_ + two_.substr(0, 400));
+  Log("b.log", two_.substr(400) + third_ + fourth_);
+  EXPECT_EQ(Kills({"a.log", "b.log"}), "6 7 9 8 ");
+  Log("b.log", third_.substr(third_.rfind("  1:00")) + fourth_);
+  EXPECT_EQ(Kills({"a.log", "b.log"}), "6 7 9 8 ") << said_;
 }
 
 TEST_F(CollectTest, AnEditedLogIsNotTheOneThatWasRotated) {
-  const std::string third = Duel("Dan", "Bob", 9);
-  Log("a.log.2", one_ + third);
+  Log("a.log.2", one_ + third_);
   Log("a.log", two_.substr(0, 400));
   EXPECT_EQ(Kills({"a.log.2", "a.log"}), "6 9 1 ");
   Log("a.log.2", one_ + Duel("Dan", "Bob", 8));
@@ -132,14 +119,36 @@ TEST_F(CollectTest, ALogThatDiffersHasNotGrown) {
   }
 }
 
-TEST_F(CollectTest, OneDateHoldsForAGameAndItsCopies) {
-  Log("a.log", one_ + two_.substr(0, 400));
-  const std::int64_t start = Collect({"a.log"})[1].start;
-  clock_ += 5000;
-  Log("copy.log", empty_ + one_ + two_);
-  const Game game = Collect({"a.log", "copy.log"})[2];
-  EXPECT_EQ(game.kills, 7U) << "the copy's counts: it is over";
-  EXPECT_EQ(game.start, start);
+TEST_F(CollectTest, TheLastGameOfAnEditedLogKeepsItsDateAndNumber) {
+  const std::string open = Init("q3dm6") + Join(0, "Ann") + Kill(0, 0);
+  const struct {
+    std::string before;
+    std::string after;
+  } kCases[] = {{one_ + two_, one_ + Duel("Cid", "Bob", 5)},
+                {one_ + two_ + open, one_ + open + Kill(0, 0)}};
+  for (const auto& test : kCases) {
+    fs::remove_all(At("db"));
+    Log("a.log", test.before);
+    const Game before = Collect({"a.log"}).back();
+    clock_ += 5000;
+    Log("a.log", test.after);
+    const Game after = Collect({"a.log"}).back();
+    EXPECT_NE(after.kills, before.kills);
+    EXPECT_EQ(KnownFactsOf(after), KnownFactsOf(before)) << said_;
+  }
+}
+
+TEST_F(CollectTest, AGameWhoseFirstLineIsTornHasItsTime) {
+  const std::size_t cut = two_.find("Game:");
+  for (const std::string& later : {std::string(), empty_}) {
+    Log("a.log", one_ + two_.substr(0, cut));
+    Log("b.log", two_.substr(cut) + later);
+    const Game torn = Collect({"a.log", "b.log"}, false).at(1);
+    Log("b.log", two_ + later);
+    const Game whole = Collect({"b.log"}, false).at(0);
+    EXPECT_EQ(torn.start + 1, whole.start) << later;
+    EXPECT_EQ(torn.dated, whole.dated) << later;
+  }
 }
 
 TEST(KeepKnown, OnlyWhatTheLogTellsStandsAboveWhatWasStored) {
@@ -154,32 +163,14 @@ TEST(KeepKnown, OnlyWhatTheLogTellsStandsAboveWhatWasStored) {
   }
 }
 
-TEST_F(CollectTest, WhatWasStoredOfADateStaysAsWellKnownAsItWas) {
-  const auto dates = [&](const std::string& log) {
-    Log("a.log", log);
-    std::string text;
-    constexpr std::string_view kMarks = "?<~=";
-    for (const Game& game : Collect({"a.log"})) {
-      text += kMarks[static_cast<std::size_t>(game.dated)];
-    }
-    return text;
-  };
-  EXPECT_EQ(dates(one_), "~");
-  EXPECT_EQ(dates(one_ + two_), "~~") << "reckoned while it was the last";
-  std::string dated = Duel("Ann", "Cid", 8);
-  dated.insert(dated.find("  0:01"), test::ServerTime(50000));
-  EXPECT_EQ(dates(one_ + two_ + dated + Duel("Dan", "Bob", 9)), "~~=~");
-}
-
 TEST_F(CollectTest, ALogCutWhileItIsReadIsLeftOutOnce) {
-  const std::string third = Duel("Dan", "Bob", 9);
   for (const bool useDatabase : {false, true}) {
     fs::remove_all(At("db"));
     Log("a.log", one_);
-    Log("b.log", third);
+    Log("b.log", third_);
     Collect({"a.log", "b.log"}, useDatabase);
     Log("a.log", one_ + two_);
-    Log("b.log", third + empty_);
+    Log("b.log", third_ + empty_);
     whileReading_ = [&] { fs::resize_file(At("a.log"), 400); };
     EXPECT_EQ(Collect({"a.log", "b.log"}, useDatabase).size(), useDatabase ? 3U : 2U) << said_;
     EXPECT_TRUE(Said("severe a.log: was cut or written anew while it was read")) << said_;

@@ -10,9 +10,9 @@
 //   has three kills with stamps, or thirty without. What an edit changes after such a game follows
 //   the file. An edited game before it would stay beside its new form.
 // - A log is not shortened within the stamp of an "InitGame:": the game would lose its stamp.
-// - A file that is shortened, edited or copied is not also renamed before the next run; one that is
-//   swapped has been read before, and does not grow before the next run: a few lines that moved and
-//   grew at once might be those of any log.
+// - A file that is shortened, edited or copied is not also renamed or left out before the next run;
+//   one that is swapped has been read before, and does not grow before the next run: a few lines
+//   that moved and grew at once might be those of any log.
 // - A day that is left out before it was ever read was cut off between two games.
 // - Whether the first line of a log is the end of a torn one shows when it is whole, and the stamp
 //   of a torn "InitGame:" belongs to no game: a log after another one begins with three whole
@@ -53,19 +53,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Keeps what is said, for the story of a history that fails.
-class Listener : public Report {
- public:
-  void Write(const Message& message) override {
-    said += "    " + message.file + ": " + message.text + "\n";
-    severe |= message.severe && message.log == Log::kMain;
-  }
-  void Progress(std::string_view, std::size_t, std::size_t) override {}
-
-  std::string said;
-  bool severe = false;
-};
-
 class History {
  public:
   explicit History(unsigned seed) : random_(seed) {
@@ -95,29 +82,13 @@ class History {
  private:
   void Note(const std::string& step) { story_ += "  " + step + "\n"; }
 
-  Server& AnyServer() { return servers_[Pick(random_, servers_.size())]; }
-
   void Step() {
-    Server& server = AnyServer();
-    switch (Pick(random_, 12)) {
-      case 0:
-      case 1:
-        return Rotate(server);
-      case 2:
-        return Shorten(server);
-      case 3:
-        return Edit(server);
-      case 4:
-        return CopyFile(server);
-      case 5:
-        return Swap();
-      case 6:
-        return LeaveOut(server);
-      case 7:
-        return Touch(server);
-      default:
-        return Grow(server);
-    }
+    static constexpr void (History::*kSteps[])(Server&) = {
+        &History::Rotate,   &History::Rotate, &History::Shorten,  &History::Edit,
+        &History::CopyFile, &History::Swap,   &History::LeaveOut, &History::Touch,
+        &History::Grow,     &History::Grow,   &History::Grow,     &History::Grow};
+    Server& server = servers_[Pick(random_, servers_.size())];
+    (this->*kSteps[Pick(random_, std::size(kSteps))])(server);
   }
 
   void Grow(Server& server) {
@@ -161,29 +132,27 @@ class History {
     }
     const std::size_t last = server.pieces.size() - 1;
     if (last > 0 && !server.pieces[last - 1].listed && !IsLinked(server, last - 1)) return;
-    const bool leavesList = currentOnly_ && (betweenGames_ || server.rotation != Rotation::kByDate);
-    if (leavesList && !IsRead(server.Last()) && !Run(true)) {
+    const bool leavesList = currentOnly_ && (betweenGames_ || moves);
+    if (leavesList && (needsRun_ || !IsRead(server.Last())) && !Run(true)) {
       failed_ = true;
       return;
     }
     if (leavesList) server.Last().listed = false;
     server.rotated = true;
-    const std::vector<Piece> before = server.pieces;
-    if (server.rotation != Rotation::kByDate) {
-      for (std::size_t i = 0; i < server.pieces.size(); ++i) fs::remove(PathOf(server.NameOf(i)));
-    }
+    if (moves) Remove(server);
     server.pieces.emplace_back();
     for (std::size_t i = 0; i < server.pieces.size(); ++i) {
       const bool fresh = i + 1 == server.pieces.size() ||
                          (i + 2 == server.pieces.size() && server.rotation == Rotation::kByCopy);
-      if (server.rotation != Rotation::kByDate) server.pieces[i].known = false;
+      if (moves) server.pieces[i].known = false;
       Put(server, i, fresh ? ++clock_ : server.pieces[i].changed);
     }
     Note("rotate " + server.base);
   }
 
   void Shorten(Server& server) {
-    Piece& piece = server.pieces[Pick(random_, server.pieces.size())];
+    const std::size_t index = Pick(random_, server.pieces.size());
+    Piece& piece = server.pieces[index];
     if (needsRun_ || server.rotated || !piece.exists || !piece.listed || !IsRead(piece)) return;
     const std::string file = piece.File();
     if (file.empty()) return;
@@ -194,13 +163,14 @@ class History {
     if (whole == file.npos || EndOfKnownGame(file.substr(whole + 1)) == 0) return;
     piece.front += cut;
     piece.split |= !piece.known;
-    Write(server, static_cast<std::size_t>(&piece - server.pieces.data()));
+    Write(server, index);
     needsRun_ = true;
     Note("shorten " + server.base + " by " + std::to_string(cut));
   }
 
   void Edit(Server& server) {
-    Piece& piece = server.pieces[Pick(random_, server.pieces.size())];
+    const std::size_t index = Pick(random_, server.pieces.size());
+    Piece& piece = server.pieces[index];
     if (needsRun_ || server.rotated || !piece.exists || !piece.listed || !IsRead(piece)) return;
     if (!piece.known || piece.split || !others_.empty()) return;
     const std::size_t known = EndOfKnownGame(piece.File());
@@ -220,7 +190,7 @@ class History {
     const std::size_t begin = piece.written.rfind('\n', at) + 1;
     piece.written.erase(begin, piece.written.find('\n', at) + 1 - begin);
     piece.read = piece.written.size();
-    Write(server, static_cast<std::size_t>(&piece - server.pieces.data()));
+    Write(server, index);
     needsRun_ = true;
     Note("edit " + server.base + " at " + std::to_string(begin));
   }
@@ -258,7 +228,7 @@ class History {
          std::to_string(bytes.size()) + " bytes" + (other.first ? ", first" : ""));
   }
 
-  void Swap() {
+  void Swap(Server& /*one*/) {
     if (servers_.size() < 2 || needsRun_) return;
     if (servers_[0].rotated || servers_[1].rotated) return;
     if (servers_[0].rotation != servers_[1].rotation) return;
@@ -267,9 +237,7 @@ class History {
       if (last > 0 && !IsLinked(server, last - 1)) return;
       if (!IsRead(server.Last())) return;
     }
-    for (Server& server : servers_) {
-      for (std::size_t i = 0; i < server.pieces.size(); ++i) fs::remove(PathOf(server.NameOf(i)));
-    }
+    for (const Server& server : servers_) Remove(server);
     std::swap(servers_[0].base, servers_[1].base);
     for (Server& server : servers_) {
       for (std::size_t i = 0; i < server.pieces.size(); ++i) {
@@ -282,7 +250,8 @@ class History {
   }
 
   void LeaveOut(Server& server) {
-    Piece& piece = server.pieces[Pick(random_, server.pieces.size())];
+    const std::size_t index = Pick(random_, server.pieces.size());
+    Piece& piece = server.pieces[index];
     if (!piece.listed) {
       if (currentOnly_ && Chance(random_, 50)) return;
       piece.listed = true;
@@ -290,11 +259,11 @@ class History {
     }
     if (needsRun_ || &piece == &server.Last()) return;
     if (!IsRead(piece) && !(betweenGames_ && piece.read == 0)) return;
-    if (!IsLinked(server, static_cast<std::size_t>(&piece - server.pieces.data()))) return;
+    if (!IsLinked(server, index)) return;
     piece.listed = false;
     if (IsRead(piece) && Chance(random_, 40)) {
       piece.exists = false;
-      fs::remove(PathOf(server.NameOf(static_cast<std::size_t>(&piece - server.pieces.data()))));
+      fs::remove(PathOf(server.NameOf(index)));
     }
     Note("leave out of " + server.base + (piece.exists ? "" : ", gone"));
   }
@@ -325,59 +294,71 @@ class History {
     SetChanged(path, changed);
   }
   void Write(Server& server, std::size_t index) { Put(server, index, ++clock_); }
+  void Remove(const Server& server) const {
+    for (std::size_t i = 0; i < server.pieces.size(); ++i) fs::remove(PathOf(server.NameOf(i)));
+  }
 
-  /// A run of the engine; false when it does not give what is expected.
-  bool Run(bool withDatabase) {
-    Sources sources;
-    sources.useDatabase = withDatabase;
-    sources.databasePath = PathOf("db");
-    bool complete = true;  // without a database: all that is to be known stands in the files
-    Vocabulary common;
+  /// The games that a run is to give, sorted; what it sees of the files is known from then on.
+  /// `complete`, for one without a database: all that is to be known stands in the files,
+  /// in order.
+  std::vector<std::string> Expected(bool withDatabase, Vocabulary& common, bool& complete) {
     std::vector<std::string> expected;
     for (Server& server : servers_) {
       std::string stream;
-      for (std::size_t i = 0; i < server.pieces.size(); ++i) {
-        Piece& piece = server.pieces[i];
+      for (Piece& piece : server.pieces) {
         const bool seen = piece.exists && piece.listed;
-        if (seen) {
-          sources.logs.push_back({server.NameOf(i), PathOf(server.NameOf(i))});
-          if (withDatabase) piece.read = piece.written.size();
-          if (withDatabase) piece.known = true;
-        } else if (!withDatabase) {
-          complete &= others_.empty() && (betweenGames_ || i + 1 == server.pieces.size());
-        }
-        stream +=
-            piece.written.substr(0, seen ? piece.written.size() : (withDatabase ? piece.read : 0));
+        const bool isLast = &piece == &server.Last();
+        if (!seen) complete &= others_.empty() && (betweenGames_ || isLast);
         complete &= piece.front == 0;
+        if (seen && withDatabase) piece.read = piece.written.size();
+        if (seen && withDatabase) piece.known = true;
+        const std::size_t withoutDatabase = seen ? piece.written.size() : 0;
+        stream += piece.written.substr(0, withDatabase ? piece.read : withoutDatabase);
       }
       if (withDatabase) server.rotated = false;
       ParsedLog log = ParseLog(stream, true);
       std::erase_if(log.games, [](const Game& game) { return game.entrants.empty(); });
-      for (std::string& text : Texts(std::move(log.games), log.vocabulary, common)) {
-        expected.push_back(std::move(text));
+      std::ranges::move(Texts(std::move(log.games), log.vocabulary, common),
+                        std::back_inserter(expected));
+    }
+    std::ranges::sort(expected);
+    return expected;
+  }
+
+  std::vector<LogFile> ListedLogs() const {
+    std::vector<LogFile> logs;
+    for (const Server& server : servers_) {
+      for (std::size_t i = 0; i < server.pieces.size(); ++i) {
+        const bool listed = server.pieces[i].exists && server.pieces[i].listed;
+        if (listed) logs.push_back({server.NameOf(i), PathOf(server.NameOf(i))});
       }
     }
     for (const Other& other : others_) {
-      const auto at = other.first ? sources.logs.begin() : sources.logs.end();
-      sources.logs.insert(at, {other.name, PathOf(other.name)});
+      logs.insert(other.first ? logs.begin() : logs.end(), {other.name, PathOf(other.name)});
     }
-    Listener listener;
-    Collected collected = CollectGames(sources, listener);
+    return logs;
+  }
+
+  /// A run of the engine; false when it does not give what is expected.
+  bool Run(bool withDatabase) {
+    const Sources sources = {ListedLogs(), withDatabase, PathOf("db")};
+    bool complete = std::ranges::none_of(others_, &Other::first);
+    Vocabulary common;
+    const std::vector<std::string> expected = Expected(withDatabase, common, complete);
+    test::Told told;
+    Collected collected = CollectGames(sources, told);
     if (withDatabase) needsRun_ = false;
-    Note(std::string(withDatabase ? "run" : "run without database") + "\n" + listener.said);
-    if (listener.severe) return Fail("the database failed");
-    const bool isApart =
-        std::ranges::any_of(others_, [](const Other& other) { return other.first; });
-    if (!withDatabase && (!complete || isApart)) return true;
-    std::ranges::sort(expected);
-    const std::size_t found = collected.games.size();
+    Note(std::string(withDatabase ? "run" : "run without database") + "\n" + told.severe +
+         told.normal);
+    if (told.severe.find("database") != told.severe.npos) return Fail("the database failed");
+    if (!withDatabase && !complete) return true;
     if (withDatabase && !KeepsKnown(collected)) return Fail("a date or a number changed");
     if (withDatabase && !KeepsNumbers(collected)) return Fail("a number is lost or given again");
     const std::vector<std::string> games =
         Texts(std::move(collected.games), collected.vocabulary, common);
     if (games != expected) {
-      return Fail(std::to_string(found) + " games, expected " + std::to_string(expected.size()) +
-                  "; missing:" + Difference(expected, games) +
+      return Fail(std::to_string(games.size()) + " games, expected " +
+                  std::to_string(expected.size()) + "; missing:" + Difference(expected, games) +
                   "\n  too many:" + Difference(games, expected));
     }
     return true;
@@ -413,16 +394,12 @@ class History {
       const std::string text = PackGame(game);
       if (game.kills >= 3 && ++often[text] == 1) now[text] = known;
     }
-    bool kept = true;
-    for (const auto& [text, known] : now) {
-      if (often[text] > 1) continue;
-      const auto before = known_.find(text);
-      if (before != known_.end() && before->second != known) kept = false;
-    }
-    known_.clear();
-    for (const auto& [text, known] : now) {
-      if (often[text] == 1) known_[text] = known;
-    }
+    std::erase_if(now, [&](const auto& entry) { return often[entry.first] > 1; });
+    const bool kept = std::ranges::all_of(now, [&](const auto& entry) {
+      const auto before = known_.find(entry.first);
+      return before == known_.end() || before->second == entry.second;
+    });
+    known_ = std::move(now);
     return kept;
   }
 

@@ -166,8 +166,7 @@ inline std::string Difference(const std::vector<std::string>& list,
   std::ranges::set_difference(list, other, std::back_inserter(only));
   std::string text;
   for (const std::string& record : only) {
-    Game game;
-    UnpackGame(record, kRecordVersion, Names::kMost, Names::kMost, game);
+    const Game game = UnpackGame(record, kRecordVersion, Names::kMost, Names::kMost);
     text += "\n    " + game.map + ", " + std::to_string(game.length) + " s, " +
             std::to_string(game.kills) + " kills, " + std::to_string(game.entrants.size()) +
             " players" + (game.timed ? "" : ", no stamps") + (game.complete ? ", complete" : "");

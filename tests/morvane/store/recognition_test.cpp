@@ -106,6 +106,7 @@ TEST(MarkGame, KnowsAGameByItsLines) {
     windows.insert(at, "\r");
   }
   EXPECT_TRUE(IsSameGame(mark(duel), mark(windows)));
+  EXPECT_TRUE(IsSameGame(mark(duel), mark(duel.substr(test::kDashes.size() + 10)))) << "torn stamp";
   EXPECT_FALSE(IsSameGame(mark(duel), mark(Duel("Ann", "Bob", 11)))) << "two games of instagib";
   EXPECT_TRUE(IsSameGame(mark(duel),
                          mark(Init() + Join(0, "Ann") + Join(1, "Bob") + Kills(4, 0, 1), true)));
