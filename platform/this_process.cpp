@@ -4,6 +4,7 @@
 #include <csignal>
 #include <execinfo.h>
 #include <fcntl.h>
+#include <malloc.h>
 #include <unistd.h>
 
 namespace platform {
@@ -20,5 +21,7 @@ void OutliveSurroundings() {
   std::array<void*, 1> frames = {};
   backtrace(frames.data(), static_cast<int>(frames.size()));
 }
+
+void GiveMemoryBack() { malloc_trim(0); }
 
 }  // namespace platform

@@ -9,4 +9,8 @@ namespace platform {
 /// and caught as ever.
 void OutliveSurroundings();
 
+/// Gives the system back what memory is free in this process, also within that which other threads
+/// have used.
+void GiveMemoryBack();
+
 }  // namespace platform

@@ -86,25 +86,26 @@ std::string CareerChart(const SiteFacts& facts, const Appearances& games) {
 }
 
 /// The last games, the earliest of them first.
-Data FormList(const SiteFacts& facts, const Appearances& games) {
+Data FormList(const SiteFacts& facts, const Appearances& games, Demand demand) {
   const std::size_t shown = std::min(games.size(), kForm);
-  Data list = List(shown);
+  List list(demand, shown);
   for (std::size_t i = games.size() - shown; i < games.size(); ++i) {
     const Label label = facts.GameLabel(games[i].game);
     const Entrant& entrant = EntrantOf(facts, games[i]);
-    Data row;
+    Object row(demand);
     SetLabel(row, label);
     Set(row, "map", facts.MapLabel(facts.MapOf(facts.statistics.games[games[i].game])).text);
     SetPlace(row, entrant);
     Set(row, "score", entrant.figures.score);
-    Append(list, std::move(row));
+    list.Append(row);
   }
-  return list;
+  return list.Done();
 }
 
-Data HighestGame(const SiteFacts& facts, std::uint32_t player, std::int64_t Counts::*figure) {
+Data HighestGame(const SiteFacts& facts, std::uint32_t player, std::int64_t Counts::*figure,
+                 Demand demand) {
   const SiteFacts::Appearance* best = HighestAppearance(facts, player, figure);
-  return best == nullptr ? Data(false) : GamePlayed(facts, *best);
+  return best == nullptr ? Data(false) : GamePlayed(facts, *best, demand).Done();
 }
 
 }  // namespace
@@ -119,9 +120,9 @@ const SiteFacts::Appearance* HighestAppearance(const SiteFacts& facts, std::uint
   return best == games.end() || value(*best) <= 0 ? nullptr : &*best;
 }
 
-Data GamePlayed(const SiteFacts& facts, const SiteFacts::Appearance& appearance) {
+Object GamePlayed(const SiteFacts& facts, const SiteFacts::Appearance& appearance, Demand demand) {
   const Entrant& entrant = EntrantOf(facts, appearance);
-  Data row = GameRow(facts, appearance.game);
+  Object row = GameRow(facts, appearance.game, demand);
   SetPlace(row, entrant);
   Set(row, "kills", entrant.figures.kills);
   Set(row, "deaths", entrant.figures.deaths);
@@ -145,13 +146,17 @@ FavouriteShares FavouriteSharesOf(const SiteFacts& facts, const Figures& figures
           Fixed(Percent(fieldUse, fieldKills), 1)};
 }
 
-void SetCareer(Data& object, const SiteFacts& facts, std::uint32_t player) {
+void SetCareer(Object& object, const SiteFacts& facts, std::uint32_t player) {
   const Appearances& games = facts.Games(player);
-  SetOptional(object, "chart", CareerChart(facts, games));
+  SetOptional(object, "chart", [&] { return CareerChart(facts, games); });
   SetFlag(object, "chart_dots", !facts.statistics.customRanking && games.size() <= kDots);
-  SetData(object, "form", FormList(facts, games));
-  SetData(object, "best_game", HighestGame(facts, player, &Counts::score));
-  SetData(object, "streak_game", HighestGame(facts, player, &Counts::killStreak));
+  SetData(object, "form", [&](Demand demand) { return FormList(facts, games, demand); });
+  const auto setHighest = [&](const VariableName& name, std::int64_t Counts::*figure) {
+    SetData(object, name,
+            [&](Demand demand) { return HighestGame(facts, player, figure, demand); });
+  };
+  setHighest("best_game", &Counts::score);
+  setHighest("streak_game", &Counts::killStreak);
   const auto [own, field] = FavouriteSharesOf(facts, facts.statistics.players[player].figures);
   SetOptional(object, "weapon_share", own);
   SetOptional(object, "weapon_field_share", field);
@@ -159,7 +164,7 @@ void SetCareer(Data& object, const SiteFacts& facts, std::uint32_t player) {
   std::ranges::copy_if(facts.Awards(), std::back_inserter(won),
                        [&](const Award& award) { return award.player == player; });
   SetFlag(object, "has_won", !won.empty());
-  SetData(object, "won_awards", AwardList(facts, won));
+  SetData(object, "won_awards", [&](Demand demand) { return AwardList(facts, won, demand); });
 }
 
 std::string RatingSpark(const SiteFacts& facts, std::uint32_t player) {
@@ -173,18 +178,14 @@ std::string RatingSpark(const SiteFacts& facts, std::uint32_t player) {
   return SparkHtml(values, ChartText(ruled ? "Rating" : "Score", values, 0));
 }
 
-Data AwardList(const SiteFacts& facts, const std::vector<Award>& awards) {
-  Data list = List(awards.size());
-  for (const Award& award : awards) {
-    Data row;
+Data AwardList(const SiteFacts& facts, const std::vector<Award>& awards, Demand demand) {
+  return Rows(awards, demand, [&](Object& row, const Award& award) {
     Set(row, "title", PageText(award.title));
     Set(row, "value", award.value);
     Set(row, "link", facts.PlayerLabel(award.player).link);
     SetOptional(row, "game_link",
                 award.game == kNobody ? std::string() : facts.GameLabel(award.game).link);
-    Append(list, std::move(row));
-  }
-  return list;
+  });
 }
 
 }  // namespace morvane

@@ -13,7 +13,7 @@ inline constexpr std::size_t kForm = 10;
 
 /// Sets what a player's games tell one after the other: `chart`, `form`, `best_game`,
 /// `streak_game`, how the favourite weapon compares, and `won_awards`.
-void SetCareer(Data& object, const SiteFacts& facts, std::uint32_t player);
+void SetCareer(Object& object, const SiteFacts& facts, std::uint32_t player);
 
 /// The game in which a figure of the player's was highest; nullptr where it was never above 0.
 const SiteFacts::Appearance* HighestAppearance(const SiteFacts& facts, std::uint32_t player,
@@ -34,9 +34,9 @@ inline constexpr std::size_t kSparkGames = 20;
 std::string RatingSpark(const SiteFacts& facts, std::uint32_t player);
 
 /// A row about a game in which kills, deaths and so on are the player's own.
-Data GamePlayed(const SiteFacts& facts, const SiteFacts::Appearance& appearance);
+Object GamePlayed(const SiteFacts& facts, const SiteFacts::Appearance& appearance, Demand demand);
 
 /// The rows of some awards.
-Data AwardList(const SiteFacts& facts, const std::vector<Award>& awards);
+Data AwardList(const SiteFacts& facts, const std::vector<Award>& awards, Demand demand);
 
 }  // namespace morvane

@@ -9,7 +9,7 @@ namespace morvane {
 /// Sets what a game's log tells of its course: the curve of the scores, the first frag, the longest
 /// run, a comeback, who came late and who left, and the feats that a mod tells. `labels`: of the
 /// game's entrants.
-void SetCourse(Data& object, const SiteFacts& facts, const Game& game,
+void SetCourse(Object& object, const SiteFacts& facts, const Game& game,
                const std::vector<Label>& labels);
 
 }  // namespace morvane

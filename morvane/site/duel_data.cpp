@@ -29,73 +29,77 @@ Kills KillsAmongFirst(const SiteFacts& facts, std::uint32_t players, std::uint16
   return kills;
 }
 
-Data MatrixRow(const SiteFacts& facts, const Kills& kills, std::uint32_t player) {
-  Data cells = List(kills.size());
+Data MatrixCells(const Kills& kills, std::uint32_t player, Demand demand) {
+  List cells(demand, kills.size());
   for (std::uint32_t other = 0; other < kills.size(); ++other) {
     const std::uint32_t own = kills[player][other];
     const std::uint32_t back = kills[other][player];
     const bool met = other != player && own + back > 0;
-    Data cell;
+    Object cell(demand);
     SetOptional(cell, "kills", met ? std::to_string(own) : std::string());
     SetOptional(cell, "deaths", met ? std::to_string(back) : std::string());
     SetFlag(cell, "ahead", met && own > back);
     SetFlag(cell, "behind", met && own < back);
-    Append(cells, std::move(cell));
+    cells.Append(cell);
   }
-  Data row;
-  SetLabel(row, facts.PlayerLabel(player));
-  SetData(row, "pairs", std::move(cells));
-  return row;
+  return cells.Done();
+}
+
+Data MatrixRows(const SiteFacts& facts, const Kills& kills, Demand demand) {
+  List rows(demand, kills.size());
+  for (std::uint32_t player = 0; player < kills.size(); ++player) {
+    Object row(demand);
+    SetLabel(row, facts.PlayerLabel(player));
+    SetData(row, "pairs", [&](Demand asked) { return MatrixCells(kills, player, asked); });
+    rows.Append(row);
+  }
+  return rows.Done();
 }
 
 }  // namespace
 
 std::vector<Duel> FiercestDuels(const Statistics& statistics) {
   std::vector<Duel> duels;
+  const auto keepMost = [&] {
+    std::ranges::stable_sort(duels, std::ranges::greater(), &Duel::Kills);
+    duels.resize(std::min(duels.size(), kMostDuels));
+  };
   for (const Pair& pair : statistics.pairs) {
     const Pair* reverse = FindPair(statistics.pairs, pair.victim, pair.killer);
     const std::uint32_t back = reverse == nullptr ? 0 : reverse->kills;
     const bool counted = pair.kills > back || (pair.kills == back && pair.killer < pair.victim);
     if (counted && pair.kills > 0 && pair.killer != pair.victim) duels.push_back({pair, back});
+    if (duels.size() == 64 * kMostDuels) keepMost();
   }
-  std::stable_sort(duels.begin(), duels.end(), [](const Duel& left, const Duel& right) {
-    return left.Kills() > right.Kills();
-  });
-  if (duels.size() > kMostDuels) duels.resize(kMostDuels);
+  keepMost();
   return duels;
 }
 
-Data WeaponsBetween(const SiteFacts& facts, std::uint32_t player, std::uint32_t other) {
-  const std::vector<WeaponDuels::Balance> weapons = facts.Duels().Between(player, other);
-  Data list = List(weapons.size());
-  for (const WeaponDuels::Balance& use : weapons) {
-    Data row;
-    Set(row, "name", WeaponText(facts, use.weapon));
-    Set(row, "kills", use.kills);
-    Set(row, "deaths", use.deaths);
-    Append(list, std::move(row));
-  }
-  return list;
+Data WeaponsBetween(const SiteFacts& facts, std::uint32_t player, std::uint32_t other,
+                    Demand demand) {
+  return Rows(facts.Duels().Between(player, other), demand,
+              [&](Object& row, const WeaponDuels::Balance& use) {
+                Set(row, "name", [&] { return WeaponText(facts, use.weapon); });
+                Set(row, "kills", use.kills);
+                Set(row, "deaths", use.deaths);
+              });
 }
 
-Data DuelList(const SiteFacts& facts) {
-  const std::vector<Duel> duels = FiercestDuels(facts.statistics);
-  Data list = List(duels.size());
-  for (const Duel& duel : duels) {
-    Data row;
+Data DuelList(const SiteFacts& facts, Demand demand) {
+  return Rows(FiercestDuels(facts.statistics), demand, [&](Object& row, const Duel& duel) {
     Set(row, "winner_link", facts.PlayerLabel(duel.one.killer).link);
     Set(row, "loser_link", facts.PlayerLabel(duel.one.victim).link);
     Set(row, "winner_kills", duel.one.kills);
     Set(row, "loser_kills", duel.back);
     Set(row, "kills", duel.Kills());
     SetPercent(row, "winner_percent", duel.one.kills, duel.Kills());
-    SetData(row, "duel_weapons", WeaponsBetween(facts, duel.one.killer, duel.one.victim));
-    Append(list, std::move(row));
-  }
-  return list;
+    SetData(row, "duel_weapons", [&](Demand asked) {
+      return WeaponsBetween(facts, duel.one.killer, duel.one.victim, asked);
+    });
+  });
 }
 
-Data DuelTables(const SiteFacts& facts) {
+Data DuelTables(const SiteFacts& facts, Demand demand) {
   const auto players = static_cast<std::uint32_t>(
       std::min<std::size_t>(facts.statistics.players.size(), kMostInMatrix));
   std::vector<std::uint16_t> weapons = {Names::kUnknown};
@@ -103,21 +107,18 @@ Data DuelTables(const SiteFacts& facts) {
        JoinSplash(facts.statistics.summary.figures.weapons, facts.splashOf)) {
     if (use.kills > 0 && weapons.size() <= kMostWeapons) weapons.push_back(use.weapon);
   }
-  Data tables = List(weapons.size());
+  List tables(demand, weapons.size());
   for (std::size_t i = 0; i < weapons.size() && players > 1; ++i) {
-    const Kills kills = KillsAmongFirst(facts, players, weapons[i]);
-    Data rows = List(players);
-    for (std::uint32_t player = 0; player < players; ++player) {
-      Append(rows, MatrixRow(facts, kills, player));
-    }
-    Data table;
+    Object table(demand);
     Set(table, "number", i);
     SetFlag(table, "is_first", i == 0);
     Set(table, "name", i == 0 ? "All weapons" : WeaponText(facts, weapons[i]));
-    SetData(table, "rivals", std::move(rows));
-    Append(tables, std::move(table));
+    SetData(table, "rivals", [&](Demand asked) {
+      return MatrixRows(facts, KillsAmongFirst(facts, players, weapons[i]), asked);
+    });
+    tables.Append(table);
   }
-  return tables;
+  return tables.Done();
 }
 
 }  // namespace morvane

@@ -18,13 +18,14 @@ struct Duel {
 std::vector<Duel> FiercestDuels(const Statistics& statistics);
 
 /// The weapons with which two players killed each other; the kills are those of the first.
-Data WeaponsBetween(const SiteFacts& facts, std::uint32_t player, std::uint32_t other);
+Data WeaponsBetween(const SiteFacts& facts, std::uint32_t player, std::uint32_t other,
+                    Demand demand);
 
 /// Those pairs as rows, each with its weapons.
-Data DuelList(const SiteFacts& facts);
+Data DuelList(const SiteFacts& facts, Demand demand);
 
 /// Who is ahead of whom among the first players: a table with all weapons, and one for each of
 /// those used most.
-Data DuelTables(const SiteFacts& facts);
+Data DuelTables(const SiteFacts& facts, Demand demand);
 
 }  // namespace morvane

@@ -21,21 +21,30 @@ double KillsPerHour(const Player& player) {
   return Per(player.timed.kills, Hours(player.timed.seconds));
 }
 
-void SetRival(Data& object, const char* name, const Rival& rival, const RivalLabel& label) {
-  const std::string prefix = name;
+struct RivalNames {
+  VariableName name;
+  VariableName link;
+  VariableName kills;
+};
+constexpr RivalNames kNemesis = {"nemesis", "nemesis_link", "nemesis_kills"};
+constexpr RivalNames kVictim = {"victim", "victim_link", "victim_kills"};
+
+void SetRival(Object& object, const RivalNames& names, const Rival& rival,
+              const RivalLabel& label) {
   const bool known = rival.index != kNobody && rival.count > 0;
-  SetOptional(object, name, known ? label(rival.index).text : std::string());
-  SetOptional(object, (prefix + "_link").c_str(), known ? label(rival.index).link : std::string());
-  Set(object, (prefix + "_kills").c_str(), known ? rival.count : 0U);
+  SetOptional(object, names.name, [&] { return known ? label(rival.index).text : std::string(); });
+  SetOptional(object, names.link, [&] { return known ? label(rival.index).link : std::string(); });
+  Set(object, names.kills, known ? rival.count : 0U);
 }
 
 /// One figure by a unit: kills_per_game, kills_per_hour and so on; not there for 0 units.
-void SetRates(Data& object, const char* unit, const Counts& counts, double units) {
+void SetRates(Object& object, const char* unit, const Counts& counts, double units) {
   for (const Counter& counter : kCounters) {
     if (counter.rate == nullptr) continue;
     const std::string name = std::string(counter.rate) + "_per_" + unit;
     const auto count = static_cast<double>(counts.*counter.member);
-    SetOptional(object, name.c_str(), units > 0 ? Fixed(count / units, 2) : std::string());
+    SetOptional(object, VariableName(name),
+                [&] { return units > 0 ? Fixed(count / units, 2) : std::string(); });
   }
 }
 
@@ -43,7 +52,7 @@ std::string Rating(const SiteFacts& facts, const Player& player) {
   return Fixed(player.rating, facts.statistics.customRanking ? 1 : 0);
 }
 
-void SetGames(Data& object, const Player& player) {
+void SetGames(Object& object, const Player& player) {
   const auto times = [&](std::size_t place) {
     return place < player.placings.size() ? player.placings[place] : 0U;
   };
@@ -57,12 +66,12 @@ void SetGames(Data& object, const Player& player) {
   Set(object, "third", times(2));
 }
 
-void SetBars(Data& object, const Player& player, const Highest& highest) {
+void SetBars(Object& object, const Player& player, const Highest& highest) {
   for (const auto& [name, text] : BarsOf(player, highest)) Set(object, name, text);
 }
 
 /// How the rank has changed since before the last evening, and the curve of the last games.
-void SetMovement(Data& object, const SiteFacts& facts, const Player& player) {
+void SetMovement(Object& object, const SiteFacts& facts, const Player& player) {
   const std::uint32_t before = facts.RankBefore(player.player);
   const std::uint32_t now = facts.statistics.players[player.player].rank;
   const bool known = facts.evening.first > 0 && now > 0;
@@ -70,12 +79,12 @@ void SetMovement(Data& object, const SiteFacts& facts, const Player& player) {
   SetOptional(object, "rank_up", known && before > now ? std::to_string(before - now) : "");
   SetOptional(object, "rank_down",
               known && before > 0 && before < now ? std::to_string(now - before) : "");
-  SetOptional(object, "spark", RatingSpark(facts, player.player));
+  SetOptional(object, "spark", [&] { return RatingSpark(facts, player.player); });
 }
 
-void SetSeen(Data& object, const SiteFacts& facts, const Seen& seen) {
-  SetTime(object, facts, "first_seen", seen.first, seen.firstDated);
-  SetTime(object, facts, "last_seen", seen.last, seen.lastDated);
+void SetSeen(Object& object, const SiteFacts& facts, const Seen& seen) {
+  SetTime(object, facts, kFirstSeen, seen.first, seen.firstDated);
+  SetTime(object, facts, kLastSeen, seen.last, seen.lastDated);
 }
 
 std::string WeaponName(const SiteFacts& facts, std::uint16_t weapon) {
@@ -99,36 +108,32 @@ WeaponSums SumsOf(const std::vector<WeaponUse>& weapons) {
   return sums;
 }
 
-Data WeaponRows(const SiteFacts& facts, const std::vector<WeaponUse>& weapons,
+Data WeaponRows(const SiteFacts& facts, const std::vector<WeaponUse>& weapons, Demand demand,
                 std::string (*name)(const SiteFacts&, std::uint16_t)) {
   const WeaponSums sums = SumsOf(weapons);
-  Data rows = List(weapons.size());
-  for (const WeaponUse& use : weapons) {
-    Data row;
-    Set(row, "name", name(facts, use.weapon));
+  return Rows(weapons, demand, [&](Object& row, const WeaponUse& use) {
+    Set(row, "name", [&] { return name(facts, use.weapon); });
     Set(row, "kills", use.kills);
     Set(row, "deaths", use.deaths);
     SetPercent(row, "kills_percent", use.kills, sums.mostKills);
     SetPercent(row, "deaths_percent", use.deaths, sums.mostDeaths);
     SetPercent(row, "share", use.kills, sums.allKills);
-    Append(rows, std::move(row));
-  }
-  return rows;
+  });
 }
 
 }  // namespace
 
-void SetDuration(Data& object, std::int64_t seconds, bool isKnown) {
-  SetOptional(object, "time", isKnown ? Duration(seconds) : std::string());
+void SetDuration(Object& object, std::int64_t seconds, bool isKnown) {
+  SetOptional(object, "time", [&] { return isKnown ? Duration(seconds) : std::string(); });
   Set(object, "seconds", seconds);
 }
 
-void SetTime(Data& object, const SiteFacts& facts, const std::string& name, std::int64_t seconds,
+void SetTime(Object& object, const SiteFacts& facts, const TimeNames& names, std::int64_t seconds,
              Dated dated) {
-  SetOptional(object, name.c_str(), facts.time.Text(seconds));
-  Set(object, (name + "_seconds").c_str(), seconds);
-  SetFlag(object, (name + "_reckoned").c_str(), dated == Dated::kReckoned);
-  SetFlag(object, (name + "_not_after").c_str(), dated == Dated::kNotAfter);
+  SetOptional(object, names.text, [&] { return facts.time.Text(seconds); });
+  Set(object, names.seconds, seconds);
+  SetFlag(object, names.reckoned, dated == Dated::kReckoned);
+  SetFlag(object, names.notAfter, dated == Dated::kNotAfter);
 }
 
 std::string TimeText(const SiteFacts& facts, std::int64_t seconds, Dated dated) {
@@ -153,39 +158,55 @@ double Ratio(const Figures& figures) {
          static_cast<double>(std::max<std::int64_t>(figures.deaths, 1));
 }
 
-void SetFigures(Data& object, const SiteFacts& facts, const Figures& figures, bool isTimed,
+void SetFigures(Object& object, const SiteFacts& facts, const Figures& figures, bool isTimed,
                 const RivalLabel& rival) {
-  for (const Counter& counter : kCounters) Set(object, counter.name, figures.*counter.member);
+  for (const Counter& counter : kCounters) {
+    Set(object, VariableName(std::string_view(counter.name)), figures.*counter.member);
+  }
   Set(object, "net", figures.kills - figures.deaths);
   SetDecimal(object, "ratio", Ratio(figures));
   SetPercent(object, "efficiency", figures.kills, figures.kills + figures.deaths);
   SetDuration(object, figures.seconds, isTimed);
-  SetOptional(object, "weapon", FavouriteWeapon(facts, figures.weapons));
-  SetRival(object, "nemesis", figures.nemesis, rival);
-  SetRival(object, "victim", figures.favouriteVictim, rival);
+  SetOptional(object, "weapon", [&] { return FavouriteWeapon(facts, figures.weapons); });
+  SetRival(object, kNemesis, figures.nemesis, rival);
+  SetRival(object, kVictim, figures.favouriteVictim, rival);
 }
 
-void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>& weapons,
-             const std::vector<ItemCount>& items) {
-  const std::vector<WeaponUse> joined = JoinSplash(weapons, facts.splashOf);
-  Data itemRows = List(items.size());
-  for (const ItemCount& item : items) {
-    Data row;
-    Set(row, "name", PageText(ItemTitle(facts.statistics.vocabulary.items[item.item])));
+Data WeaponList(const SiteFacts& facts, const std::vector<WeaponUse>& weapons, Demand demand) {
+  return WeaponRows(facts, weapons, demand, WeaponName);
+}
+
+Data JoinedWeaponList(const SiteFacts& facts, const std::vector<WeaponUse>& weapons,
+                      Demand demand) {
+  return WeaponRows(facts, JoinSplash(weapons, facts.splashOf), demand, WeaponText);
+}
+
+bool HasSplash(const SiteFacts& facts, const std::vector<WeaponUse>& weapons) {
+  return JoinSplash(weapons, facts.splashOf).size() < weapons.size();
+}
+
+Data ItemList(const SiteFacts& facts, const std::vector<ItemCount>& items, Demand demand) {
+  return Rows(items, demand, [&](Object& row, const ItemCount& item) {
+    const std::string& name = facts.statistics.vocabulary.items[item.item];
+    Set(row, "name", [&] { return PageText(ItemTitle(name)); });
     Set(row, "count", item.count);
     SetPercent(row, "count_percent", item.count, items.front().count);
-    Append(itemRows, std::move(row));
-  }
+  });
+}
+
+void SetUses(Object& object, const SiteFacts& facts, const std::vector<WeaponUse>& weapons,
+             const std::vector<ItemCount>& items) {
   SetFlag(object, "has_weapons", !weapons.empty());
   SetFlag(object, "has_items", !items.empty());
-  SetFlag(object, "has_splash", joined.size() < weapons.size());
-  SetData(object, "weapons", WeaponRows(facts, weapons, WeaponName));
-  SetData(object, "joined_weapons", WeaponRows(facts, joined, WeaponText));
-  SetData(object, "items", std::move(itemRows));
+  SetData(object, "has_splash", [&](Demand) { return Data(HasSplash(facts, weapons)); });
+  SetData(object, "weapons", [&](Demand demand) { return WeaponList(facts, weapons, demand); });
+  SetData(object, "joined_weapons",
+          [&](Demand demand) { return JoinedWeaponList(facts, weapons, demand); });
+  SetData(object, "items", [&](Demand demand) { return ItemList(facts, items, demand); });
 }
 
 std::array<Bar, 7> BarsOf(const Player& player, const Highest& highest) {
-  const auto bar = [](const char* name, auto part, auto whole) {
+  const auto bar = [](const VariableName& name, auto part, auto whole) {
     return Bar{name, ShareText(static_cast<double>(part), static_cast<double>(whole))};
   };
   const Figures& figures = player.figures;
@@ -213,13 +234,13 @@ Highest HighestOf(const std::vector<Player>& players) {
   return highest;
 }
 
-Data PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<Player>& rivals,
-               const Highest& highest) {
-  Data row;
+Object PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<Player>& rivals,
+                 const Highest& highest, Demand demand) {
+  Object row(demand);
   SetLabel(row, facts.PlayerLabel(player.player));
   SetFlag(row, "ranked", player.ranked);
   SetOptional(row, "rank", player.ranked ? std::to_string(player.rank) : std::string());
-  Set(row, "rating", Rating(facts, player));
+  Set(row, "rating", [&] { return Rating(facts, player); });
   SetFigures(
       row, facts, player.figures, player.timed.games > 0,
       [&](std::uint32_t index) -> const Label& { return facts.PlayerLabel(rivals[index].player); });
@@ -233,27 +254,28 @@ Data PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<P
   return row;
 }
 
-Data PlayerList(const SiteFacts& facts, const std::vector<Player>& players, std::size_t first,
-                std::size_t end) {
+Data PlayerList(const SiteFacts& facts, const std::vector<Player>& players, Demand demand,
+                std::size_t first, std::size_t end) {
   const Highest highest = HighestOf(players);
   end = std::min(end, players.size());
-  Data list = List(end - first);
+  List list(demand, end - first);
   for (std::size_t i = first; i < end; ++i) {
-    Append(list, PlayerRow(facts, players[i], players, highest));
+    list.Append(PlayerRow(facts, players[i], players, highest, demand));
   }
-  return list;
+  return list.Done();
 }
 
-Data SummaryData(const SiteFacts& facts, const Summary& summary) {
-  Data object;
+Data SummaryData(const SiteFacts& facts, const Summary& summary, Demand demand) {
+  Object object(demand);
   Set(object, "games", Grouped(summary.games));
   SetOptional(object, "time", summary.timedGames > 0 ? Duration(summary.seconds) : std::string());
   for (const Counter& counter : kCounters) {
     if (counter.summary == nullptr) continue;
-    Set(object, counter.summary, Grouped(summary.figures.*counter.member));
+    Set(object, VariableName(std::string_view(counter.summary)),
+        Grouped(summary.figures.*counter.member));
   }
   SetSeen(object, facts, summary.seen);
-  return object;
+  return object.Done();
 }
 
 }  // namespace morvane

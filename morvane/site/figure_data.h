@@ -15,15 +15,29 @@ using RivalLabel = std::function<const Label&(std::uint32_t)>;
 
 /// Sets the variables of kills, deaths, time, streaks, favourites and so on. `isTimed`: the time
 /// played is known.
-void SetFigures(Data& object, const SiteFacts& facts, const Figures& figures, bool isTimed,
+void SetFigures(Object& object, const SiteFacts& facts, const Figures& figures, bool isTimed,
                 const RivalLabel& rival);
 
 /// Sets `time` and `seconds`; a time that is not known is not there.
-void SetDuration(Data& object, std::int64_t seconds, bool isKnown);
+void SetDuration(Object& object, std::int64_t seconds, bool isKnown);
 
-/// Sets a point of time: the variable NAME, which is not there when it is not known,
-/// NAME_seconds, and the flags that tell how well it is known.
-void SetTime(Data& object, const SiteFacts& facts, const std::string& name, std::int64_t seconds,
+/// The variables of a point of time.
+struct TimeNames {
+  VariableName text;
+  VariableName seconds;
+  VariableName reckoned;
+  VariableName notAfter;
+};
+inline constexpr TimeNames kStartTime = {"start", "start_seconds", "start_reckoned",
+                                         "start_not_after"};
+inline constexpr TimeNames kFirstSeen = {"first_seen", "first_seen_seconds", "first_seen_reckoned",
+                                         "first_seen_not_after"};
+inline constexpr TimeNames kLastSeen = {"last_seen", "last_seen_seconds", "last_seen_reckoned",
+                                        "last_seen_not_after"};
+
+/// Sets a point of time: the text, which is not there when it is not known, the seconds, and the
+/// flags that tell how well it is known.
+void SetTime(Object& object, const SiteFacts& facts, const TimeNames& names, std::int64_t seconds,
              Dated dated);
 
 /// A point of time with the mark that tells how well it is known; empty when it is not.
@@ -35,9 +49,15 @@ std::string WeaponText(const SiteFacts& facts, std::uint16_t weapon);
 /// The weapon with most kills, splash included; empty without kills.
 std::string FavouriteWeapon(const SiteFacts& facts, const std::vector<WeaponUse>& weapons);
 
+Data WeaponList(const SiteFacts& facts, const std::vector<WeaponUse>& weapons, Demand demand);
+/// With the splash of a weapon as its own.
+Data JoinedWeaponList(const SiteFacts& facts, const std::vector<WeaponUse>& weapons, Demand demand);
+bool HasSplash(const SiteFacts& facts, const std::vector<WeaponUse>& weapons);
+Data ItemList(const SiteFacts& facts, const std::vector<ItemCount>& items, Demand demand);
+
 /// Sets the lists `weapons`, `joined_weapons` and `items` of one who has figures, or of a summary,
 /// and whether they hold anything.
-void SetUses(Data& object, const SiteFacts& facts, const std::vector<WeaponUse>& weapons,
+void SetUses(Object& object, const SiteFacts& facts, const std::vector<WeaponUse>& weapons,
              const std::vector<ItemCount>& items);
 
 /// Kills per death; a death that has not come yet counts as one.
@@ -60,14 +80,14 @@ std::array<Bar, 7> BarsOf(const Player& player, const Highest& highest);
 
 /// A row about a player: the name and all its figures, measured against those of the list.
 /// `rivals`: the list that the player's rivals are indices of.
-Data PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<Player>& rivals,
-               const Highest& highest);
+Object PlayerRow(const SiteFacts& facts, const Player& player, const std::vector<Player>& rivals,
+                 const Highest& highest, Demand demand);
 
 /// Rows `first` to before `end` of the list, ranked players first.
-Data PlayerList(const SiteFacts& facts, const std::vector<Player>& players, std::size_t first = 0,
-                std::size_t end = SIZE_MAX);
+Data PlayerList(const SiteFacts& facts, const std::vector<Player>& players, Demand demand,
+                std::size_t first = 0, std::size_t end = SIZE_MAX);
 
 /// The object `summary` over games, and its lists.
-Data SummaryData(const SiteFacts& facts, const Summary& summary);
+Data SummaryData(const SiteFacts& facts, const Summary& summary, Demand demand);
 
 }  // namespace morvane

@@ -43,7 +43,7 @@ std::string WinnerHtml(const SiteFacts& facts, const Game& game) {
   return facts.EntrantLabel(*winner).link;
 }
 
-void SetTeams(Data& row, const Game& game) {
+void SetTeams(Object& row, const Game& game) {
   SetFlag(row, "team_game", game.teams);
   SetFlag(row, "has_team_scores", game.hasTeamScores);
   const bool isKnown = game.hasTeamScores || (game.teams && ScoresAreFrags(game.type));
@@ -84,52 +84,62 @@ void AddReign(std::vector<Reign>& reigns, std::uint32_t leader, std::uint32_t se
   }
 }
 
-Data LeadStep(const Labels& labels, const Game& game, const LeadChange& change, std::uint32_t end) {
-  Data step;
-  SetLabel(step, LeaderLabel(labels, game, change.leader));
-  Set(step, "from", Duration(change.second));
-  Set(step, "to", Duration(end));
-  SetPercent(step, "start_percent", change.second, game.length);
-  SetPercent(step, "width_percent", end - change.second, game.length);
-  Set(step, "score", change.score);
-  return step;
-}
+/// A part of a game in which one held the lead.
+struct Step {
+  const LeadChange* change;
+  std::uint32_t end;
+};
 
-/// `lead`: the steps; `leaders`: who led, longest first. False flags where nothing is known.
-void SetLead(Data& object, const Labels& labels, const Game& game) {
-  Data steps = List(game.lead.size());
-  std::vector<Reign> reigns;
+/// The parts in which somebody is to be shown, in the order of play.
+std::vector<Step> StepsOf(const Game& game) {
+  std::vector<Step> steps;
   for (std::size_t i = 0; i < game.lead.size() && game.timed; ++i) {
     const LeadChange& change = game.lead[i];
     const std::uint32_t next = i + 1 < game.lead.size() ? game.lead[i + 1].second : game.length;
     const std::uint32_t end = std::clamp(next, change.second, std::max(game.length, change.second));
-    if (end == change.second || change.leader == kLeftOut) continue;
-    Data step = LeadStep(labels, game, change, end);
-    Set(step, "tone", ToneOf(game, change.leader));
-    Append(steps, std::move(step));
-    AddReign(reigns, change.leader, end - change.second);
+    if (end > change.second && change.leader != kLeftOut) steps.push_back({&change, end});
   }
+  return steps;
+}
+
+/// Who led, longest first.
+std::vector<Reign> ReignsOf(const std::vector<Step>& steps) {
+  std::vector<Reign> reigns;
+  for (const auto& [change, end] : steps) AddReign(reigns, change->leader, end - change->second);
   std::stable_sort(reigns.begin(), reigns.end(), [](const Reign& left, const Reign& right) {
     return left.seconds > right.seconds;
   });
-  Data leaders = List(reigns.size());
-  for (const Reign& reign : reigns) {
-    Data leader;
-    SetLabel(leader, LeaderLabel(labels, game, reign.leader));
-    Set(leader, "tone", ToneOf(game, reign.leader));
-    Set(leader, "time", Duration(reign.seconds));
-    SetPercent(leader, "percent", reign.seconds, game.length);
-    Append(leaders, std::move(leader));
-  }
-  SetFlag(object, "has_lead", steps.is_non_empty_list());
-  SetData(object, "lead", std::move(steps));
-  SetData(object, "leaders", std::move(leaders));
+  return reigns;
 }
 
-Data EntrantRow(const SiteFacts& facts, const Game& game, const Labels& labels, std::size_t index,
-                const Figures& most) {
+/// `lead`: the steps; `leaders`: who led, longest first. False flags where nothing is known.
+void SetLead(Object& object, const Labels& labels, const Game& game) {
+  const std::vector<Step> steps = StepsOf(game);
+  SetFlag(object, "has_lead", !steps.empty());
+  SetRows(object, "lead", steps, [&](Object& row, const Step& step) {
+    const LeadChange& change = *step.change;
+    SetLabel(row, LeaderLabel(labels, game, change.leader));
+    Set(row, "from", Duration(change.second));
+    Set(row, "to", Duration(step.end));
+    SetPercent(row, "start_percent", change.second, game.length);
+    SetPercent(row, "width_percent", step.end - change.second, game.length);
+    Set(row, "score", change.score);
+    Set(row, "tone", ToneOf(game, change.leader));
+  });
+  SetData(object, "leaders", [&](Demand demand) {
+    return Rows(ReignsOf(steps), demand, [&](Object& row, const Reign& reign) {
+      SetLabel(row, LeaderLabel(labels, game, reign.leader));
+      Set(row, "tone", ToneOf(game, reign.leader));
+      Set(row, "time", Duration(reign.seconds));
+      SetPercent(row, "percent", reign.seconds, game.length);
+    });
+  });
+}
+
+Object EntrantRow(const SiteFacts& facts, const Game& game, const Labels& labels, std::size_t index,
+                  const Figures& most, Demand demand) {
   const Entrant& entrant = game.entrants[index];
-  Data row;
+  Object row(demand);
   SetLabel(row, labels[index]);
   SetPlace(row, entrant);
   SetFigures(row, facts, entrant.figures, game.timed,
@@ -142,18 +152,18 @@ Data EntrantRow(const SiteFacts& facts, const Game& game, const Labels& labels, 
   return row;
 }
 
-Data Entrants(const SiteFacts& facts, const Game& game, const Labels& labels) {
+Data Entrants(const SiteFacts& facts, const Game& game, const Labels& labels, Demand demand) {
   Figures most;
   for (const Entrant& entrant : game.entrants) {
     most.kills = std::max(most.kills, entrant.figures.kills);
     most.deaths = std::max(most.deaths, entrant.figures.deaths);
     most.score = std::max(most.score, entrant.figures.score);
   }
-  Data rows = List(labels.size());
+  List rows(demand, labels.size());
   for (std::size_t i = 0; i < labels.size(); ++i) {
-    Append(rows, EntrantRow(facts, game, labels, i, most));
+    rows.Append(EntrantRow(facts, game, labels, i, most, demand));
   }
-  return rows;
+  return rows.Done();
 }
 
 Labels LabelsOf(const SiteFacts& facts, const Game& game) {
@@ -163,10 +173,11 @@ Labels LabelsOf(const SiteFacts& facts, const Game& game) {
   return labels;
 }
 
-Data GameTable(const SiteFacts& facts, const Game& game, const Labels& labels) {
-  return KillTableData(facts.settings, game.entrants, game.pairs, [&](const Entrant& entrant) {
-    return labels[static_cast<std::size_t>(&entrant - game.entrants.data())];
-  });
+Data GameTable(const SiteFacts& facts, const Game& game, const Labels& labels, Demand demand) {
+  return KillTableData(facts.settings, game.entrants, game.pairs, demand,
+                       [&](const Entrant& entrant) {
+                         return labels[static_cast<std::size_t>(&entrant - game.entrants.data())];
+                       });
 }
 
 /// The kills and deaths by weapon of all players of a game.
@@ -177,79 +188,80 @@ std::vector<WeaponUse> WeaponsOf(const Game& game) {
   return weapons;
 }
 
-Data Neighbour(const SiteFacts& facts, std::uint32_t game) {
+Data Neighbour(const SiteFacts& facts, std::uint32_t game, Demand demand) {
   if (game >= facts.statistics.games.size()) return Data(false);
   const Label label = facts.GameLabel(game);
   if (label.page.empty()) return Data(false);
-  Data object;
+  Object object(demand);
   SetLabel(object, label);
-  return object;
+  return object.Done();
 }
 
 }  // namespace
 
-void SetPlace(Data& object, const Entrant& entrant) {
+void SetPlace(Object& object, const Entrant& entrant) {
   SetOptional(object, "place", entrant.place == 0 ? std::string() : std::to_string(entrant.place));
   SetFlag(object, "winner", entrant.winner);
-  SetOptional(object, "team", TeamName(entrant.team));
+  SetOptional(object, "team", std::string(TeamName(entrant.team)));
 }
 
-Data GameRow(const SiteFacts& facts, std::uint32_t index) {
+Object GameRow(const SiteFacts& facts, std::uint32_t index, Demand demand) {
   const Game& game = facts.statistics.games[index];
   const Label& map = facts.MapLabel(facts.MapOf(game));
-  Data row;
+  Object row(demand);
   SetLabel(row, facts.GameLabel(index));
   Set(row, "number", game.number);
   Set(row, "map", map.text);
   Set(row, "map_link", map.link);
-  Set(row, "type", PageText(GameTypeName(game.type)));
+  Set(row, "type", [&] { return PageText(GameTypeName(game.type)); });
   Set(row, "type_number", game.type);
-  SetTime(row, facts, "start", game.start, game.dated);
-  SetOptional(row, "length", game.timed ? Duration(game.length) : std::string());
+  SetTime(row, facts, kStartTime, game.start, game.dated);
+  SetOptional(row, "length", [&] { return game.timed ? Duration(game.length) : std::string(); });
   Set(row, "seconds", game.length);
   SetFlag(row, "complete", game.complete);
-  SetOptional(row, "exit", PageText(game.exitReason));
+  SetOptional(row, "exit", [&] { return PageText(game.exitReason); });
   Set(row, "player_count", game.entrants.size());
   Set(row, "kills", game.frags);
   Set(row, "deaths", game.kills);
   SetTeams(row, game);
-  SetOptional(row, "winner_link", WinnerHtml(facts, game));
+  SetOptional(row, "winner_link", [&] { return WinnerHtml(facts, game); });
   return row;
 }
 
-Data GameData(const SiteFacts& facts, std::uint32_t index) {
+Object GameData(const SiteFacts& facts, std::uint32_t index, Demand demand) {
   const Game& game = facts.statistics.games[index];
   const Labels labels = LabelsOf(facts, game);
-  Data object = GameRow(facts, index);
+  Object object = GameRow(facts, index, demand);
   SetFlag(object, "has_reckoned", game.dated == Dated::kReckoned);
   SetFlag(object, "has_not_after", game.dated == Dated::kNotAfter);
   SetFlag(object, "has_players", !game.entrants.empty());
-  SetData(object, "players", Entrants(facts, game, labels));
-  SetData(object, "kill_table", GameTable(facts, game, labels));
+  SetData(object, "players", [&](Demand asked) { return Entrants(facts, game, labels, asked); });
+  SetData(object, "kill_table",
+          [&](Demand asked) { return GameTable(facts, game, labels, asked); });
   SetUses(object, facts, WeaponsOf(game), {});
   SetLead(object, labels, game);
   SetCourse(object, facts, game, labels);
-  SetData(object, "previous", Neighbour(facts, index - 1));
-  SetData(object, "next", Neighbour(facts, index + 1));
+  SetData(object, "previous", [&](Demand asked) { return Neighbour(facts, index - 1, asked); });
+  SetData(object, "next", [&](Demand asked) { return Neighbour(facts, index + 1, asked); });
   return object;
 }
 
-Data GameList(const SiteFacts& facts, std::size_t first, std::size_t end) {
-  Data list = List(end - first);
+Data GameList(const SiteFacts& facts, std::size_t first, std::size_t end, Demand demand) {
+  List list(demand, end - first);
   for (std::size_t game = end; game > first; --game) {
-    Append(list, GameRow(facts, static_cast<std::uint32_t>(game - 1)));
+    list.Append(GameRow(facts, static_cast<std::uint32_t>(game - 1), demand));
   }
-  return list;
+  return list.Done();
 }
 
-Data LatestGames(const SiteFacts& facts, const std::vector<std::uint32_t>& games,
-                 std::size_t most) {
+Data LatestGames(const SiteFacts& facts, const std::vector<std::uint32_t>& games, std::size_t most,
+                 Demand demand) {
   const std::size_t shown = std::min(most, games.size());
-  Data list = List(shown);
+  List list(demand, shown);
   for (std::size_t i = 0; i < shown; ++i) {
-    Append(list, GameRow(facts, games[games.size() - 1 - i]));
+    list.Append(GameRow(facts, games[games.size() - 1 - i], demand));
   }
-  return list;
+  return list.Done();
 }
 
 }  // namespace morvane

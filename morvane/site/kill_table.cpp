@@ -39,8 +39,9 @@ std::uint32_t ColumnTotal(const CountTable& table, std::size_t column) {
 
 /// A game has hundreds of cells and a site thousands of games, so a cell holds no flags for what it
 /// has not; nothing further out has variables of these names.
-Data Cell(std::int64_t count, std::size_t column, std::string_view style, bool own) {
-  Data cell;
+Object Cell(Demand demand, std::int64_t count, std::size_t column, std::string_view style,
+            bool own) {
+  Object cell(demand);
   Set(cell, "tone", column % std::tuple_size_v<decltype(SiteSettings::columnColors)>);
   if (count > 0) Set(cell, "count", count);
   if (!style.empty()) Set(cell, "style", style);
@@ -48,34 +49,48 @@ Data Cell(std::int64_t count, std::size_t column, std::string_view style, bool o
   return cell;
 }
 
-Data Row(const CountTable& table, std::size_t row, const Hilites& hilites,
-         const std::vector<std::int64_t>& own) {
-  Data cells = List(table.columns.size());
+Data Cells(const CountTable& table, std::size_t row, const Hilites& hilites,
+           const std::vector<std::int64_t>& own, Demand demand) {
+  List cells(demand, table.columns.size());
   for (std::size_t column = 0; column < table.columns.size(); ++column) {
     if (table.square && row == column) {
-      Append(cells, Cell(row < own.size() ? own[row] : 0, column, {}, true));
+      cells.Append(Cell(demand, row < own.size() ? own[row] : 0, column, {}, true));
     } else {
       const std::uint32_t count = table.counts[row][column];
-      Append(cells, Cell(count, column, hilites.Style(count), false));
+      cells.Append(Cell(demand, count, column, hilites.Style(count), false));
     }
   }
-  Data object;
-  SetLabel(object, table.rows[row]);
-  Set(object, "number", row + 1);
-  SetData(object, "cells", std::move(cells));
-  Set(object, "total", RowTotal(table, row));
-  return object;
+  return cells.Done();
 }
 
-Data Column(const SiteSettings& settings, const CountTable& table, std::size_t column) {
-  const Rgb color = settings.columnColors[column % settings.columnColors.size()];
-  Data object;
-  SetLabel(object, table.columns[column]);
-  Set(object, "number", column + 1);
-  Set(object, "color", ColorText(color));
-  Set(object, "ink", ColorText(InkOn(color)));
-  Set(object, "total", ColumnTotal(table, column));
-  return object;
+Data RowList(const SiteSettings& settings, const CountTable& table,
+             const std::vector<std::int64_t>& own, Demand demand) {
+  const Hilites hilites(settings, CellsOf(table));
+  List rows(demand, table.rows.size());
+  for (std::size_t i = 0; i < table.rows.size(); ++i) {
+    Object row(demand);
+    SetLabel(row, table.rows[i]);
+    Set(row, "number", i + 1);
+    SetData(row, "cells", [&](Demand cell) { return Cells(table, i, hilites, own, cell); });
+    Set(row, "total", [&] { return RowTotal(table, i); });
+    rows.Append(row);
+  }
+  return rows.Done();
+}
+
+Data ColumnList(const SiteSettings& settings, const CountTable& table, Demand demand) {
+  List columns(demand, table.columns.size());
+  for (std::size_t i = 0; i < table.columns.size(); ++i) {
+    const Rgb color = settings.columnColors[i % settings.columnColors.size()];
+    Object column(demand);
+    SetLabel(column, table.columns[i]);
+    Set(column, "number", i + 1);
+    Set(column, "color", ColorText(color));
+    Set(column, "ink", ColorText(InkOn(color)));
+    Set(column, "total", [&] { return ColumnTotal(table, i); });
+    columns.Append(column);
+  }
+  return columns.Done();
 }
 
 }  // namespace
@@ -119,26 +134,19 @@ CountTable PairTable(const std::vector<Label>& labels, const std::vector<Pair>& 
   return table;
 }
 
-Data TableData(const SiteSettings& settings, const CountTable& table,
+Data TableData(const SiteSettings& settings, const CountTable& table, Demand demand,
                const std::vector<std::int64_t>& own) {
   if (table.rows.empty() || table.columns.empty()) return Data(false);
-  const Hilites hilites(settings, CellsOf(table));
-  Data columns = List(table.columns.size());
-  for (std::size_t i = 0; i < table.columns.size(); ++i) {
-    Append(columns, Column(settings, table, i));
-  }
-  Data rows = List(table.rows.size());
-  std::uint32_t total = 0;
-  for (std::size_t i = 0; i < table.rows.size(); ++i) {
-    Append(rows, Row(table, i, hilites, own));
-    total += RowTotal(table, i);
-  }
-  Data object;
-  SetData(object, "columns", std::move(columns));
-  SetData(object, "rows", std::move(rows));
-  Set(object, "total", total);
+  Object object(demand);
+  SetData(object, "columns", [&](Demand asked) { return ColumnList(settings, table, asked); });
+  SetData(object, "rows", [&](Demand asked) { return RowList(settings, table, own, asked); });
+  Set(object, "total", [&] {
+    std::uint32_t total = 0;
+    for (std::size_t i = 0; i < table.rows.size(); ++i) total += RowTotal(table, i);
+    return total;
+  });
   SetOptional(object, "more", table.more == 0 ? std::string() : std::to_string(table.more));
-  return object;
+  return object.Done();
 }
 
 }  // namespace morvane

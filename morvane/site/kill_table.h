@@ -49,7 +49,7 @@ CountTable PairTable(const std::vector<Label>& labels, const std::vector<Pair>& 
 
 /// The variables of a table: `columns`, `rows` with their `cells`, totals. The diagonal of a square
 /// table shows `own` (by row) and is not highlighted. A table without rows gives a false flag.
-Data TableData(const SiteSettings& settings, const CountTable& table,
+Data TableData(const SiteSettings& settings, const CountTable& table, Demand demand,
                const std::vector<std::int64_t>& own = {});
 
 /// The variables of the table of kills among those of a list who have figures: each against each,
@@ -57,14 +57,14 @@ Data TableData(const SiteSettings& settings, const CountTable& table,
 /// list.
 template <class List, class LabelOf>
 Data KillTableData(const SiteSettings& settings, const List& list, const std::vector<Pair>& pairs,
-                   const LabelOf& labelOf) {
+                   Demand demand, const LabelOf& labelOf) {
   std::vector<Label> labels;
   std::vector<std::int64_t> suicides;
   for (const auto& entry : list) {
     labels.push_back(labelOf(entry));
     suicides.push_back(entry.figures.suicides);
   }
-  return TableData(settings, PairTable(labels, pairs), suicides);
+  return TableData(settings, PairTable(labels, pairs), demand, suicides);
 }
 
 }  // namespace morvane

@@ -10,13 +10,11 @@ namespace {
 constexpr std::size_t kNeighbours = 1;  // links on either side of the current page
 constexpr std::size_t kAllLinked = 2 * kNeighbours + 5;
 
-Data Gap() {
-  Data row;
+void SetGap(Object& row) {
   SetFlag(row, "gap", true);
   SetFlag(row, "title", false);
   SetFlag(row, "page", false);
   SetFlag(row, "current", false);
-  return row;
 }
 
 }  // namespace
@@ -67,26 +65,21 @@ std::vector<ListPages::Link> ListPages::LinksOf(std::size_t page) const {
   return links;
 }
 
-void ListPages::SetLinks(Data& object, std::size_t page,
+void ListPages::SetLinks(Object& object, std::size_t page,
                          const std::function<std::string(std::size_t)>& file) const {
-  const std::vector<Link> links = LinksOf(page);
-  Data list = List(links.size());
-  for (const auto& [isGap, other] : links) {
-    if (isGap) {
-      Append(list, Gap());
-      continue;
-    }
-    Data link;
-    SetFlag(link, "gap", false);
-    Set(link, "title", LinkTitle(other));
-    Set(link, "page", UrlText(file(Number(other))));
-    SetFlag(link, "current", other == page);
-    Append(list, std::move(link));
-  }
   SetFlag(object, "first_page", page == 0);
   SetFlag(object, "has_pages", Count() > 1);
   SetOptional(object, "page_range", Count() > 1 ? Title(page) : std::string());
-  SetData(object, "pages", std::move(list));
+  SetRows(object, "pages", LinksOf(page), [&](Object& row, const Link& link) {
+    if (link.isGap) {
+      SetGap(row);
+      return;
+    }
+    SetFlag(row, "gap", false);
+    Set(row, "title", LinkTitle(link.page));
+    Set(row, "page", UrlText(file(Number(link.page))));
+    SetFlag(row, "current", link.page == page);
+  });
 }
 
 void ListPages::AddLinks(Fingerprint& print, std::size_t page) const {

@@ -36,7 +36,7 @@ class ListPages {
 
   /// Sets `first_page`, `has_pages`, `pages` and `page_range` for a page. `file`: the file of a
   /// number.
-  void SetLinks(Data& object, std::size_t page,
+  void SetLinks(Object& object, std::size_t page,
                 const std::function<std::string(std::size_t number)>& file) const;
   /// Adds all that SetLinks sets, but for the files.
   void AddLinks(Fingerprint& print, std::size_t page) const;

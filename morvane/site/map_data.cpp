@@ -13,9 +13,9 @@ namespace {
 
 constexpr std::size_t kMostGames = 100;
 
-Data MapRow(const SiteFacts& facts, std::uint32_t index, const MostOfMaps& most) {
+Object MapRow(const SiteFacts& facts, std::uint32_t index, const MostOfMaps& most, Demand demand) {
   const Map& map = facts.statistics.maps[index];
-  Data row;
+  Object row(demand);
   SetLabel(row, facts.MapLabel(index));
   Set(row, "games_played", map.summary.games);
   SetDuration(row, map.summary.seconds, map.summary.timedGames > 0);
@@ -25,61 +25,63 @@ Data MapRow(const SiteFacts& facts, std::uint32_t index, const MostOfMaps& most)
   Set(row, "world_deaths", map.summary.figures.worldDeaths);
   Set(row, "player_count", map.players.size());
   for (const auto& [name, text] : BarsOf(map, most)) Set(row, name, text);
-  SetOptional(row, "weapon", FavouriteWeapon(facts, map.summary.figures.weapons));
+  SetOptional(row, "weapon", [&] { return FavouriteWeapon(facts, map.summary.figures.weapons); });
   SetOptional(
       row, "best_link",
       map.players.empty() ? std::string() : facts.PlayerLabel(map.players.front().player).link);
   SetOptional(
       row, "best_score",
       map.players.empty() ? std::string() : std::to_string(map.players.front().figures.score));
-  SetTime(row, facts, "last_seen", map.summary.seen.last, map.summary.seen.lastDated);
+  SetTime(row, facts, kLastSeen, map.summary.seen.last, map.summary.seen.lastDated);
   return row;
 }
 
-Data MapTable(const SiteFacts& facts, const Map& map) {
+Data MapTable(const SiteFacts& facts, const Map& map, Demand demand) {
   return KillTableData(
-      facts.settings, map.players, map.pairs,
+      facts.settings, map.players, map.pairs, demand,
       [&](const Player& player) -> const Label& { return facts.PlayerLabel(player.player); });
 }
 
 /// Who won most games on the map; a false flag where nobody did.
-Data Owner(const SiteFacts& facts, const Map& map) {
+Data Owner(const SiteFacts& facts, const Map& map, Demand demand) {
   const Player* owner = OwnerOf(map);
   if (owner == nullptr) return Data(false);
-  Data row;
+  Object row(demand);
   SetLabel(row, facts.PlayerLabel(owner->player));
   Set(row, "wins", owner->wins);
   Set(row, "games_played", owner->games);
-  return row;
+  return row.Done();
 }
 
 /// The highest score of a game on the map; a false flag where none is above 0.
-Data BestGame(const SiteFacts& facts, const Map& map) {
+Data BestGame(const SiteFacts& facts, const Map& map, Demand demand) {
   const std::optional<Play> best = BestPlay(facts.statistics, map);
   if (!best) return Data(false);
   const Entrant& entrant = facts.statistics.games[best->game].entrants[best->entrant];
-  Data row = GameRow(facts, best->game);
+  Object row = GameRow(facts, best->game, demand);
   Set(row, "player_link", facts.EntrantLabel(entrant).link);
   Set(row, "score", entrant.figures.score);
-  return row;
+  return row.Done();
 }
 
-Data Months(const SiteFacts& facts, const Map& map) {
+using MapMonths = decltype(MonthsOf({}, {}));
+
+Data MonthRows(const MapMonths& months, Demand demand) {
   constexpr std::size_t kMostMonths = 24;
-  const auto months = MonthsOf(facts.statistics, map);
   std::uint32_t most = 0;
   for (const auto& [month, played] : months) most = std::max(most, played.games);
-  Data list = List(std::min(months.size(), kMostMonths));
+  List list(demand, std::min(months.size(), kMostMonths));
+  std::size_t shown = 0;
   for (const auto& [month, played] : months) {
-    if (list.list_value().size() == kMostMonths) break;
-    Data row;
+    if (shown++ == kMostMonths) break;
+    Object row(demand);
     Set(row, "month", MonthText(month));
     Set(row, "games_played", played.games);
     SetDuration(row, played.seconds, played.seconds > 0);
     SetPercent(row, "games_percent", played.games, most);
-    Append(list, std::move(row));
+    list.Append(row);
   }
-  return list;
+  return list.Done();
 }
 
 }  // namespace
@@ -99,28 +101,33 @@ std::array<Bar, 2> BarsOf(const Map& map, const MostOfMaps& most) {
                                          static_cast<double>(most.kills))}};
 }
 
-Data MapList(const SiteFacts& facts) {
+Data MapList(const SiteFacts& facts, Demand demand) {
   const MostOfMaps most = MostOf(facts.statistics.maps);
-  Data list = List(facts.statistics.maps.size());
+  List list(demand, facts.statistics.maps.size());
   for (std::uint32_t i = 0; i < facts.statistics.maps.size(); ++i) {
-    Append(list, MapRow(facts, i, most));
+    list.Append(MapRow(facts, i, most, demand));
   }
-  return list;
+  return list.Done();
 }
 
-Data MapData(const SiteFacts& facts, std::uint32_t index) {
+Object MapData(const SiteFacts& facts, std::uint32_t index, ListPages::Range players,
+               Demand demand) {
   const Map& map = facts.statistics.maps[index];
-  Data object = MapRow(facts, index, MostOf(facts.statistics.maps));
-  SetData(object, "summary", SummaryData(facts, map.summary));
+  Object object = MapRow(facts, index, MostOf(facts.statistics.maps), demand);
+  SetData(object, "summary", [&](Demand asked) { return SummaryData(facts, map.summary, asked); });
   SetFlag(object, "has_players", !map.players.empty());
+  SetData(object, "players", [&](Demand asked) {
+    return PlayerList(facts, map.players, asked, players.first, players.end);
+  });
   SetUses(object, facts, map.summary.figures.weapons, map.summary.figures.itemCounts);
-  SetData(object, "kill_table", MapTable(facts, map));
-  SetData(object, "owner", Owner(facts, map));
-  SetData(object, "best_game", BestGame(facts, map));
-  Data months = Months(facts, map);
-  SetFlag(object, "has_months", months.is_non_empty_list());
-  SetData(object, "months", std::move(months));
-  SetData(object, "games", LatestGames(facts, map.games, kMostGames));
+  SetData(object, "kill_table", [&](Demand asked) { return MapTable(facts, map, asked); });
+  SetData(object, "owner", [&](Demand asked) { return Owner(facts, map, asked); });
+  SetData(object, "best_game", [&](Demand asked) { return BestGame(facts, map, asked); });
+  const MapMonths months = MonthsOf(facts.statistics, map);
+  SetFlag(object, "has_months", !months.empty());
+  SetData(object, "months", [&](Demand asked) { return MonthRows(months, asked); });
+  SetData(object, "games",
+          [&](Demand asked) { return LatestGames(facts, map.games, kMostGames, asked); });
   const std::size_t more = map.games.size() - std::min(map.games.size(), kMostGames);
   SetOptional(object, "more_games", more == 0 ? std::string() : std::to_string(more));
   return object;

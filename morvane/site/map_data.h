@@ -3,16 +3,17 @@
 #include <array>
 #include <cstdint>
 
+#include "morvane/site/list_pages.h"
 #include "morvane/site/site_facts.h"
 
 namespace morvane {
 
 /// The rows of all maps, as in the list of maps.
-Data MapList(const SiteFacts& facts);
+Data MapList(const SiteFacts& facts, Demand demand);
 
-/// All about one map: its row, summary, weapons, items, kill table and latest games. Not
-/// the list of its players, which may be long: see PlayerList.
-Data MapData(const SiteFacts& facts, std::uint32_t map);
+/// All about one map: its row, summary, weapons, items, kill table, latest games, and some of its
+/// players, for a list of them that is split.
+Object MapData(const SiteFacts& facts, std::uint32_t map, ListPages::Range players, Demand demand);
 
 /// The most of any map, which the bars of maps are measured against.
 struct MostOfMaps {

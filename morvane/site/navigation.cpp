@@ -19,37 +19,43 @@ void Navigation::Add(const Template& page, const PageNames& pages) {
   group.entries.push_back({page.Name(), page.Title(), UrlText(pages.Page(page.Name()))});
 }
 
-Data Navigation::EntryData(const Entry& entry, bool current) {
-  Data object;
-  Set(object, "title", entry.title);
-  Set(object, "page", entry.page);
-  SetFlag(object, "current", current);
-  return object;
+void Navigation::Fill(Object& row, const Entry& entry, bool current) {
+  Set(row, "title", entry.title);
+  Set(row, "page", entry.page);
+  SetFlag(row, "current", current);
 }
 
-Data Navigation::For(const Template& page) const {
-  Data nav = List(groups_.size());
-  Data subnav = List(0);
-  Data links;
-  for (const Group& group : groups_) {
-    const bool inGroup = group.title == page.Group();
+Data Navigation::Headings(const Template& page, Demand demand) const {
+  return Rows(groups_, demand, [&](Object& row, const Group& group) {
     Entry heading = group.entries.front();
     heading.title = group.title;
-    Append(nav, EntryData(heading, inGroup));
+    Fill(row, heading, group.title == page.Group());
+  });
+}
+
+/// Members with the names of the templates, whatever they are.
+Data Navigation::Links(ValueStore& store) const {
+  Data links = store.NewObject();
+  for (const Group& group : groups_) {
     for (const Entry& entry : group.entries) {
-      links[entry.name] = Data(entry.page);
-      const bool listed = inGroup && group.entries.size() > 1;
-      if (listed) Append(subnav, EntryData(entry, entry.name == page.Name()));
+      store.SetMember(links, VariableName(entry.name), store.Text(entry.page));
     }
   }
-  Data object;
+  return links;
+}
+
+Data Navigation::For(const Template& page, ValueStore& store) const {
+  const auto own = std::ranges::find(groups_, page.Group(), &Group::title);
+  const bool hasOthers = own != groups_.end() && own->entries.size() > 1;
+  Object object(Demand(page.Names(), store));
   Set(object, "template", page.Name());
   Set(object, "page_title", page.Title());
-  SetFlag(object, "has_subnav", subnav.is_non_empty_list());
-  SetData(object, "nav", std::move(nav));
-  SetData(object, "subnav", std::move(subnav));
-  SetData(object, "links", std::move(links));
-  return object;
+  SetFlag(object, "has_subnav", hasOthers);
+  SetData(object, "nav", [&](Demand demand) { return Headings(page, demand); });
+  SetRows(object, "subnav", hasOthers ? own->entries : std::vector<Entry>(),
+          [&](Object& row, const Entry& entry) { Fill(row, entry, entry.name == page.Name()); });
+  SetData(object, "links", [&](Demand /*demand*/) { return Links(store); });
+  return object.Done();
 }
 
 }  // namespace morvane

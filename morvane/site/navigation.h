@@ -15,8 +15,9 @@ class Navigation {
  public:
   Navigation(const SiteTemplates& templates, const PageNames& pages);
 
-  /// The variables of all pages of a template: `page_title`, `nav`, `subnav` and `links`.
-  Data For(const Template& page) const;
+  /// The variables of all pages of a template: `page_title`, `nav`, `subnav` and `links`. `store`:
+  /// where they stand.
+  Data For(const Template& page, ValueStore& store) const;
 
  private:
   struct Entry {
@@ -30,7 +31,9 @@ class Navigation {
   };
 
   void Add(const Template& page, const PageNames& pages);
-  static Data EntryData(const Entry& entry, bool current);
+  static void Fill(Object& row, const Entry& entry, bool current);
+  Data Headings(const Template& page, Demand demand) const;
+  Data Links(ValueStore& store) const;
 
   std::vector<Group> groups_;
 };

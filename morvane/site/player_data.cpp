@@ -52,37 +52,43 @@ std::vector<Opponent> Opponents(const SiteFacts& facts, std::uint32_t player) {
   return opponents;
 }
 
-/// Sets `opponents` and how many more there are.
-void SetOpponents(Data& object, const SiteFacts& facts, std::uint32_t player) {
-  const std::vector<Opponent> opponents = Opponents(facts, player);
-  const std::size_t shown = std::min(opponents.size(), kMostOpponents);
-  Data list = List(shown);
+Data OpponentRows(const SiteFacts& facts, std::uint32_t player,
+                  const std::vector<Opponent>& opponents, std::size_t shown, Demand demand) {
+  List list(demand, shown);
   for (std::size_t i = 0; i < shown; ++i) {
     const Opponent& opponent = opponents[i];
-    Data row;
+    Object row(demand);
     SetLabel(row, facts.PlayerLabel(opponent.player));
     Set(row, "kills", opponent.kills);
     Set(row, "deaths", opponent.deaths);
     Set(row, "net", std::int64_t{opponent.kills} - opponent.deaths);
     SetPercent(row, "efficiency", opponent.kills, opponent.Meetings());
     SetFlag(row, "has_duel_weapons", i < kMostWithWeapons);
-    SetData(row, "duel_weapons",
-            i < kMostWithWeapons ? WeaponsBetween(facts, player, opponent.player) : List(0));
-    Append(list, std::move(row));
+    SetData(row, "duel_weapons", [&](Demand asked) {
+      return i < kMostWithWeapons ? WeaponsBetween(facts, player, opponent.player, asked)
+                                  : Data::EmptyList();
+    });
+    list.Append(row);
   }
+  return list.Done();
+}
+
+/// Sets `opponents` and how many more there are.
+void SetOpponents(Object& object, const SiteFacts& facts, std::uint32_t player) {
+  const std::vector<Opponent> opponents = Opponents(facts, player);
+  const std::size_t shown = std::min(opponents.size(), kMostOpponents);
   SetFlag(object, "has_opponents", shown > 0);
-  SetData(object, "opponents", std::move(list));
+  SetData(object, "opponents",
+          [&](Demand demand) { return OpponentRows(facts, player, opponents, shown, demand); });
   const std::size_t more = opponents.size() - shown;
   SetOptional(object, "more_opponents", more == 0 ? std::string() : std::to_string(more));
 }
 
-Data MapsPlayed(const SiteFacts& facts, std::uint32_t player) {
-  Data list = List(facts.Maps(player).size());
-  for (const auto& [mapIndex, index] : facts.Maps(player)) {
-    const Map& map = facts.statistics.maps[mapIndex];
-    const Player& there = map.players[index];
-    Data row;
-    SetLabel(row, facts.MapLabel(mapIndex));
+Data MapsPlayed(const SiteFacts& facts, std::uint32_t player, Demand demand) {
+  return Rows(facts.Maps(player), demand, [&](Object& row, const auto& played) {
+    const Map& map = facts.statistics.maps[played.first];
+    const Player& there = map.players[played.second];
+    SetLabel(row, facts.MapLabel(played.first));
     SetOptional(row, "rank", there.ranked ? std::to_string(there.rank) : std::string());
     Set(row, "games_played", there.games);
     Set(row, "wins", there.wins);
@@ -92,30 +98,34 @@ Data MapsPlayed(const SiteFacts& facts, std::uint32_t player) {
     Set(row, "score", there.figures.score);
     SetDecimal(row, "ratio", Ratio(there.figures));
     SetDuration(row, there.figures.seconds, there.timed.games > 0);
-    Append(list, std::move(row));
+  });
+}
+
+Data GamesPlayed(const SiteFacts& facts, const std::vector<SiteFacts::Appearance>& games,
+                 std::size_t shown, Demand demand) {
+  List list(demand, shown);
+  for (std::size_t i = 0; i < shown; ++i) {
+    list.Append(GamePlayed(facts, games[games.size() - 1 - i], demand));
   }
-  return list;
+  return list.Done();
 }
 
 }  // namespace
 
-Data PlayerData(const SiteFacts& facts, std::uint32_t index, const Highest& highest) {
+Data PlayerData(const SiteFacts& facts, std::uint32_t index, const Highest& highest,
+                Demand demand) {
   const Player& player = facts.statistics.players[index];
-  Data object = PlayerRow(facts, player, facts.statistics.players, highest);
+  Object object = PlayerRow(facts, player, facts.statistics.players, highest, demand);
   SetUses(object, facts, player.figures.weapons, player.figures.itemCounts);
   SetCareer(object, facts, index);
   SetOpponents(object, facts, index);
-  SetData(object, "maps", MapsPlayed(facts, index));
+  SetData(object, "maps", [&](Demand asked) { return MapsPlayed(facts, index, asked); });
   const std::vector<SiteFacts::Appearance>& games = facts.Games(index);
   const std::size_t shown = std::min(games.size(), kMostGames);
-  Data list = List(shown);
-  for (std::size_t i = 0; i < shown; ++i) {
-    Append(list, GamePlayed(facts, games[games.size() - 1 - i]));
-  }
-  SetData(object, "games", std::move(list));
+  SetData(object, "games", [&](Demand asked) { return GamesPlayed(facts, games, shown, asked); });
   SetOptional(object, "more_games",
               games.size() == shown ? std::string() : std::to_string(games.size() - shown));
-  return object;
+  return object.Done();
 }
 
 }  // namespace morvane

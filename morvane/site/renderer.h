@@ -65,19 +65,25 @@ class Renderer {
     Digest128 fingerprint;
   };
 
-  template <class MakeData>
-  void SplitPart(const std::string& list, const ListPages& pages, std::size_t part,
-                 const Digest128& rows, const MakeData& makeData);
+  template <class MakeRows>
+  void SplitPart(const VariableName& list, const ListPages& pages, std::size_t part,
+                 const Digest128& rows, const MakeRows& makeRows);
+  void MapPart(std::uint32_t map, Template& page, const ListPages& pages, std::size_t part,
+               const Digest128& fingerprint);
   bool Stands(const Page& page);
   void Write(const Page& page, const Data& data, const Data* links = nullptr);
   std::string Render(Template& page, const Data& data, const Data* links = nullptr);
+  Demand NewPage(const Template& page);
   Page PartOf(Template& page, const char* kind, const std::string& file, const ListPages& pages,
               std::size_t part, const Digest128& rows);
-  Data LinksOf(const std::string& file, const ListPages& pages, std::size_t part) const;
+  Data LinksOf(Demand demand, const std::string& file, const ListPages& pages,
+               std::size_t part) const;
   std::string GameRows(ListPages::Range range);
 
   const Site& site_;
   SiteTemplates templates_;
+  ValueStore values_;     // of the page that is being made
+  ValueStore rowValues_;  // of the row that is rendered for one
 };
 
 }  // namespace morvane

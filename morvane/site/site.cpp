@@ -24,6 +24,7 @@
 #include "morvane/site/site_templates.h"
 #include "morvane/site/stats_json.h"
 #include "morvane/site/template_source.h"
+#include "platform/this_process.h"
 #include "platform/threads.h"
 
 namespace morvane {
@@ -75,11 +76,13 @@ void RenderAll(const Site& site, const SiteTemplates& templates, Frames& frames,
   for (const auto& renderer : renderers) frames.Take(renderer->Templates());
 }
 
-std::map<std::string, Data> TemplateData(const SiteTemplates& templates, const PageNames& pages) {
+/// `store`: where the values stand.
+std::map<std::string, Data> TemplateData(const SiteTemplates& templates, const PageNames& pages,
+                                         ValueStore& store) {
   const Navigation navigation(templates, pages);
   std::map<std::string, Data> byName;
   const auto add = [&](const Template& page) {
-    byName.insert_or_assign(page.Name(), navigation.For(page));
+    byName.insert_or_assign(page.Name(), navigation.For(page, store));
   };
   for (const auto* list : {&templates.main, &templates.maps, &templates.games}) {
     std::for_each(list->begin(), list->end(), add);
@@ -88,6 +91,13 @@ std::map<std::string, Data> TemplateData(const SiteTemplates& templates, const P
     if (*one) add(**one);
   }
   return byName;
+}
+
+TagNames NamesIn(const SiteTemplates& templates) {
+  TagNames names;
+  templates.ForEach([&](const std::string&, const Template& page) { names.Add(page.Names()); });
+  if (templates.gameListLoop) names.Add(templates.gameListLoop->Names());
+  return names;
 }
 
 void AddTo(SiteResult& result, const SiteOutput& output) {
@@ -180,14 +190,16 @@ SiteResult WritePages(const SiteSettings& settings, const Statistics& statistics
     report.Normal(Log::kMain, "the time format \"" + settings.timeFormat +
                                   "\" cannot be used; times are shown as 2024-12-31 23:59:59");
   }
-  SharedData shared;
+  SharedData shared(NamesIn(templates));
   DefineSharedData(shared, facts);
   const Highest highest = HighestOf(statistics.players);
   const PageFingerprints fingerprints(facts, highest);
   Frames frames(facts, shared, templates, fingerprints.OfAll(), folder.Remarked());
-  const std::map<std::string, Data> templateData = TemplateData(templates, facts.pages);
+  ValueStore store;
+  const std::map<std::string, Data> templateData = TemplateData(templates, facts.pages, store);
   SiteOutput output(folder, report);
   const Site site{facts, shared, templateData, highest, fingerprints, frames, output};
+  platform::GiveMemoryBack();  // of adding up, which other threads did
   RenderAll(site, templates, frames, report);
   WriteOwnFiles(site, templates);
   const auto mayLack = [&](const std::string& name) {

@@ -31,24 +31,30 @@ using config::Rgb;
 constexpr std::size_t kTopPlayers = 100;
 constexpr std::size_t kRecentGames = 20;
 
-Data UserVariables(const SiteSettings& settings) {
-  Data object;
-  for (const auto& [name, value] : settings.userVariables) object[name] = Data(PageText(value));
+/// Their names are the user's, with dots and all.
+Data UserVariables(const SiteSettings& settings, Demand demand) {
+  ValueStore& store = demand.Store();
+  Data object = store.NewObject();
+  for (const auto& [name, value] : settings.userVariables) {
+    store.SetMember(object, VariableName(name), store.Text(PageText(value)));
+  }
   return object;
 }
 
 /// The page colors and shades made from them, so that a page of any two colors can have panels,
 /// lines and links that are told apart and read.
-Data Colors(const SiteSettings& settings) {
+Data Colors(const SiteSettings& settings, Demand demand) {
   const Rgb text = settings.textColor;
   const Rgb background = settings.backgroundColor;
   const config::Shades shades = ShadesOf(background, text);
-  Data object;
-  const auto set = [&](const char* name, Rgb color) { Set(object, name, ColorText(color)); };
+  Object object(demand);
+  const auto set = [&](const VariableName& name, Rgb color) {
+    Set(object, name, ColorText(color));
+  };
   const auto setLink = [&](const std::string& name, Rgb color) {
-    set(name.c_str(), color);
-    set((name + "_text").c_str(), Readable(color, shades.stripe));
-    set((name + "_ink").c_str(), InkOn(color));
+    set(VariableName(name), color);
+    set(VariableName(name + "_text"), Readable(color, shades.stripe));
+    set(VariableName(name + "_ink"), InkOn(color));
   };
   set("text", text);
   set("background", background);
@@ -65,76 +71,70 @@ Data Colors(const SiteSettings& settings) {
   const std::string image = std::filesystem::path(settings.backgroundImage).filename().string();
   SetOptional(object, "image",
               image.empty() ? image : std::string(config::kImageFolder) + "/" + UrlText(image));
-  return object;
+  return object.Done();
 }
 
-Data NameColorList(const SiteSettings& settings) {
-  Data list = List(settings.nameColors.size());
+Data NameColorList(const SiteSettings& settings, Demand demand) {
+  List list(demand, settings.nameColors.size());
   for (std::size_t i = 0; i < settings.nameColors.size(); ++i) {
-    Data row;
+    Object row(demand);
     Set(row, "code", i);
     Set(row, "color", ColorText(settings.nameColors[i]));
-    Append(list, std::move(row));
+    list.Append(row);
   }
-  return list;
+  return list.Done();
 }
 
 /// A color, and the ink that reads best on it.
-void SetColor(Data& row, Rgb color) {
+void SetColor(Object& row, Rgb color) {
   Set(row, "color", ColorText(color));
   Set(row, "ink", ColorText(InkOn(color)));
 }
 
-Data HiliteList(const SiteSettings& settings) {
-  Data list = List(settings.hiliteLevels.size());
-  for (const HiliteLevel& level : settings.hiliteLevels) {
-    Data row;
+Data HiliteList(const SiteSettings& settings, Demand demand) {
+  return Rows(settings.hiliteLevels, demand, [](Object& row, const HiliteLevel& level) {
     Set(row, "percentile", Fixed(level.percentile, 0));
     SetColor(row, level.color);
-    Append(list, std::move(row));
-  }
-  return list;
+  });
 }
 
-Data ColumnColorList(const SiteSettings& settings) {
-  Data list = List(settings.columnColors.size());
+Data ColumnColorList(const SiteSettings& settings, Demand demand) {
+  List list(demand, settings.columnColors.size());
   for (std::size_t i = 0; i < settings.columnColors.size(); ++i) {
-    const Rgb color = settings.columnColors[i];
-    Data row;
+    Object row(demand);
     Set(row, "tone", i);
-    SetColor(row, color);
-    Append(list, std::move(row));
+    SetColor(row, settings.columnColors[i]);
+    list.Append(row);
   }
-  return list;
+  return list.Done();
 }
 
 /// From the panel to the color of links, in which text can be read: what happens often.
-Data HeatColorList(const SiteSettings& settings) {
+Data HeatColorList(const SiteSettings& settings, Demand demand) {
   constexpr int kLevels = 4;
   const Rgb text = settings.textColor;
   const Rgb background = settings.backgroundColor;
   const config::Shades shades = ShadesOf(background, text);
   const Rgb hot = Readable(settings.linkColor, shades.stripe);
-  Data list = List(kLevels);
+  List list(demand, kLevels);
   for (int level = 1; level <= kLevels; ++level) {
-    const Rgb color = Mix(shades.panel, hot, double{1.0} * level / kLevels);
-    Data row;
+    Object row(demand);
     Set(row, "heat", level);
-    SetColor(row, color);
-    Append(list, std::move(row));
+    SetColor(row, Mix(shades.panel, hot, double{1.0} * level / kLevels));
+    list.Append(row);
   }
-  return list;
+  return list.Done();
 }
 
-Data LimitData(const SiteFacts& facts) {
+Data LimitData(const SiteFacts& facts, Demand demand) {
   const Limits& limits = facts.statistics.limits;
-  Data object;
+  Object object(demand);
   Set(object, "minutes", limits.playersMinTime);
   Set(object, "games", limits.playersMinGames);
   Set(object, "kills", limits.playersMinKills);
   Set(object, "last_placed", limits.gameLastPlaced);
   Set(object, "hilite", Fixed(facts.settings.hiliteMinimum, 0));
-  return object;
+  return object.Done();
 }
 
 /// How many of the players, the first ones, the overall kill tables show. Where nobody is ranked
@@ -145,15 +145,15 @@ std::size_t TablePlayers(const SiteFacts& facts) {
   return limited ? statistics.ranked : statistics.players.size();
 }
 
-Data KillTable(const SiteFacts& facts) {
+Data KillTable(const SiteFacts& facts, Demand demand) {
   const std::span players(facts.statistics.players.data(), TablePlayers(facts));
   return KillTableData(
-      facts.settings, players, facts.statistics.pairs,
+      facts.settings, players, facts.statistics.pairs, demand,
       [&](const Player& player) -> const Label& { return facts.PlayerLabel(player.player); });
 }
 
 /// Players by weapon. `count` takes what is counted from a player's use of one.
-Data WeaponTable(const SiteFacts& facts,
+Data WeaponTable(const SiteFacts& facts, Demand demand,
                  const std::function<std::uint32_t(const WeaponUse&)>& count) {
   const Statistics& statistics = facts.statistics;
   CountTable table;
@@ -176,7 +176,7 @@ Data WeaponTable(const SiteFacts& facts,
     }
     table.counts.push_back(std::move(row));
   }
-  return TableData(facts.settings, table);
+  return TableData(facts.settings, table, demand);
 }
 
 /// A record: what it is called and what of a player it takes, the greater the better.
@@ -208,41 +208,35 @@ constexpr std::array<RecordKind, 8> kRecords = {{
 }};
 
 /// The best at one thing among the ranked players, or among all where nobody is ranked.
-Data RecordList(const SiteFacts& facts) {
+Data RecordList(const SiteFacts& facts, Demand demand) {
   const Statistics& statistics = facts.statistics;
   const std::size_t count = statistics.ranked > 0 ? statistics.ranked : statistics.players.size();
-  Data list = List(kRecords.size());
+  List list(demand, kRecords.size());
   for (const RecordKind& kind : kRecords) {
     const auto first = statistics.players.begin();
     const auto best = std::max_element(
         first, first + static_cast<std::ptrdiff_t>(count),
         [&](const Player& a, const Player& b) { return kind.value(a) < kind.value(b); });
     if (count == 0 || kind.value(*best) <= 0) continue;
-    Data row;
+    Object row(demand);
     Set(row, "title", std::string(kind.title));
     Set(row, "value",
         kind.decimals == 0 ? Grouped(std::llround(kind.value(*best)))
                            : Fixed(kind.value(*best), kind.decimals));
     Set(row, "link", facts.PlayerLabel(static_cast<std::uint32_t>(best - first)).link);
-    Append(list, std::move(row));
+    list.Append(row);
   }
-  return list;
+  return list.Done();
 }
 
-Data Uses(const SiteFacts& facts, const char* list) {
-  Data object;
-  const Figures& all = facts.statistics.summary.figures;
-  SetUses(object, facts, all.weapons, all.itemCounts);
-  return std::move(object[list]);
-}
-
-Data CountText(std::size_t count) { return Data(Grouped(static_cast<std::int64_t>(count))); }
+std::string CountText(std::size_t count) { return Grouped(static_cast<std::int64_t>(count)); }
 
 void DefineSettings(SharedData& shared, const SiteFacts& facts) {
   const SiteSettings& settings = facts.settings;
-  const auto define = [&](const char* name, Data (*make)(const SiteSettings&)) {
+  const auto define = [&](const char* name, Data (*make)(const SiteSettings&, Demand)) {
     shared.Define(
-        name, [&settings, make] { return make(settings); }, SharedData::From::kSettings);
+        name, [&settings, make](Demand demand) { return make(settings, demand); },
+        SharedData::From::kSettings);
   };
   define("vars", UserVariables);
   define("colors", Colors);
@@ -250,80 +244,84 @@ void DefineSettings(SharedData& shared, const SiteFacts& facts) {
   define("column_colors", ColumnColorList);
   define("heat_colors", HeatColorList);
   define("hilites", HiliteList);
+  shared.DefineFlag("has_hilites", [&] { return !settings.hiliteLevels.empty(); });
   shared.Define(
-      "has_hilites", [&] { return Data(HiliteList(settings).is_non_empty_list()); },
-      SharedData::From::kText);
-  shared.Define(
-      "limits", [&] { return LimitData(facts); }, SharedData::From::kSettings);
+      "limits", [&](Demand demand) { return LimitData(facts, demand); },
+      SharedData::From::kSettings);
 }
 
 /// What has happened of late.
 void DefineCourse(SharedData& shared, const SiteFacts& facts) {
-  shared.Define("awards", [&] { return AwardList(facts, facts.Awards()); });
-  shared.Define(
-      "has_awards", [&] { return Data(!facts.Awards().empty()); }, SharedData::From::kText);
-  shared.Define("evening", [&] { return EveningData(facts); });
-  shared.Define("last_game", [&] {
+  shared.Define("awards", [&](Demand demand) { return AwardList(facts, facts.Awards(), demand); });
+  shared.DefineFlag("has_awards", [&] { return !facts.Awards().empty(); });
+  shared.Define("evening", [&](Demand demand) { return EveningData(facts, demand); });
+  shared.Define("last_game", [&](Demand demand) {
     const auto games = static_cast<std::uint32_t>(facts.statistics.games.size());
-    return games == 0 ? Data(false) : GameRow(facts, games - 1);
+    return games == 0 ? Data(false) : GameRow(facts, games - 1, demand).Done();
   });
-  shared.Define("game_cards", [&] { return GameCards(facts); });
-  shared.Define("activity", [&] { return ActivityRows(facts); });
-  shared.Define(
-      "has_activity", [&] { return Data(std::ranges::any_of(facts.statistics.games, HasDay)); },
-      SharedData::From::kText);
-  shared.Define(
-      "has_recent", [&] { return Data(facts.days.first > 0); }, SharedData::From::kText);
-  shared.Define(
-      "recent_title",
-      [&] {
-        return Data(facts.days.byDate ? "Last " + std::to_string(kDaysOfLate) + " days"
-                                      : "Last " + std::to_string(kGamesOfLate) + " games");
-      },
-      SharedData::From::kText);
-  shared.Define("recent_players", [&] {
-    return PlayerList(facts, PlayersSince(facts.statistics, facts.days.first), 0, kTopPlayers);
+  shared.Define("game_cards", [&](Demand demand) { return GameCards(facts, demand); });
+  shared.Define("activity", [&](Demand demand) { return ActivityRows(facts, demand); });
+  shared.DefineFlag("has_activity",
+                    [&] { return std::ranges::any_of(facts.statistics.games, HasDay); });
+  shared.DefineFlag("has_recent", [&] { return facts.days.first > 0; });
+  shared.DefineText("recent_title", [&] {
+    return facts.days.byDate ? "Last " + std::to_string(kDaysOfLate) + " days"
+                             : "Last " + std::to_string(kGamesOfLate) + " games";
+  });
+  shared.Define("recent_players", [&](Demand demand) {
+    return PlayerList(facts, PlayersSince(facts.statistics, facts.days.first), demand, 0,
+                      kTopPlayers);
   });
 }
 
 void DefineCounts(SharedData& shared, const SiteFacts& facts) {
-  const auto define = [&](const char* name, SharedData::Maker maker) {
-    shared.Define(name, std::move(maker), SharedData::From::kText);
-  };
   const Statistics& statistics = facts.statistics;
   const std::size_t players = statistics.players.size();
-  define("has_players", [=] { return Data(players > 0); });
-  define("player_count", [=] { return CountText(players); });
-  define("ranked_count", [&] { return CountText(statistics.ranked); });
-  define("nobody_ranked",
-         [=, ranked = statistics.ranked] { return Data(players > 0 && ranked == 0); });
-  const auto anyGame = [&statistics](Dated dated) {
-    return Data(std::ranges::any_of(statistics.games,
-                                    [=](const Game& game) { return game.dated == dated; }));
+  const std::size_t games = statistics.games.size();
+  const auto count = [&](const char* name, std::size_t number) {
+    shared.DefineText(name, [number] { return CountText(number); });
   };
-  define("has_reckoned", [=] { return anyGame(Dated::kReckoned); });
-  define("has_not_after", [=] { return anyGame(Dated::kNotAfter); });
-  define("map_count", [&] { return CountText(statistics.maps.size()); });
-  define("game_count", [&] { return CountText(statistics.games.size()); });
-  define("games_found", [&] { return CountText(statistics.gamesFound); });
-  define("more_players",
-         [=] { return players <= kTopPlayers ? Data(false) : CountText(players - kTopPlayers); });
-  define("more_games", [&] {
-    const std::size_t games = statistics.games.size();
-    return games <= kRecentGames ? Data(false) : CountText(games - kRecentGames);
-  });
-  define("custom_ranking", [&] { return Data(statistics.customRanking); });
+  count("player_count", players);
+  count("ranked_count", statistics.ranked);
+  count("map_count", statistics.maps.size());
+  count("game_count", games);
+  count("games_found", statistics.gamesFound);
+  const auto more = [&](const char* name, std::size_t all, std::size_t shown) {
+    shared.DefineText(name, [=] { return all <= shown ? std::string() : CountText(all - shown); });
+  };
+  more("more_players", players, kTopPlayers);
+  more("more_games", games, kRecentGames);
+  shared.DefineFlag("has_players", [=] { return players > 0; });
+  shared.DefineFlag("nobody_ranked",
+                    [=, &statistics] { return players > 0 && statistics.ranked == 0; });
+  const auto anyGame = [&statistics](Dated dated) {
+    return std::ranges::any_of(statistics.games,
+                               [=](const Game& game) { return game.dated == dated; });
+  };
+  shared.DefineFlag("has_reckoned", [=] { return anyGame(Dated::kReckoned); });
+  shared.DefineFlag("has_not_after", [=] { return anyGame(Dated::kNotAfter); });
+  shared.DefineFlag("custom_ranking", [&] { return statistics.customRanking; });
+}
+
+/// What was used in all games.
+void DefineUses(SharedData& shared, const SiteFacts& facts) {
+  const Figures& all = facts.statistics.summary.figures;
+  shared.DefineFlag("has_weapons", [&] { return !all.weapons.empty(); });
+  shared.DefineFlag("has_items", [&] { return !all.itemCounts.empty(); });
+  shared.DefineFlag("has_splash", [&] { return HasSplash(facts, all.weapons); });
+  shared.Define("weapons", [&](Demand demand) { return WeaponList(facts, all.weapons, demand); });
+  shared.Define("joined_weapons",
+                [&](Demand demand) { return JoinedWeaponList(facts, all.weapons, demand); });
+  shared.Define("items", [&](Demand demand) { return ItemList(facts, all.itemCounts, demand); });
 }
 
 /// What a page says whose list is not split.
 void DefineUnsplit(SharedData& shared) {
-  for (const auto& [name, value] : {std::pair("first_page", true), std::pair("has_pages", false),
-                                    std::pair("page_range", false)}) {
-    shared.Define(
-        name, [value = value] { return Data(value); }, SharedData::From::kText);
-  }
+  shared.DefineFlag("first_page", [] { return true; });
+  shared.DefineFlag("has_pages", [] { return false; });
+  shared.DefineFlag("page_range", [] { return false; });
   shared.Define(
-      "pages", [] { return List(0); }, SharedData::From::kSettings);
+      "pages", [](Demand /*demand*/) { return Data::EmptyList(); }, SharedData::From::kSettings);
 }
 
 }  // namespace
@@ -334,41 +332,36 @@ void DefineSharedData(SharedData& shared, const SiteFacts& facts) {
   const Statistics& statistics = facts.statistics;
   DefineUnsplit(shared);
   DefineCourse(shared, facts);
-  shared.Define("summary", [&] { return SummaryData(facts, statistics.summary); });
-  shared.Define("players", [&] { return PlayerList(facts, statistics.players); });
-  shared.Define("top_players",
-                [&] { return PlayerList(facts, statistics.players, 0, kTopPlayers); });
-  shared.Define("maps", [&] { return MapList(facts); });
+  shared.Define("summary",
+                [&](Demand demand) { return SummaryData(facts, statistics.summary, demand); });
+  shared.Define("players",
+                [&](Demand demand) { return PlayerList(facts, statistics.players, demand); });
+  shared.Define("top_players", [&](Demand demand) {
+    return PlayerList(facts, statistics.players, demand, 0, kTopPlayers);
+  });
+  shared.Define("maps", [&](Demand demand) { return MapList(facts, demand); });
   const std::size_t games = statistics.games.size();
-  shared.Define("games", [&facts, games] { return GameList(facts, 0, games); });
-  shared.Define("recent_games", [&facts, games] {
-    return GameList(facts, games - std::min(games, kRecentGames), games);
+  shared.Define("games",
+                [&facts, games](Demand demand) { return GameList(facts, 0, games, demand); });
+  shared.Define("recent_games", [&facts, games](Demand demand) {
+    return GameList(facts, games - std::min(games, kRecentGames), games, demand);
   });
-  shared.Define(
-      "has_weapons", [&] { return Data(!statistics.summary.figures.weapons.empty()); },
-      SharedData::From::kText);
-  shared.Define(
-      "has_items", [&] { return Data(!statistics.summary.figures.itemCounts.empty()); },
-      SharedData::From::kText);
-  shared.Define("weapons", [&] { return Uses(facts, "weapons"); });
-  shared.Define("items", [&] { return Uses(facts, "items"); });
-  shared.Define(
-      "has_splash", [&] { return Uses(facts, "has_splash"); }, SharedData::From::kText);
-  shared.Define("joined_weapons", [&] { return Uses(facts, "joined_weapons"); });
-  shared.Define("kill_table", [&] { return KillTable(facts); });
-  shared.Define("weapon_table",
-                [&] { return WeaponTable(facts, [](const WeaponUse& use) { return use.kills; }); });
-  shared.Define("death_table", [&] {
-    return WeaponTable(facts, [](const WeaponUse& use) { return use.deaths; });
+  DefineUses(shared, facts);
+  shared.Define("kill_table", [&](Demand demand) { return KillTable(facts, demand); });
+  shared.Define("weapon_table", [&](Demand demand) {
+    return WeaponTable(facts, demand, [](const WeaponUse& use) { return use.kills; });
   });
-  shared.Define("has_duels", [&] {
+  shared.Define("death_table", [&](Demand demand) {
+    return WeaponTable(facts, demand, [](const WeaponUse& use) { return use.deaths; });
+  });
+  shared.Define("has_duels", [&](Demand /*demand*/) {
     return Data(std::ranges::any_of(statistics.pairs, [](const Pair& pair) {
       return pair.kills > 0 && pair.killer != pair.victim;
     }));
   });
-  shared.Define("duels", [&] { return DuelList(facts); });
-  shared.Define("duel_tables", [&] { return DuelTables(facts); });
-  shared.Define("records", [&] { return RecordList(facts); });
+  shared.Define("duels", [&](Demand demand) { return DuelList(facts, demand); });
+  shared.Define("duel_tables", [&](Demand demand) { return DuelTables(facts, demand); });
+  shared.Define("records", [&](Demand demand) { return RecordList(facts, demand); });
 }
 
 }  // namespace morvane

@@ -1,6 +1,7 @@
 #include "morvane/site/site_facts.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "morvane/site/page_text.h"
 #include "morvane/statistics/figures.h"
@@ -49,7 +50,8 @@ SiteFacts::SiteFacts(const SiteSettings& theSettings, const Statistics& theStati
       days(LastDays(theStatistics.games)),
       games_(theStatistics.players.size()),
       playerMaps_(theStatistics.players.size()),
-      deathPairs_(theStatistics.players.size()),
+      deathPairs_(theStatistics.pairs.size()),
+      firstDeaths_(theStatistics.players.size() + 1),
       ranksBefore_(RanksAfter(theStatistics, evening.first)) {
   StyleNames();
   if (!templates.games.empty()) firstGameTemplate_ = templates.games.front().Name();
@@ -114,8 +116,11 @@ void SiteFacts::IndexPlayers() {
       playerMaps_[players[i].player].emplace_back(map, i);
     }
   }
-  for (std::uint32_t i = 0; i < statistics.pairs.size(); ++i) {
-    deathPairs_[statistics.pairs[i].victim].push_back(i);
+  // How many each victim has, then where they end, then, filled from behind, where they begin.
+  for (const Pair& pair : statistics.pairs) ++firstDeaths_[pair.victim];
+  std::partial_sum(firstDeaths_.begin(), firstDeaths_.end(), firstDeaths_.begin());
+  for (std::size_t i = statistics.pairs.size(); i > 0; --i) {
+    deathPairs_[--firstDeaths_[statistics.pairs[i - 1].victim]] = static_cast<std::uint32_t>(i - 1);
   }
 }
 
@@ -142,11 +147,11 @@ std::uint32_t SiteFacts::MapOf(const Game& game) const {
   return static_cast<std::uint32_t>(found - statistics.maps.begin());
 }
 
-void SetLabel(Data& object, const Label& label) {
+void SetLabel(Object& object, const Label& label) {
   Set(object, "name", label.text);
   Set(object, "name_html", label.html);
   Set(object, "link", label.link);
-  SetOptional(object, "page", UrlText(label.page));
+  SetOptional(object, "page", [&] { return UrlText(label.page); });
   SetFlag(object, "bot", label.bot);
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -65,8 +66,9 @@ class SiteFacts {
     return playerMaps_[player];
   }
   /// Indices into Statistics::pairs in which the player is the victim.
-  const std::vector<std::uint32_t>& DeathPairs(std::uint32_t player) const {
-    return deathPairs_[player];
+  std::span<const std::uint32_t> DeathPairs(std::uint32_t player) const {
+    return std::span(deathPairs_)
+        .subspan(firstDeaths_[player], firstDeaths_[player + 1] - firstDeaths_[player]);
   }
 
   /// The rank of a player before the last evening; 0: not ranked then.
@@ -87,7 +89,8 @@ class SiteFacts {
   std::vector<Label> maps_;
   std::vector<std::vector<Appearance>> games_;
   std::vector<std::vector<std::pair<std::uint32_t, std::uint32_t>>> playerMaps_;
-  std::vector<std::vector<std::uint32_t>> deathPairs_;
+  std::vector<std::uint32_t> deathPairs_;  // by victim
+  std::vector<std::size_t> firstDeaths_;   // where a victim's begin, and an end
   std::vector<std::uint32_t> ranksBefore_;
   std::vector<Award> awards_;
   mutable std::once_flag duelsMade_;
@@ -95,6 +98,6 @@ class SiteFacts {
 };
 
 /// Sets `name`, `name_html`, `link`, `page` and `bot`.
-void SetLabel(Data& object, const Label& label);
+void SetLabel(Object& object, const Label& label);
 
 }  // namespace morvane

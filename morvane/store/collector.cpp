@@ -7,6 +7,7 @@
 #include "morvane/store/game_numbers.h"
 #include "morvane/store/known_facts.h"
 #include "morvane/store/recurrence.h"
+#include "platform/this_process.h"
 
 namespace morvane {
 
@@ -63,6 +64,7 @@ std::optional<Collected> Collector::Collect() {
   if (FindTorn()) return {};  // some are read a second time
   if (database_ != nullptr) KeepPaths();
   if (database_ != nullptr) DropUnfinished();
+  if (database_ != nullptr) ForgetRead();
   Collected collected = Result();
   if (database_ != nullptr) database_->Commit();
   return collected;
@@ -84,6 +86,13 @@ void Collector::KeepPaths() {
     const auto before = paths_.find(path);
     if (before == paths_.end() || before->second != state) database_->SetPath(path, state);
   }
+}
+
+/// Lets go of the games that were read: they stand in the database, and are taken from there in
+/// their order with all others. Threads read them, each with memory of its own.
+void Collector::ForgetRead() {
+  for (OpenLog& log : logs_) log.parsed.games = {};
+  platform::GiveMemoryBack();
 }
 
 /// Drops the lines of unfinished games with which no log can go on any more, so far as one can
@@ -251,6 +260,9 @@ Collected Collector::Result() {
   Collected collected;
   std::map<std::int64_t, std::uint32_t> given;
   GameNumbers numbers(database_ != nullptr ? database_->LastNumber() : 0);
+  std::size_t most = 0;
+  for (const auto& [id, counted] : counting) most += counted.counts.size();
+  collected.games.reserve(most);
   for (const std::int64_t id : ReadingOrder()) {
     std::vector<Game> games = GamesIn(id, collected.vocabulary);
     const CountedGames& counted = counting.at(id);

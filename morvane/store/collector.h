@@ -95,6 +95,7 @@ class Collector {
   void Keep(OpenLog& log);
   void KeepPaths();
   void DropUnfinished();
+  void ForgetRead();
   std::string RestOf(std::int64_t log);
   std::int64_t NewId() { return database_ != nullptr ? database_->AddLog() : ++lastId_; }
 

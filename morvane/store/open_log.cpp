@@ -21,14 +21,33 @@ constexpr std::int64_t kNanoseconds = 1'000'000'000;
 // What is kept of an unfinished game; a real one has not a tenth of it.
 constexpr std::size_t kMostUnfinished = std::size_t{4} << 20;
 
-std::vector<GameMark> MarkGames(const ParsedLog& parsed, std::string_view text) {
+/// `done(end)`: the text before this is not needed any more.
+template <class Done>
+std::vector<GameMark> MarkGames(const ParsedLog& parsed, std::string_view text, const Done& done) {
   std::vector<GameMark> marks;
   for (std::size_t i = 0; i < parsed.games.size(); ++i) {
     const GameText& at = parsed.texts[i];
     const bool open = parsed.openAtEnd && i + 1 == parsed.games.size();
     marks.push_back(MarkGame(text.substr(at.begin, at.end - at.begin), parsed.games[i], open,
                              parsed.vocabulary));
+    done(at.end);
   }
+  return marks;
+}
+
+/// Of the games that were read of a log, with no more of its text in memory than has to be.
+std::vector<GameMark> MarkGames(const OpenLog& log) {
+  constexpr std::size_t kTogether = std::size_t{4} << 20;
+  const std::string_view text = log.Bytes().substr(log.begin);
+  std::size_t released = 0;
+  const auto release = [&](std::size_t end) {
+    log.text.Release(log.begin + released, log.begin + end);
+    released = end;
+  };
+  std::vector<GameMark> marks = MarkGames(log.parsed, text, [&](std::size_t end) {
+    if (end >= released + kTogether) release(end);
+  });
+  release(text.size());
   return marks;
 }
 
@@ -106,7 +125,7 @@ void ReadLogs(const std::vector<OpenLog*>& logs, bool wantMarks, Report& report)
   for (std::size_t i = 0; i < logs.size(); ++i) {
     logs[i]->parsed = std::move(parsed[i]);
     SetStarts(logs[i]->parsed, logs[i]->text.LastChange() / kNanoseconds);
-    if (wantMarks) logs[i]->marks = MarkGames(logs[i]->parsed, texts[i]);
+    if (wantMarks) logs[i]->marks = MarkGames(*logs[i]);
   }
 }
 
@@ -130,7 +149,7 @@ FrontGames ReadFront(const OpenLog& log, std::string carried, bool wantMarks) {
     }
   }
   if (!isAll) front.parsed.openAtEnd = false;
-  if (wantMarks) front.marks = MarkGames(front.parsed, text);
+  if (wantMarks) front.marks = MarkGames(front.parsed, text, [](std::size_t) {});
   return front;
 }
 

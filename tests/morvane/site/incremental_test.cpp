@@ -143,6 +143,27 @@ TEST_F(Incremental, EveryLineOfALogAndOfPlayersTxt) {
   }
 }
 
+// They hold 200 games each, and tell the names that players and maps bear now.
+TEST_F(Incremental, FilesOfGames) {
+  for (const char* kind : {"game", "map"}) {
+    site.Set("TEMPLATES", std::string(kind) + "_templates_number", "0");
+  }
+  site.Set("TEMPLATES", "player_template", "");
+  std::string log = SmallLog();
+  for (int i = 0; i < 200; ++i) log += Duel("Ann", "Bob", 1, "q3dm1");
+  for (const std::string& more : {std::string(), Duel("Ann", "Cid", 1, "q3dm1"),
+                                  Duel("ANN", "Cid", 1, "q3dm6"), Duel("Dan", "Cid", 1, "Q3DM1")}) {
+    log += more;
+    site.Log(log);
+    ExpectAsNew(more);
+    if (HasFatalFailure()) return;
+  }
+  for (const char* names : {"Ann = Bob\n", "Ann = BOB\n", "- Cid\n", "- Dan\n"}) {
+    WriteFile(site.Folder() / "players.txt", names);
+    ExpectAsNew(std::string("players.txt: ") + names);
+  }
+}
+
 // Games come, logs are rotated, settings go back and forth, and a person does this and that.
 TEST_F(Incremental, AnyHistory) {
   const fs::path templates = site.OwnTemplates();

@@ -1,6 +1,9 @@
 #include "morvane/site/template.h"
 
+#include <functional>
 #include <gtest/gtest.h>
+#include <utility>
+#include <vector>
 
 #include "morvane/site/page_data.h"
 #include "tests/morvane/test_support.h"
@@ -8,11 +11,14 @@
 namespace morvane::test {
 namespace {
 
-std::string Rendered(const TempFolder& folder, const Data& data) {
+/// The page with the values that `fill` sets.
+std::string Rendered(const TempFolder& folder, const std::function<void(Object&)>& fill) {
   Template loaded;
   if (const auto fault = loaded.Load(folder.Path(), "page")) return "fault: " + fault->text;
-  const SharedData shared;
-  return loaded.Render(shared, {&data});
+  ValueStore store;
+  Object object(Demand(loaded.Names(), store));
+  fill(object);
+  return loaded.Render(SharedData(), {object.Done()});
 }
 
 TEST(Templates, TakeIncludesAndLeaveCommentsOut) {
@@ -21,9 +27,8 @@ TEST(Templates, TakeIncludesAndLeaveCommentsOut) {
             "\xEF\xBB\xBF{{! title: A & B }}\n{{! Group : Games}}\n<\n  {{> part}}\n>{{! x "
             "}}\n{{>part}}");
   WriteFile(folder.Path() / "part.htmlt", "{{! title: Other }}\nP{{name}}\n");
-  Data data;
-  Set(data, "name", std::string("<1>"));
-  EXPECT_EQ(Rendered(folder, data), "<\nP&lt;1&gt;\n>\nP&lt;1&gt;\n");
+  EXPECT_EQ(Rendered(folder, [](Object& page) { Set(page, "name", std::string("<1>")); }),
+            "<\nP&lt;1&gt;\n>\nP&lt;1&gt;\n");
   Template page;
   ASSERT_FALSE(page.Load(folder.Path(), "page.htmlt"));
   EXPECT_EQ(page.Name(), "page");
@@ -32,21 +37,50 @@ TEST(Templates, TakeIncludesAndLeaveCommentsOut) {
 }
 
 TEST(Templates, FindMembersAndOuterValues) {
-  TempFolder folder;
-  WriteFile(
-      folder.Path() / "page.htmlt",
-      "{{#list}}{{.}}{{outer}}{{/list}} {{vars.a.b}} {{vars.no}}|{{#vars.off}}x{{/vars.off}}");
-  Data vars;
-  Set(vars, "a.b", std::string("dots"));
-  SetFlag(vars, "off", false);
-  Data list = List(2);
-  Append(list, Data(std::string("1")));
-  Append(list, Data(std::string("2")));
-  Data data;
-  SetData(data, "vars", std::move(vars));
-  SetData(data, "list", std::move(list));
-  Set(data, "outer", std::string("o"));
-  EXPECT_EQ(Rendered(folder, data), "1o2o dots |");
+  const std::vector<int> kItems = {1, 2};
+  const auto fill = [&](Object& page) {
+    SetData(page, "vars", [](Demand demand) {
+      Data vars = demand.Store().NewObject();
+      demand.Store().SetMember(vars, "a.b", demand.Store().Text("dots"));
+      demand.Store().SetMember(vars, "off", Data(false));
+      return vars;
+    });
+    SetRows(page, "list", kItems, [](Object& row, int item) {
+      Set(row, "item", item);
+      SetFlag(row, "late", item == 2);
+      SetRows(row, "own", std::vector<int>(static_cast<std::size_t>(item)),
+              [](Object& inner, int) { Set(inner, "deep", std::string("d")); });
+    });
+    SetData(page, "best", [](Demand demand) {
+      Object best(demand);
+      SetData(best, "of", [](Demand asked) {
+        Object of(asked);
+        Set(of, "item", 3);
+        Set(of, "late", std::string("!"));
+        return of.Done();
+      });
+      return best.Done();
+    });
+    Set(page, "outer", std::string("o"));
+    Set(page, "item", std::string("of the page"));
+    Set(page, "late", std::string("of the page"));
+  };
+  const TempFolder folder;
+  const std::pair<const char*, const char*> kCases[] = {
+      {"{{#list}}{{item}}{{outer}}{{/list}} {{item}}", "1o2o of the page"},
+      {"{{vars.a.b}} {{vars.no}}|{{#vars.off}}x{{/vars.off}}{{^vars.off}}y{{/vars.off}}",
+       "dots |y"},
+      {"{{#list}}{{#late}}{{item}}{{/late}}{{^late}}-{{/late}}{{/list}}", "-2"},
+      {"{{#list}}{{#own}}{{item}}{{deep}}{{outer}}{{/own}} {{/list}}", "1do 2do2do "},
+      {"{{# list }}{{{ \n item }}}{{&outer}}{{/list}}{{^none}}{{item}}{{/none}}",
+       "1o2oof the page"},
+      {"{{#vars}}{{off}}{{a.b}}{{#list}}{{item}}{{/list}}{{/vars}}", "12"},
+      {"{{#best.of}}{{item}}{{outer}}{{/best.of}}{{best.of.late}}{{best.item}}", "3o!"},
+      {"{{=<% %>=}}<%#list%><%item%><%#own%><%deep%><%/own%><%/list%>", "1d2dd"}};
+  for (const auto& [text, page] : kCases) {
+    WriteFile(folder.Path() / "page.htmlt", text);
+    EXPECT_EQ(Rendered(folder, fill), page) << text;
+  }
 }
 
 struct FaultCase {
