@@ -124,7 +124,6 @@ void ConsoleWindow::ProgramEnded(unsigned exitCode) {
 
 void ConsoleWindow::closeEvent(QCloseEvent* event) {
   closed_ = true;
-  appearance_.stop();
   QWidget::closeEvent(event);
 }
 

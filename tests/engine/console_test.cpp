@@ -15,6 +15,7 @@
 #include "platform/pseudo_terminal.h"
 #include "tests/engine/engine_test.h"
 #include "ui/controls.h"
+#include "ui/events.h"
 
 namespace engine {
 namespace {
@@ -77,7 +78,8 @@ TEST_F(ConsoleTest, AQuickRunShowsNothing) {
   Run("echo done");
   EXPECT_EQ(Console(), nullptr);
   Run("exit 3");
-  EXPECT_EQ(Console(), nullptr);
+  ui::WaitHandlingEvents(700);
+  EXPECT_EQ(Console(), nullptr) << "nor afterwards";
 }
 
 TEST_F(ConsoleTest, AppearsAfterHalfASecondAndGoesWithACleanEnd) {

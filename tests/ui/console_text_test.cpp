@@ -76,6 +76,11 @@ TEST(ConsoleTextTest, GivesWhatChanged) {
   EXPECT_FALSE(text.HasChanges());
   stream.Write("c\nd\n");
   EXPECT_EQ(text.TakeChanges(), QStringList({"bc", "d", ""}));
+  for (const char* change : {"e", "\r\x1B[K", "\x1B[1K", "\x1B[2K", "\n"}) {
+    stream.Write(change);
+    EXPECT_TRUE(text.HasChanges()) << change;
+    text.TakeChanges();
+  }
 }
 
 TEST(ConsoleTextTest, IsBounded) {
