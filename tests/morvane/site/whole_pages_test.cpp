@@ -149,7 +149,8 @@ void Make(SiteRun& run, const Site& site) {
 std::string OwnPart(const std::string& page) {
   if (page.starts_with('{')) {
     std::string text;
-    for (const auto& [name, value] : nlohmann::json::parse(page).items()) {
+    const nlohmann::json whole = nlohmann::json::parse(page);
+    for (const auto& [name, value] : whole.items()) {
       text += name + ": " + value.dump() + "\n";
     }
     return text;
