@@ -13,6 +13,7 @@ namespace {
 
 // Far beyond any real game; keeps indices in 16 bits and a hostile log's memory in bounds.
 constexpr std::size_t kMostEntrants = 60000;
+constexpr std::size_t kUsualEntrants = 16;
 
 bool IsBetter(const Entrant& left, const Entrant& right) {
   return std::tuple(left.stayed, left.figures.score, left.figures.kills) >
@@ -28,7 +29,6 @@ void SetPlaces(std::vector<Entrant>& entrants) {
 }
 
 void MoveIndices(Game& game, const std::vector<std::uint32_t>& newIndex) {
-  RenumberPairs(game.pairs, newIndex);
   for (KillEvent& event : game.events) {
     event.victim = static_cast<std::uint16_t>(newIndex[event.victim]);
     if (event.killer != KillEvent::kWorld) {
@@ -55,7 +55,7 @@ void GameBuilder::Open(std::string_view map, int type, bool timed, std::int64_t 
   game_.teams = IsTeamType(type);
   game_.timed = timed;
   slots_.fill({});
-  live_.clear();
+  events_.clear();
   left_.clear();
   firstStamp_ = lastStamp_ = tenths;
   clock_ = 0;
@@ -64,11 +64,6 @@ void GameBuilder::Open(std::string_view map, int type, bool timed, std::int64_t 
   teamScores_ = {};
   frozen_ = false;
   open_ = true;
-}
-
-void GameBuilder::SetClock(std::int64_t tenths) {
-  if (tenths > lastStamp_) clock_ += tenths - lastStamp_;
-  lastStamp_ = tenths;
 }
 
 void GameBuilder::Userinfo(std::size_t slot, std::string_view name, Team team, bool bot) {
@@ -107,7 +102,7 @@ void GameBuilder::Begin(std::size_t slot) {
   }
   if (frozen_ || game_.complete) return;
   StartPlaying(slot);
-  FiguresOf(client.entrant).score = 0;
+  CountsOf(client.entrant).score = 0;
   FindLead();
 }
 
@@ -128,7 +123,7 @@ void GameBuilder::StartPlaying(std::size_t slot) {
 
 void GameBuilder::StopPlaying(Slot& slot) {
   if (slot.playingSince >= 0 && slot.entrant != kNobody) {
-    FiguresOf(slot.entrant).seconds += WholeSeconds(clock_ - slot.playingSince);
+    CountsOf(slot.entrant).seconds += WholeSeconds(clock_ - slot.playingSince);
   }
   slot.playingSince = -1;
 }
@@ -145,14 +140,11 @@ void GameBuilder::Leave(Slot& slot) {
   if (led) FindLead();
 }
 
-std::uint32_t GameBuilder::EntrantIn(std::size_t slot) {
-  Slot& client = slots_[slot];
-  if (client.entrant == kNobody) {
-    client.entrant = EntrantNamed(client.name);
-    game_.entrants[client.entrant].team = client.team;
-    game_.entrants[client.entrant].bot = client.bot;
-  }
-  return client.entrant;
+std::uint32_t GameBuilder::SeatEntrant(Slot& slot) {
+  slot.entrant = EntrantNamed(slot.name);
+  game_.entrants[slot.entrant].team = slot.team;
+  game_.entrants[slot.entrant].bot = slot.bot;
+  return slot.entrant;
 }
 
 std::uint32_t GameBuilder::EntrantNamed(std::string_view name) {
@@ -165,9 +157,10 @@ std::uint32_t GameBuilder::EntrantNamed(std::string_view name) {
     return entrant;
   }
   if (game_.entrants.size() < kMostEntrants) {
+    if (game_.entrants.empty()) game_.entrants.reserve(kUsualEntrants);
     game_.entrants.emplace_back().name = name;
     game_.entrants.back().came = WholeSeconds(clock_);
-    live_.emplace_back();
+    if (live_.size() < game_.entrants.size()) live_.emplace_back();
   }
   return static_cast<std::uint32_t>(game_.entrants.size() - 1);
 }
@@ -180,49 +173,46 @@ void GameBuilder::Kill(std::size_t killerSlot, std::size_t victimSlot, std::uint
                   WholeSeconds(clock_)};
   ++game_.kills;
   if (killerSlot == kWorld) {
-    ++FiguresOf(victim).worldDeaths;
+    ++CountsOf(victim).worldDeaths;
     AddScore(victim, -1, victimTeam);
   } else {
     const std::uint32_t killer = EntrantIn(killerSlot);
     const Team killerTeam = slots_[killerSlot].team;
     event.killer = static_cast<std::uint16_t>(killer);
     if (killerSlot == victimSlot) {
-      ++FiguresOf(victim).suicides;
+      ++CountsOf(victim).suicides;
       AddScore(victim, -1, victimTeam);
     } else if (game_.teams && killerTeam == victimTeam &&
                (killerTeam == Team::kRed || killerTeam == Team::kBlue)) {
       event.teamKill = true;
-      ++FiguresOf(killer).teamKills;
+      ++CountsOf(killer).teamKills;
       pairs_.Add({killer, victim, 0, 1});
       AddScore(killer, -1, killerTeam);
     } else {
       Frag(killer, victim, weapon, killerTeam);
     }
   }
-  Die(victim, weapon);
-  if (keepEvents_) game_.events.push_back(event);
+  CountDeath(live_[victim], weapon);
+  if (keepEvents_) events_.push_back(event);
 }
 
 void GameBuilder::Frag(std::uint32_t killer, std::uint32_t victim, std::uint16_t weapon,
                        Team team) {
-  Figures& figures = FiguresOf(killer);
   Live& live = live_[killer];
   ++game_.frags;
-  ++figures.kills;
-  ++EntryOf(figures.weapons, &WeaponUse::weapon, weapon).kills;
-  figures.killStreak = std::max(figures.killStreak, ++live.killRun);
+  ++live.counts.kills;
+  ++EntryOf(live.weapons, &WeaponUse::weapon, weapon).kills;
+  live.counts.killStreak = std::max(live.counts.killStreak, ++live.killRun);
   live.deathRun = 0;
   pairs_.Add({killer, victim, 1, 0});
   AddScore(killer, 1, team);
 }
 
-void GameBuilder::Die(std::uint32_t victim, std::uint16_t weapon) {
-  Figures& figures = FiguresOf(victim);
-  Live& live = live_[victim];
-  ++figures.deaths;
-  ++EntryOf(figures.weapons, &WeaponUse::weapon, weapon).deaths;
-  figures.deathStreak = std::max(figures.deathStreak, ++live.deathRun);
-  live.killRun = 0;
+void GameBuilder::CountDeath(Live& victim, std::uint16_t weapon) {
+  ++victim.counts.deaths;
+  ++EntryOf(victim.weapons, &WeaponUse::weapon, weapon).deaths;
+  victim.counts.deathStreak = std::max(victim.counts.deathStreak, ++victim.deathRun);
+  victim.killRun = 0;
 }
 
 void GameBuilder::Achieve(std::size_t slot, Feat feat) {
@@ -232,14 +222,12 @@ void GameBuilder::Achieve(std::size_t slot, Feat feat) {
 
 void GameBuilder::TakeItem(std::size_t slot, std::uint16_t item) {
   if (frozen_) return;
-  Figures& figures = FiguresOf(EntrantIn(slot));
-  ++figures.items;
-  ++EntryOf(figures.itemCounts, &ItemCount::item, item).count;
+  ++EntryOf(live_[EntrantIn(slot)].items, &ItemCount::item, item).count;
 }
 
 void GameBuilder::AddScore(std::uint32_t entrant, std::int32_t points, Team team) {
   if (live_[entrant].scoreGiven) return;
-  std::int64_t& score = FiguresOf(entrant).score;
+  std::int64_t& score = CountsOf(entrant).score;
   score += points;
   if (game_.complete) return;
   teamScores_[static_cast<std::size_t>(team)] += points;
@@ -268,7 +256,7 @@ void GameBuilder::FindLead() {
   std::int64_t best = 0;  // nobody leads with less than 1, at the beginning as later
   for (const Slot& slot : slots_) {
     if (slot.entrant == kNobody) continue;
-    const std::int64_t score = FiguresOf(slot.entrant).score;
+    const std::int64_t score = CountsOf(slot.entrant).score;
     if (score >= best) leader = score == best ? kNobody : slot.entrant;
     best = std::max(best, score);
   }
@@ -336,7 +324,7 @@ void GameBuilder::TeamScores(std::int32_t red, std::int32_t blue) {
 void GameBuilder::Score(std::size_t slot, std::int32_t score) {
   if (!game_.complete || frozen_) return;
   const std::uint32_t entrant = EntrantIn(slot);
-  FiguresOf(entrant).score = score;
+  CountsOf(entrant).score = score;
   game_.entrants[entrant].stayed = true;
   live_[entrant].scoreGiven = true;
 }
@@ -375,6 +363,19 @@ std::uint32_t GameBuilder::SecondsSinceStart() const {
   return WholeSeconds(straight ? lastStamp_ - firstStamp_ : clock_);
 }
 
+/// What was counted comes into the figures, and the next game begins with nothing.
+void GameBuilder::SettleCounts() {
+  for (std::size_t i = 0; i < game_.entrants.size(); ++i) {
+    Live& live = live_[i];
+    Figures& figures = game_.entrants[i].figures;
+    static_cast<Counts&>(figures) = live.counts;
+    figures.weapons = TakeWeapons(live.weapons);
+    figures.itemCounts = TakeItems(live.items);
+    for (const ItemCount& item : figures.itemCounts) figures.items += item.count;
+    live = {{}, 0, 0, false, std::move(live.weapons), std::move(live.items)};
+  }
+}
+
 Game GameBuilder::Close() {
   for (Slot& slot : slots_) StopPlaying(slot);
   // Nobody sees the end of a game that is broken off.
@@ -382,13 +383,16 @@ Game GameBuilder::Close() {
     for (Entrant& entrant : game_.entrants) entrant.stayed = true;
   }
   if (!game_.complete) game_.length = SecondsSinceStart();
-  game_.pairs = pairs_.Take();
-  MoveIndices(game_, SortAndNumber(game_.entrants, IsBetter));
+  SettleCounts();
+  game_.events = events_;
+  const std::vector<std::uint32_t> newIndex = SortAndNumber(game_.entrants, IsBetter);
+  game_.pairs = pairs_.Take(newIndex);
+  MoveIndices(game_, newIndex);
   SetPlaces(game_.entrants);
   SettleWinners();
-  for (Entrant& entrant : game_.entrants) SettleFigures(entrant.figures);
-  SettleRivals(game_.pairs,
-               [this](std::uint32_t entrant) -> Figures& { return FiguresOf(entrant); });
+  SettleRivals(game_.pairs, [this](std::uint32_t entrant) -> Figures& {
+    return game_.entrants[entrant].figures;
+  });
   open_ = false;
   return std::move(game_);
 }

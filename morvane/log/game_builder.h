@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string>
@@ -28,7 +29,10 @@ class GameBuilder {
   /// Begins a game. `tenths` is its first stamp where the log is `timed`.
   void Open(std::string_view map, int type, bool timed, std::int64_t tenths);
   /// The log's clock stands at `tenths`. It may jump back: a machine restarted.
-  void SetClock(std::int64_t tenths);
+  void SetClock(std::int64_t tenths) {
+    clock_ += std::max<std::int64_t>(0, tenths - lastStamp_);
+    lastStamp_ = tenths;
+  }
 
   /// A client has this name and team now. The name must live until the game is closed.
   void Userinfo(std::size_t slot, std::string_view name, Team team, bool bot);
@@ -63,14 +67,21 @@ class GameBuilder {
     std::uint32_t entrant = kNobody;
     std::int64_t playingSince = -1;  // on clock_; -1: not playing
   };
-  /// What is known of an entrant only while the game runs.
+  /// What is counted of an entrant while the game runs.
   struct Live {
+    Counts counts;
     std::int64_t killRun = 0;
     std::int64_t deathRun = 0;
     bool scoreGiven = false;
+    std::vector<WeaponUse> weapons;  // as EntryOf makes them
+    std::vector<ItemCount> items;
   };
 
-  std::uint32_t EntrantIn(std::size_t slot);
+  std::uint32_t EntrantIn(std::size_t slot) {
+    const std::uint32_t entrant = slots_[slot].entrant;
+    return entrant != kNobody ? entrant : SeatEntrant(slots_[slot]);
+  }
+  std::uint32_t SeatEntrant(Slot& slot);
   std::uint32_t EntrantNamed(std::string_view name);
   void Leave(Slot& slot);
   void StartPlaying(std::size_t slot);
@@ -78,13 +89,14 @@ class GameBuilder {
   void MarkStayed();
   void PlayInTeams();
   void Frag(std::uint32_t killer, std::uint32_t victim, std::uint16_t weapon, Team team);
-  void Die(std::uint32_t victim, std::uint16_t weapon);
+  void CountDeath(Live& victim, std::uint16_t weapon);
   void AddScore(std::uint32_t entrant, std::int32_t points, Team team);
   void UpdateTeamLead();
   void FindLead();
   void SetLead(std::uint32_t leader, std::int64_t score);
-  Figures& FiguresOf(std::uint32_t entrant) { return game_.entrants[entrant].figures; }
+  Counts& CountsOf(std::uint32_t entrant) { return live_[entrant].counts; }
   std::uint32_t SecondsSinceStart() const;
+  void SettleCounts();
   Team WinningTeam() const;
   void SettleWinners();
 
@@ -93,7 +105,10 @@ class GameBuilder {
   bool frozen_ = false;
   Game game_;
   std::array<Slot, kSlots> slots_;
-  std::vector<Live> live_;
+  // Used for one game after the other: to make such lists anew took a tenth of the reading of a
+  // log.
+  std::vector<Live> live_;  // longer than the list of entrants after a game of more of them
+  std::vector<KillEvent> events_;
   PairCounts pairs_;
   /// Entrants whose client went, by player key.
   std::unordered_map<std::string, std::vector<std::uint32_t>> left_;

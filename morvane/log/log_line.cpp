@@ -2,19 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace morvane {
 namespace {
 
 constexpr std::size_t kSeparatorLength = 60;
-// A server's line holds at most 1,016 bytes of text after seven of stamp; builds differ a little.
-constexpr std::size_t kClippedFrom = 1000;
-constexpr std::size_t kClippedTo = 1060;
 // Seven digits of minutes are 19 years without a restart.
 constexpr std::size_t kMostMinuteDigits = 7;
 constexpr std::size_t kMostPadding = 8;
-constexpr std::size_t kLongestBeginning = 64;
 
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -64,32 +59,6 @@ bool CutStamp(std::string_view line, LogLine& result) {
   return false;
 }
 
-/// The stamp that nearly every line has, "MMM:SS ", read in one go.
-bool CutUsualStamp(std::string_view line, LogLine& result) {
-  constexpr std::size_t kLength = 7;
-  if (line.size() < kLength || line[3] != ':' || line[6] != ' ') return false;
-  const auto digit = [&](std::size_t at) {
-    return std::int64_t{line[at] == ' ' ? 0 : line[at] - '0'};
-  };
-  const bool usual = IsDigit(line[2]) && IsDigit(line[4]) && IsDigit(line[5]) &&
-                     (IsDigit(line[1]) || (line[1] == ' ' && line[0] == ' ')) &&
-                     (IsDigit(line[0]) || line[0] == ' ');
-  if (!usual) return false;
-  const std::int64_t minutes = digit(0) * 100 + digit(1) * 10 + digit(2);
-  result.tenths = (minutes * 60 + digit(4) * 10 + digit(5)) * 10;
-  result.text = line.substr(kLength);
-  return true;
-}
-
-/// Where in a clipped line the next line begins; the line's length when nothing is glued to it.
-std::size_t GluedLine(std::string_view line) {
-  for (std::size_t at = kClippedFrom; at < std::min(line.size(), kClippedTo); ++at) {
-    const LogLine glued = CutLine(line.substr(at, kLongestBeginning));
-    if (glued.stamped && IsKnownText(glued.text)) return at;
-  }
-  return line.size();
-}
-
 }  // namespace
 
 LogLine CutLine(std::string_view line) {
@@ -97,13 +66,25 @@ LogLine CutLine(std::string_view line) {
     line.remove_prefix(std::min(line.find_first_not_of('\0'), line.size()));
   }
   LogLine result;
-  result.stamped = CutUsualStamp(line, result) || CutStamp(line, result);
+  result.stamped = CutStamp(line, result);
   if (!result.stamped) result = {line};
   return result;
 }
 
-bool EndsInSeparator(std::string_view text) {
-  return text.size() >= kSeparatorLength && text.back() == '-' &&
+LogLine LineCutter::CutNewMinute(std::string_view line) {
+  const LogLine cut = CutLine(line);
+  const bool isUsual = cut.stamped && line.size() >= kStamp && line[3] == ':' &&
+                       cut.text.data() == line.data() + kStamp;
+  if (isUsual) {
+    std::memcpy(minute_, line.data(), sizeof minute_);
+    const int seconds = (line[4] - '0') * 10 + (line[5] - '0');
+    minuteTenths_ = cut.tenths - std::int64_t{seconds} * 10;
+  }
+  return cut;
+}
+
+bool EndsInDashes(std::string_view text) {
+  return text.size() >= kSeparatorLength &&
          text.substr(text.size() - kSeparatorLength).find_first_not_of('-') == text.npos;
 }
 
@@ -112,31 +93,10 @@ bool IsKnownText(std::string_view text) {
       {"Item: ", "Kill: ", "Client",
        "InitGame:", "ShutdownGame:", "Exit:", "Warmup:", "InitRound:", "ServerTime:", "score: ",
        "red:", "Award: ", "CTF: ", "say: ", "sayteam: ", "tell: ", "vtell: ", "-----"});
-  return std::any_of(kBeginnings.begin(), kBeginnings.end(),
-                     [&](std::string_view beginning) { return text.starts_with(beginning); });
-}
-
-bool LineReader::Next(std::string_view& line) {
-  if (next_ >= log_.size()) return false;
-  if (hadEnd_) ++number_;
-  start_ = next_;
-  const void* found = std::memchr(log_.data() + start_, '\n', log_.size() - start_);
-  hadEnd_ = found != nullptr;
-  const std::size_t end =
-      hadEnd_ ? static_cast<std::size_t>(static_cast<const char*>(found) - log_.data())
-              : log_.size();
-  line = log_.substr(start_, end - start_);
-  next_ = end + (hadEnd_ ? 1 : 0);
-  if (line.size() > kClippedFrom) {
-    if (const std::size_t glued = GluedLine(line); glued < line.size()) {
-      line = line.substr(0, glued);
-      next_ = start_ + glued;
-      hadEnd_ = false;
-    }
-  }
-  if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-  end_ = start_ + line.size();
-  return true;
+  if (text.empty()) return false;
+  return std::any_of(kBeginnings.begin(), kBeginnings.end(), [&](std::string_view beginning) {
+    return text.front() == beginning.front() && text.starts_with(beginning);
+  });
 }
 
 }  // namespace morvane

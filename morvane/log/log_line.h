@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace morvane {
@@ -19,39 +20,40 @@ struct LogLine {
 /// NULs in front of a line, which a crashed machine leaves, do not count.
 LogLine CutLine(std::string_view line);
 
+/// Does the same for the lines of a log, of which most have the minute of the line before.
+class LineCutter {
+ public:
+  LogLine Cut(std::string_view line) {
+    if (line.size() < kStamp || std::memcmp(line.data(), minute_, sizeof minute_) != 0) {
+      return CutNewMinute(line);
+    }
+    const unsigned tens = static_cast<unsigned char>(line[4]) - unsigned{'0'};
+    const unsigned ones = static_cast<unsigned char>(line[5]) - unsigned{'0'};
+    if (tens > 9 || ones > 9 || line[6] != ' ') return CutLine(line);
+    line.remove_prefix(kStamp);
+    return {line, minuteTenths_ + std::int64_t{tens * 100 + ones * 10}, true};
+  }
+
+ private:
+  static constexpr std::size_t kStamp = 7;  // "MMM:SS "
+
+  LogLine CutNewMinute(std::string_view line);
+
+  char minute_[4] = {};  // with its colon
+  std::int64_t minuteTenths_ = 0;
+};
+
+/// Whether the text of a line ends in a separator, knowing that it ends in a dash.
+bool EndsInDashes(std::string_view text);
+
 /// Whether the text of a line is a separator of dashes, or ends in one: what a crash cut off then
 /// stands before it.
-bool EndsInSeparator(std::string_view text);
+inline bool EndsInSeparator(std::string_view text) {
+  return !text.empty() && text.back() == '-' && EndsInDashes(text);
+}
 
 /// Whether a text begins as a line of the game does.
 bool IsKnownText(std::string_view text);
-
-/// Reads the lines of a log one after the other. Line ends are LF or CR LF. A line that the server
-/// clipped, and that therefore has the next one's stamp glued to it, gives two lines.
-class LineReader {
- public:
-  explicit LineReader(std::string_view log) : log_(log) {}
-
-  /// The next line without its end; false at the end of the log.
-  bool Next(std::string_view& line);
-
-  /// Where the line last read begins, in bytes.
-  std::size_t LineStart() const { return start_; }
-  /// Where it ends, without its line end.
-  std::size_t LineEnd() const { return end_; }
-  /// The number of the line last read, from 1. Both lines of a clipped one have the same.
-  std::size_t LineNumber() const { return number_; }
-  /// Whether the line last read had a line end.
-  bool HadLineEnd() const { return hadEnd_; }
-
- private:
-  std::string_view log_;
-  std::size_t start_ = 0;
-  std::size_t end_ = 0;
-  std::size_t next_ = 0;
-  std::size_t number_ = 0;
-  bool hadEnd_ = true;
-};
 
 /// Whether a stamp lies before another, by more than the odd tenth that a mod is off.
 inline bool IsLower(std::int64_t tenths, std::int64_t before) { return tenths + 10 < before; }

@@ -2,14 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstring>
-#include <ctime>
 #include <optional>
 #include <utility>
 
 #include "morvane/log/game_builder.h"
+#include "morvane/log/known_tails.h"
+#include "morvane/log/line_reader.h"
 #include "morvane/log/log_line.h"
+#include "morvane/log/server_dates.h"
 #include "text/text.h"
 
 namespace morvane {
@@ -55,6 +56,19 @@ inline bool TakeSlot(std::string_view& text, std::size_t& slot) {
   return true;
 }
 
+/// The slot of a number of one or two digits and nothing else; GameBuilder::kSlots for another
+/// text.
+std::size_t SlotOf(std::string_view digits) {
+  if (digits.empty() || digits.size() > 2) return GameBuilder::kSlots;
+  const auto digit = [](char c) {
+    return static_cast<std::size_t>(static_cast<unsigned char>(c - '0'));
+  };
+  const std::size_t tens = digits.size() == 2 ? digit(digits.front()) : 0;
+  const std::size_t ones = digit(digits.back());
+  return tens > 9 || ones > 9 ? GameBuilder::kSlots
+                              : std::min(tens * 10 + ones, GameBuilder::kSlots);
+}
+
 /// Takes "key\value\" off a text of such pairs; false at its end.
 bool TakePair(std::string_view& text, std::string_view& key, std::string_view& value) {
   const std::size_t keyEnd = text.find('\\');
@@ -84,10 +98,11 @@ std::string_view Word(std::string_view text) {
   return text.substr(0, size);
 }
 
-/// What follows the " by " of "... by MOD_NAME ...". Players' names stand before it and may hold
+constexpr std::string_view kBy = " by ";
+
+/// What follows the kBy of "... by MOD_NAME ...". Players' names stand before it and may hold
 /// anything, so the last one counts.
 std::string_view TextAfterBy(std::string_view text) {
-  constexpr std::string_view kBy = " by ";
   const void* blank = memrchr(text.data(), ' ', text.size());  // nearly always that of " by "
   if (blank == nullptr) return {};
   const auto last = static_cast<std::size_t>(static_cast<const char*>(blank) - text.data());
@@ -106,32 +121,6 @@ bool IsGameText(std::string_view text) {
 
 bool IsKey(std::string_view key, std::string_view name) {
   return key.size() == name.size() && text::SameName(key, name);
-}
-
-/// "20190304173140", local time as the server's, as seconds since 1970; 0 where it is none.
-std::int64_t DateFrom(std::string_view text) {
-  constexpr std::array<std::size_t, 6> kDigits = {4, 2, 2, 2, 2, 2};
-  std::array<int, 6> parts{};
-  for (std::size_t i = 0; i < parts.size(); ++i) {
-    const std::string_view digits = text.substr(0, kDigits[i]);
-    if (digits.size() < kDigits[i] || digits.find_first_not_of("0123456789") != digits.npos) {
-      return 0;
-    }
-    for (const char digit : digits) parts[i] = parts[i] * 10 + (digit - '0');
-    text.remove_prefix(kDigits[i]);
-  }
-  const auto [year, month, day, hour, minute, second] = parts;
-  const auto date = std::chrono::year(year) / month / day;
-  if (!date.ok() || hour > 23 || minute > 59 || second > 60) return 0;
-  std::tm time = {};
-  time.tm_year = year - 1900;
-  time.tm_mon = month - 1;
-  time.tm_mday = day;
-  time.tm_hour = hour;
-  time.tm_min = minute;
-  time.tm_sec = second;
-  time.tm_isdst = -1;
-  return std::max<std::int64_t>(0, std::mktime(&time));
 }
 
 /// Whether a stamp is 0:00, or the odd tenth that a mod is off.
@@ -163,9 +152,11 @@ class Parser {
   void ServerTime(std::string_view text);
   void CloseGame(std::size_t end);
   void Kill(std::string_view text);
-  /// The number of "MOD_NAME ..."; Names::kUnknown where it begins with no name.
+  /// The number of "MOD_NAME ...", which follows a kBy; Names::kUnknown where it begins with no
+  /// name.
   std::uint16_t WeaponOf(std::string_view means);
   void Item(std::string_view text);
+  void TakeNewItem(std::string_view text);
   void Userinfo(std::string_view text);
   void Score(std::string_view text);
   void TeamScores(std::string_view text);
@@ -176,8 +167,12 @@ class Parser {
   void Damaged(std::string_view what);
 
   LineReader reader_;
+  LineCutter cutter_;
   GameBuilder game_;
   ParsedLog log_;
+  ServerDates dates_;
+  KnownTails weaponTails_;  // " by MOD_NAME"
+  KnownTails itemTails_;    // " name"
   std::size_t size_;
   GameTime time_;             // of the open game; its date is that of `datedAt_`
   std::int64_t datedAt_ = 0;  // on the log's clock
@@ -204,7 +199,7 @@ ParsedLog Parser::Run() {
 }
 
 void Parser::TakeLine(std::string_view line) {
-  const LogLine cut = CutLine(line);
+  const LogLine cut = cutter_.Cut(line);
   if (cut.text.empty()) return;
   if (EndsInSeparator(cut.text)) {
     // A stump in front of the dashes belongs to a crash, and its stamp to nothing.
@@ -226,7 +221,7 @@ void Parser::SetClock(const LogLine& line) {
     ++log_.runs;
   }
   log_.stamped = true;
-  if (line.tenths > log_.lastStamp) log_.clock += line.tenths - log_.lastStamp;
+  log_.clock += std::max<std::int64_t>(0, line.tenths - log_.lastStamp);
   log_.lastStamp = line.tenths;
   // The next game's first stamp is no part of the one before it.
   if (game_.IsOpen() && !opens) game_.SetClock(line.tenths);
@@ -313,7 +308,7 @@ bool Parser::OpenGame(std::string_view text, const LogLine& line) {
 
 void Parser::ServerTime(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
-  const std::int64_t date = DateFrom(text);
+  const std::int64_t date = dates_.Read(text);
   if (date == 0) return Damaged("server time");
   if (time_.date != 0) return;
   time_.date = date;
@@ -334,33 +329,45 @@ void Parser::Kill(std::string_view text) {
   int killer = 0;
   std::size_t victim = 0;
   if (!TakeNumber(text, killer) || !TakeSlot(text, victim)) return Damaged("kill");
-  const std::uint16_t weapon = WeaponOf(TextAfterBy(text));
+  const std::uint16_t known = weaponTails_.Find(reader_.UpToLineEnd()).number;
+  const std::uint16_t weapon = known != Names::kUnknown ? known : WeaponOf(TextAfterBy(text));
   if (weapon == Names::kUnknown) return Damaged("kill");
   const bool isClient = killer >= 0 && killer < static_cast<int>(GameBuilder::kSlots);
   game_.Kill(isClient ? static_cast<std::size_t>(killer) : GameBuilder::kWorld, victim, weapon);
 }
 
 std::uint16_t Parser::WeaponOf(std::string_view means) {
-  constexpr std::string_view kPrefix = "MOD_";
-  std::string_view name = means;
-  Take(name, kPrefix);
-  if (means.size() <= kLongestWord) {  // nearly always nothing follows the name
-    const std::uint16_t known = log_.vocabulary.weapons.Find(name);
-    if (known != Names::kUnknown) return known;
+  const std::string_view word = Word(means);
+  std::string_view name = word;
+  Take(name, "MOD_");
+  if (name.empty()) return Names::kUnknown;
+  const std::uint16_t weapon = log_.vocabulary.weapons.Number(name);
+  if (word.size() == means.size()) {  // nearly always nothing follows the name
+    weaponTails_.Add({means.data() - kBy.size(), means.size() + kBy.size()}, weapon);
   }
-  name = Word(means);
-  Take(name, kPrefix);
-  return name.empty() ? Names::kUnknown : log_.vocabulary.weapons.Number(name);
+  return weapon;
 }
 
 void Parser::Item(std::string_view text) {
+  const KnownTails::Tail tail = itemTails_.Find(reader_.UpToLineEnd());
+  if (tail.size < text.size() && tail.number != Names::kUnknown) {
+    const std::size_t slot = SlotOf(text.substr(0, text.size() - tail.size));
+    if (slot < GameBuilder::kSlots) return game_.TakeItem(slot, tail.number);
+  }
+  TakeNewItem(text);
+}
+
+void Parser::TakeNewItem(std::string_view text) {
   std::size_t slot = 0;
   if (!TakeSlot(text, slot) || !Take(text, " ")) return Damaged("item");
-  const std::uint16_t known = log_.vocabulary.items.Find(text);
-  if (known != Names::kUnknown) return game_.TakeItem(slot, known);
   const std::string_view name = Word(text);
   if (name.empty()) return Damaged("item");
-  game_.TakeItem(slot, log_.vocabulary.items.Number(name));
+  const std::uint16_t item = log_.vocabulary.items.Number(name);
+  const bool isNew = itemTails_.Find(reader_.UpToLineEnd()).number == Names::kUnknown;
+  if (isNew && name.size() == text.size()) {
+    itemTails_.Add({text.data() - 1, text.size() + 1}, item);
+  }
+  game_.TakeItem(slot, item);
 }
 
 void Parser::Userinfo(std::string_view text) {

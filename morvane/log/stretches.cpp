@@ -12,7 +12,7 @@
 namespace morvane {
 namespace {
 
-constexpr std::size_t kStretchBytes = std::size_t{8} << 20;
+constexpr std::size_t kStretchBytes = std::size_t{2} << 20;
 
 /// Where the next game begins from `from` on; the log's size when none does.
 std::size_t FindGame(std::string_view log, std::size_t from) {

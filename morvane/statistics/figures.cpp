@@ -1,6 +1,7 @@
 #include "morvane/statistics/figures.h"
 
 #include <algorithm>
+#include <numeric>
 #include <tuple>
 
 namespace morvane {
@@ -24,6 +25,43 @@ bool IsUnchanged(const std::vector<std::uint16_t>& numbers) {
     if (numbers[i] != i) return false;
   }
   return true;
+}
+
+/// What a list is sorted by before the numbers, the most first.
+std::uint64_t WeightOf(const WeaponUse& use) {
+  return (std::uint64_t{use.kills} << 32) | use.deaths;
+}
+std::uint64_t WeightOf(const ItemCount& item) { return item.count; }
+
+std::uint16_t NumberOf(const WeaponUse& use) { return use.weapon; }
+std::uint16_t NumberOf(const ItemCount& item) { return item.item; }
+
+template <class Entry>
+bool IsNone(const Entry& entry) {
+  return WeightOf(entry) == 0;
+}
+
+template <class Entry>
+bool IsMore(const Entry& left, const Entry& right) {
+  const std::uint64_t weight = WeightOf(left);
+  const std::uint64_t other = WeightOf(right);
+  return weight != other ? weight > other : NumberOf(left) < NumberOf(right);
+}
+
+template <class Entry, class Number>
+std::vector<Entry> TakeCounted(std::vector<Entry>& counted, Number Entry::*key) {
+  std::vector<Entry> taken;
+  taken.reserve(counted.size() -
+                static_cast<std::size_t>(std::ranges::count_if(counted, IsNone<Entry>)));
+  for (Entry& entry : counted) {
+    if (!IsNone(entry)) taken.push_back(entry);
+    const Number number = entry.*key;
+    entry = {};
+    entry.*key = number;
+  }
+  counted.resize(std::min(counted.size(), kPlaces));
+  std::sort(taken.begin(), taken.end(), IsMore<Entry>);
+  return taken;
 }
 
 /// Makes room in a new sum, of which there is one for each player, for no more than what comes.
@@ -88,21 +126,24 @@ std::vector<WeaponUse> JoinSplash(const std::vector<WeaponUse>& weapons,
   return joined;
 }
 
+std::vector<WeaponUse> TakeWeapons(std::vector<WeaponUse>& counted) {
+  return TakeCounted(counted, &WeaponUse::weapon);
+}
+
+std::vector<ItemCount> TakeItems(std::vector<ItemCount>& counted) {
+  return TakeCounted(counted, &ItemCount::item);
+}
+
 void SortWeapons(std::vector<WeaponUse>& weapons) {
-  std::erase_if(weapons, [](const WeaponUse& use) { return use.kills + use.deaths == 0; });
+  std::erase_if(weapons, IsNone<WeaponUse>);
   weapons.shrink_to_fit();
-  std::sort(weapons.begin(), weapons.end(), [](const WeaponUse& left, const WeaponUse& right) {
-    return std::tie(right.kills, right.deaths, left.weapon) <
-           std::tie(left.kills, left.deaths, right.weapon);
-  });
+  std::sort(weapons.begin(), weapons.end(), IsMore<WeaponUse>);
 }
 
 void SortItems(std::vector<ItemCount>& items) {
-  std::erase_if(items, [](const ItemCount& item) { return item.count == 0; });
+  std::erase_if(items, IsNone<ItemCount>);
   items.shrink_to_fit();
-  std::sort(items.begin(), items.end(), [](const ItemCount& left, const ItemCount& right) {
-    return std::tie(right.count, left.item) < std::tie(left.count, right.item);
-  });
+  std::sort(items.begin(), items.end(), IsMore<ItemCount>);
 }
 
 void SettleFigures(Figures& figures) {
@@ -134,15 +175,7 @@ void RenumberPairs(std::vector<Pair>& pairs, const std::vector<std::uint32_t>& n
   SortPairs(pairs);
 }
 
-void PairCounts::Add(const Pair& pair) {
-  if (pair.killer < kTableSize && pair.victim < kTableSize) {
-    if (table_.size() <= pair.killer) table_.resize(pair.killer + 1);
-    std::vector<Count>& row = table_[pair.killer];
-    if (row.size() <= pair.victim) row.resize(pair.victim + 1);
-    row[pair.victim].kills += pair.kills;
-    row[pair.victim].teamKills += pair.teamKills;
-    return;
-  }
+void PairCounts::AddOther(const Pair& pair) {
   others_.push_back(pair);
   // The same two meet again and again: what has doubled is worth being made one.
   if (others_.size() > 2 * sorted_ + kUnsorted) {
@@ -151,23 +184,29 @@ void PairCounts::Add(const Pair& pair) {
   }
 }
 
-std::vector<Pair> PairCounts::Take() {
+std::vector<Pair> PairCounts::Take(const std::vector<std::uint32_t>& newIndex) {
+  const auto index = [&](std::uint32_t old) { return newIndex.empty() ? old : newIndex[old]; };
+  // The table is walked in the new order, so that nothing in it has to be sorted.
+  std::vector<std::uint32_t> order(used_);
+  std::iota(order.begin(), order.end(), 0U);
+  std::ranges::sort(order, {}, index);
   std::vector<Pair> pairs;
-  for (std::uint32_t killer = 0; killer < table_.size(); ++killer) {
-    std::vector<Count>& row = table_[killer];
-    for (std::uint32_t victim = 0; victim < row.size(); ++victim) {
-      const Count& count = row[victim];
-      if (count.kills + count.teamKills == 0) continue;
-      pairs.push_back({killer, victim, count.kills, count.teamKills});
+  pairs.reserve(inTable_ + others_.size());
+  for (const std::uint32_t killer : order) {
+    for (const std::uint32_t victim : order) {
+      Count& count = table_[killer * kTableSize + victim];
+      if (count.IsNone()) continue;
+      pairs.push_back({index(killer), index(victim), count.kills, count.teamKills});
+      count = {};
     }
-    row.clear();
   }
-  if (!others_.empty()) {
-    pairs.insert(pairs.end(), others_.begin(), others_.end());
-    SortPairs(pairs);
-    others_.clear();
-    sorted_ = 0;
+  for (const Pair& pair : others_) {
+    pairs.push_back({index(pair.killer), index(pair.victim), pair.kills, pair.teamKills});
   }
+  if (!others_.empty()) SortPairs(pairs);
+  others_.clear();
+  used_ = 0;
+  inTable_ = sorted_ = 0;
   return pairs;
 }
 

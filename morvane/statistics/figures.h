@@ -10,13 +10,12 @@
 
 namespace morvane {
 
-/// The entry of a number, which `key` holds, in a list that is still counted up. Small numbers, and
-/// nearly all are small, stand at their own places, so that none is searched for. The empty entries
-/// between them go when the list is sorted.
+/// So many numbers have places of their own in the lists of EntryOf.
+inline constexpr std::size_t kPlaces = 64;
+
+/// The same for a number that has no entry, or no place of its own.
 template <class Entry, class Number>
-Entry& EntryOf(std::vector<Entry>& entries, Number Entry::*key, Number number) {
-  constexpr std::size_t kPlaces = 64;
-  if (number < std::min(entries.size(), kPlaces)) return entries[number];
+Entry& FarEntryOf(std::vector<Entry>& entries, Number Entry::*key, Number number) {
   // Room for what a game has saves growing step by step, for each of so many lists.
   if (entries.capacity() == 0) entries.reserve(kPlaces / 2);
   const std::size_t place = std::min<std::size_t>(number, kPlaces - 1);
@@ -31,6 +30,15 @@ Entry& EntryOf(std::vector<Entry>& entries, Number Entry::*key, Number number) {
   Entry& entry = entries.emplace_back();
   entry.*key = number;
   return entry;
+}
+
+/// The entry of a number, which `key` holds, in a list that is still counted up. Small numbers, and
+/// nearly all are small, stand at their own places, so that none is searched for. The empty entries
+/// between them go when the list is sorted.
+template <class Entry, class Number>
+Entry& EntryOf(std::vector<Entry>& entries, Number Entry::*key, Number number) {
+  const bool isNear = number < kPlaces && number < entries.size();
+  return isNear ? entries[number] : FarEntryOf(entries, key, number);
 }
 
 /// A counter and the names that it has in templates.
@@ -74,6 +82,11 @@ std::vector<std::uint16_t> SplashOf(const Names& weapons);
 std::vector<WeaponUse> JoinSplash(const std::vector<WeaponUse>& weapons,
                                   const std::vector<std::uint16_t>& splashOf);
 
+/// Hands out what EntryOf counted, as SettleFigures leaves it, and sets the counts to 0. The list
+/// keeps its room for the next count.
+std::vector<WeaponUse> TakeWeapons(std::vector<WeaponUse>& counted);
+std::vector<ItemCount> TakeItems(std::vector<ItemCount>& counted);
+
 /// Most kills first, then most deaths; most items first. What was counted not once is left out.
 void SortWeapons(std::vector<WeaponUse>& weapons);
 void SortItems(std::vector<ItemCount>& items);
@@ -95,20 +108,35 @@ void RenumberPairs(std::vector<Pair>& pairs, const std::vector<std::uint32_t>& n
 class PairCounts {
  public:
   /// Adds the kills of a pair, of which there is at least one.
-  void Add(const Pair& pair);
-  /// Hands out all pairs, sorted by killer, then victim, and begins anew.
-  std::vector<Pair> Take();
+  void Add(const Pair& pair) {
+    const std::uint32_t highest = std::max(pair.killer, pair.victim);
+    if (highest >= kTableSize) return AddOther(pair);
+    if (table_.empty()) table_.resize(std::size_t{kTableSize} * kTableSize);
+    used_ = std::max(used_, highest + 1);
+    Count& count = table_[pair.killer * kTableSize + pair.victim];
+    inTable_ += count.IsNone() ? 1 : 0;
+    count.kills += pair.kills;
+    count.teamKills += pair.teamKills;
+  }
+  /// Hands out all pairs, sorted by killer, then victim, and begins anew. With `newIndex` they get
+  /// these indices, by the old ones.
+  std::vector<Pair> Take(const std::vector<std::uint32_t>& newIndex = {});
 
  private:
   struct Count {
     std::uint32_t kills = 0;
     std::uint32_t teamKills = 0;
+    bool IsNone() const { return kills == 0 && teamKills == 0; }
   };
   /// The first of a list, who meet most often, have a table; the others are sorted now and then.
   static constexpr std::uint32_t kTableSize = 128;
   static constexpr std::size_t kUnsorted = 10000;
 
-  std::vector<std::vector<Count>> table_;  // by killer, then victim
+  void AddOther(const Pair& pair);
+
+  std::vector<Count> table_;  // kTableSize by killer, each by victim; empty before the first pair
+  std::uint32_t used_ = 0;    // so many rows and columns of it
+  std::size_t inTable_ = 0;   // pairs
   std::vector<Pair> others_;
   std::size_t sorted_ = 0;
 };

@@ -4,6 +4,7 @@
 #include <concepts>
 #include <cstdint>
 #include <cstring>
+#include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -44,6 +45,14 @@ class Fingerprint {
     char bytes[sizeof value];
     std::memcpy(bytes, &value, sizeof value);
     bytes_.append(bytes, sizeof bytes);
+    return *this;
+  }
+
+  /// All of a list of values that are nothing but the bytes of their members.
+  template <class Value>
+  requires std::has_unique_object_representations_v<Value> Fingerprint& AddAll(
+      std::span<const Value> values) {
+    bytes_.append(reinterpret_cast<const char*>(values.data()), values.size_bytes());
     return *this;
   }
 

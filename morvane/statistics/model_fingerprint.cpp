@@ -8,9 +8,7 @@ namespace {
 // Each value is taken apart into all its members, so that a new member does not compile until it
 // is added here, too.
 
-void AddCounts(Fingerprint& print, const Counts& counts) {
-  for (const Counter& counter : kCounters) print.Add(counts.*counter.member);
-}
+void AddCounts(Fingerprint& print, const Counts& counts) { print.AddAll(std::span(&counts, 1)); }
 
 /// `ofGame`: the rivals are entrants of a game, who keep their places.
 void AddFigures(Fingerprint& print, const Figures& figures, bool ofGame) {
@@ -58,11 +56,9 @@ void AddTo(Fingerprint& print, const Game& game) {
   print.Add(exitReason).Add(teams).Add(hasTeamScores).Add(winningTeam).Add(redScore).Add(blueScore);
   print.Add(kills).Add(frags).Add(entrants.size()).Add(pairs.size());
   for (const Entrant& entrant : entrants) AddEntrant(print, entrant);
-  for (const auto& [killer, victim, pairKills, teamKills] : pairs) {
-    print.Add(killer).Add(victim).Add(pairKills).Add(teamKills);
-  }
+  print.AddAll(std::span(pairs));
   print.Add(lead.size()).Add(events.size());
-  for (const auto& [second, leader, score] : lead) print.Add(second).Add(leader).Add(score);
+  print.AddAll(std::span(lead));
   for (const auto& [killer, victim, weapon, teamKill, second] : events) {
     print.Add(killer).Add(victim).Add(weapon).Add(teamKill).Add(second);
   }

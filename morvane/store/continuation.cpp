@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "morvane/log/line_reader.h"
 #include "morvane/log/log_line.h"
 
 namespace morvane {

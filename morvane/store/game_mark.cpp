@@ -4,6 +4,7 @@
 #include <string>
 #include <tuple>
 
+#include "morvane/log/line_reader.h"
 #include "morvane/log/log_line.h"
 #include "morvane/store/digest.h"
 

@@ -1,7 +1,10 @@
 #include "morvane/log/log_line.h"
 
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <string>
+
+#include "morvane/log/line_reader.h"
 
 namespace morvane {
 namespace {
@@ -56,6 +59,42 @@ TEST(LineReader, KnowsWhereLinesStandAndCutsAClippedOneBeforeTheStampGluedToIt) 
   EXPECT_EQ(LinesOf("a\r\nbb\n\nccc"), "0 1 1, 3 2 2, 6 3 0, 7 4 3, ...");
   EXPECT_EQ(LinesOf("ab\n" + clipped + "  0:01 Exit:\n"), "0 1 2, 3 2 1000, 1003 2 12, ");
   EXPECT_EQ(LinesOf("  0:02 say: x:   0:01 Exit:\n"), "0 1 27, ") << "somebody's talk";
+}
+
+TEST(LineReader, FindsLinesOfAnyLength) {
+  std::string log;
+  std::string expected;
+  for (std::size_t size = 0; size < 200; size += size < 130 ? 1 : 13) {
+    expected += std::to_string(log.size()) + " " + std::to_string(size + 1) + " ";
+    log += std::string(size, size % 2 == 0 ? '\x0B' : '\x8A') + "x\n";
+  }
+  std::string found;
+  LineReader reader(log);
+  for (std::string_view line; reader.Next(line);) {
+    found += std::to_string(reader.LineStart()) + " " + std::to_string(line.size()) + " ";
+  }
+  EXPECT_EQ(found, expected);
+}
+
+TEST(LineCutter, ReadsAStampLikeCutLine) {
+  LineCutter cutter;
+  for (const std::string_view line : std::initializer_list<std::string_view>{
+           "  0:10 a", "  0:59 b", "  0:60 c", "  0:1x d", "  0:1 e", "  0:10x f", "  0:10",
+           "  0:", " 10:00 g", " 10:01 h", "110:02 i", "1110:02 j", "0:10 k", "0:1112 l",
+           "10:1112 m", "  0.1 n",
+           std::string_view("\0"
+                            "10:59 o",
+                            8),
+           std::string_view("\0"
+                            "10:58 p",
+                            8),
+           "10:58 q"}) {
+    const LogLine expected = CutLine(line);
+    const LogLine cut = cutter.Cut(line);
+    EXPECT_EQ(cut.text, expected.text) << line;
+    EXPECT_EQ(cut.tenths, expected.tenths) << line;
+    EXPECT_EQ(cut.stamped, expected.stamped) << line;
+  }
 }
 
 TEST(EndsInSeparator, NeedsSixtyDashes) {

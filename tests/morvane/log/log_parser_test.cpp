@@ -1,6 +1,7 @@
 #include "morvane/log/log_parser.h"
 
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -160,6 +161,42 @@ TEST(ParseLog, ReadsAnyLineOfKill) {
     EXPECT_EQ(log.vocabulary.weapons.size() > 0 ? log.vocabulary.weapons[0] : "", test.weapon)
         << test.line;
   }
+}
+
+// A line that ends like one before it is read by that end alone.
+TEST(ParseLog, TakesNoLineForAnotherOfTheSameEnd) {
+  const std::string longName(40, 'y');
+  std::string lines = Init() + kTwo;
+  for (int round = 0; round < 2; ++round) {
+    for (const std::string& text : std::initializer_list<std::string>{
+             "Item: 0 item_health", "Item: 1 item_health", "Item:  1 item_health", "Item: 0 a",
+             "Item: 0 team_item_health", "Item: 0 item_health !", "Item: 0 " + longName,
+             "Item: 0 x" + longName, "Item: 64 item_health", "Item: 0/ item_health",
+             "Item: item_health", "Kill: 0 1 6: a killed b by MOD_ROCKET",
+             "Kill: 0 1 6: a killed b by ROCKET", "Kill: 1 0 6: a killed b by X_ROCKET",
+             "Kill: 0 99 6: a killed b by MOD_ROCKET", "Kill: 1 0 6: a killed b by_MOD_ROCKET",
+             "Kill: 0 by MOD_ROCKET", "Kill: 1 0 6: killed by MOD_" + longName}) {
+      lines += "  1:00 ";
+      lines.append(text).append("\n");
+    }
+  }
+  const ParsedLog log = ParseLog(lines, false);
+  std::string counts;
+  for (const Entrant& entrant : log.games.at(0).entrants) {
+    counts += entrant.name + ":";
+    for (const auto& [weapon, kills, deaths] : entrant.figures.weapons) {
+      counts += " " + log.vocabulary.weapons[weapon] + " " + std::to_string(kills) + "/" +
+                std::to_string(deaths);
+    }
+    for (const auto& [item, count] : entrant.figures.itemCounts) {
+      counts += " " + std::to_string(count) + " " + log.vocabulary.items[item];
+    }
+    counts += "\n";
+  }
+  EXPECT_EQ(counts, "Ann: ROCKET 4/0 X_ROCKET 0/2 " + longName + " 0/2 4 item_health 2 a" +
+                        " 2 team_item_health 2 " + longName + " 2 x" + longName +
+                        "\nBob: X_ROCKET 2/0 " + longName + " 2/0 ROCKET 0/4 4 item_health\n");
+  EXPECT_EQ(log.damaged, 12U);
 }
 
 /// What is said of a game's end and its lead: who won, its teams' scores, the steps of the lead
