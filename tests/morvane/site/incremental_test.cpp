@@ -143,22 +143,27 @@ TEST_F(Incremental, EveryLineOfALogAndOfPlayersTxt) {
   }
 }
 
-// They hold 200 games each, and tell the names that players and maps bear now.
+// They hold 200 games each, and tell the names that players bear now. The games have dates of their
+// own: what is reckoned from the log's time changes with each run.
 TEST_F(Incremental, FilesOfGames) {
   for (const char* kind : {"game", "map"}) {
     site.Set("TEMPLATES", std::string(kind) + "_templates_number", "0");
   }
   site.Set("TEMPLATES", "player_template", "");
-  std::string log = SmallLog();
-  for (int i = 0; i < 200; ++i) log += Duel("Ann", "Bob", 1, "q3dm1");
-  for (const std::string& more : {std::string(), Duel("Ann", "Cid", 1, "q3dm1"),
-                                  Duel("ANN", "Cid", 1, "q3dm6"), Duel("Dan", "Cid", 1, "Q3DM1")}) {
-    log += more;
+  std::string log;
+  for (int i = 0; i < 200; ++i) log += DatedDuel(kFriday + 600 * i, "Ann", "Bob", 1);
+  for (const char* winner : {"Bob", "Cid", "ANN"}) {
+    log += DatedDuel(kFriday + 9 * kDay, winner, "Dan", 1);
     site.Log(log);
-    ExpectAsNew(more);
+    ExpectAsNew(std::string("a game of ") + winner);
     if (HasFatalFailure()) return;
   }
-  for (const char* names : {"Ann = Bob\n", "Ann = BOB\n", "- Cid\n", "- Dan\n"}) {
+  site.Set("Game", "min_kills", "1");
+  ExpectAsNew("the limit");
+  log += DatedDuel(kFriday + 9 * kDay, "Ann", "Bob", 0);
+  site.Log(log);
+  ExpectAsNew("a game that does not count");
+  for (const char* names : {"Ann = Zoe\n", "Ann = ZOE\n", "- Cid\n", "- Dan\n"}) {
     WriteFile(site.Folder() / "players.txt", names);
     ExpectAsNew(std::string("players.txt: ") + names);
   }
