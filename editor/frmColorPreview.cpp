@@ -84,7 +84,6 @@ frmColorPreview::frmColorPreview(QWidget& window) : QDialog(&window) {
     SetColor(Control<QWidget>(*this, source.control), source.role, color.toInt());
   }
   auto& close = Control<QPushButton>(*this, "cdClose");
-  close.setDefault(true);
   close.setFocus();
   connect(&close, &QPushButton::clicked, this, &frmColorPreview::cdClose_Click);
 }

@@ -68,7 +68,6 @@ QWidget* BuildListView(const ControlRow& row, QWidget* container) {
   auto* view = new QTreeWidget(container);
   view->setHeaderLabels(QString(row.caption).split('|'));
   view->setRootIsDecorated(false);
-  view->setItemsExpandable(false);
   view->setUniformRowHeights(true);
   view->setAllColumnsShowFocus(true);
   view->header()->setStretchLastSection(false);

@@ -3,6 +3,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QFocusEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
@@ -130,6 +132,12 @@ TEST_F(Edit, OtherControlsOnlyLoseTheClipboard) {
     EXPECT_EQ(Clipboard(), "old");
   }
   EXPECT_EQ(Text(kBox), "");
+
+  QLineEdit ofAnotherWindow("text");
+  ofAnotherWindow.selectAll();
+  QFocusEvent out(QEvent::FocusOut, Qt::MenuBarFocusReason);
+  QApplication::sendEvent(&ofAnotherWindow, &out);
+  EXPECT_FALSE(ofAnotherWindow.hasSelectedText());
 }
 
 TEST_F(Edit, TextsBeyond16BitsAreLeftAlone) {
