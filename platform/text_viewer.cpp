@@ -12,33 +12,32 @@ namespace {
 /// The functions of GIO that are used here. The library is loaded when a file is first opened, and
 /// stays: with all that it needs in turn, it would be 4 % of the memory that the editor starts
 /// with.
-struct Gio {
-  void* library = dlopen("libgio-2.0.so.0", RTLD_LAZY);
-  decltype(&g_app_info_get_default_for_type) getDefaultForType = nullptr;
-  decltype(&g_app_info_get_name) getName = nullptr;
-  decltype(&g_desktop_app_info_launch_uris_as_manager) launch = nullptr;
-  decltype(&g_object_unref) unref = nullptr;
+class Gio {
+  void* library_ = dlopen("libgio-2.0.so.0", RTLD_LAZY);
 
-  Gio() {
-    if (library == nullptr) return;
-    Find("g_app_info_get_default_for_type", getDefaultForType);
-    Find("g_app_info_get_name", getName);
-    Find("g_desktop_app_info_launch_uris_as_manager", launch);
-    Find("g_object_unref", unref);
-  }
-
- private:
   template <class Function>
-  void Find(const char* name, Function& function) const {
-    function = reinterpret_cast<Function>(dlsym(library, name));
+  Function* Find(const char* name) const {
+    return library_ != nullptr ? reinterpret_cast<Function*>(dlsym(library_, name)) : nullptr;
   }
+
+ public:
+  bool IsThere() const { return library_ != nullptr; }
+
+  decltype(g_app_info_get_default_for_type)* const getDefaultForType =
+      Find<decltype(g_app_info_get_default_for_type)>("g_app_info_get_default_for_type");
+  decltype(g_app_info_get_name)* const getName =
+      Find<decltype(g_app_info_get_name)>("g_app_info_get_name");
+  decltype(g_desktop_app_info_launch_uris_as_manager)* const launch =
+      Find<decltype(g_desktop_app_info_launch_uris_as_manager)>(
+          "g_desktop_app_info_launch_uris_as_manager");
+  decltype(g_object_unref)* const unref = Find<decltype(g_object_unref)>("g_object_unref");
 };
 
 }  // namespace
 
 std::string OpenInTextViewer(const std::string& file) {
   static const Gio gio;
-  if (gio.library == nullptr) return "GIO (libgio-2.0.so.0) cannot be loaded.";
+  if (!gio.IsThere()) return "GIO (libgio-2.0.so.0) cannot be loaded.";
   const std::unique_ptr<GAppInfo, decltype(gio.unref)> viewer(
       gio.getDefaultForType("text/plain", FALSE), gio.unref);
   if (!viewer) return "No program for text files (text/plain) is installed.";

@@ -151,7 +151,7 @@ TEST_F(Incremental, FilesOfGames) {
   }
   site.Set("TEMPLATES", "player_template", "");
   std::string log;
-  for (int i = 0; i < 200; ++i) log += DatedDuel(kFriday + 600 * i, "Ann", "Bob", 1);
+  for (int i = 0; i < 200; ++i) log += DatedDuel(kFriday + std::int64_t{600} * i, "Ann", "Bob", 1);
   for (const char* winner : {"Bob", "Cid", "ANN"}) {
     log += DatedDuel(kFriday + 9 * kDay, winner, "Dan", 1);
     site.Log(log);

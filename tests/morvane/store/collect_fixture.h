@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,6 +23,7 @@ class CollectTest : public testing::Test, protected Report {
     said_ += (message.severe ? "severe " : "") + message.file + ": " + message.text + "\n";
   }
   void Progress(std::string_view, std::size_t, std::size_t) override {
+    const std::lock_guard guard(reading_);  // threads tell how far they are
     if (const auto act = std::exchange(whileReading_, nullptr)) act();
   }
 
@@ -50,6 +52,7 @@ class CollectTest : public testing::Test, protected Report {
 
   test::TempFolder folder_;
   std::string said_;
+  std::mutex reading_;
   std::function<void()> whileReading_;  // done once, when the first log has been read
   mutable int clock_ = 0;
   const std::string one_ = test::Duel("Ann", "Bob", 6);
