@@ -10,13 +10,12 @@ using Shown = kainjow::mustache::data;
 
 /// The member that a name with dots in it leads to. A member's own name may hold dots: user
 /// variables are named freely.
-bool FindMember(const Data& object, std::string_view name, Data& value) {
-  if (object.Find(VariableName(name), value)) return true;
+std::optional<Data> FindMember(const Data& object, std::string_view name) {
+  if (const std::optional<Data> member = object.Find(VariableName(name))) return member;
   const std::size_t dot = name.find('.');
-  if (dot == name.npos) return false;
-  Data inner(false);
-  return object.Find(VariableName(name.substr(0, dot)), inner) &&
-         FindMember(inner, name.substr(dot + 1), value);
+  if (dot == name.npos) return std::nullopt;
+  const std::optional<Data> inner = object.Find(VariableName(name.substr(0, dot)));
+  return inner ? FindMember(*inner, name.substr(dot + 1)) : std::nullopt;
 }
 
 }  // namespace
@@ -56,25 +55,25 @@ bool PageContext::IsItem(const Shown* data, const OpenList& open, std::size_t& i
   return true;
 }
 
-bool PageContext::Find(std::string_view name, Data& value) const {
+std::optional<Data> PageContext::Find(std::string_view name) const {
   const VariableName hashed(name);
   for (auto layer = layers_.rbegin(); layer != layers_.rend(); ++layer) {
-    if (layer->Find(hashed, value)) return true;
+    if (const std::optional<Data> value = layer->Find(hashed)) return value;
   }
-  return shared_.Get(name, value, asked_);
+  return shared_.Get(name, asked_);
 }
 
-bool PageContext::FindPath(std::string_view name, Data& value) const {
+std::optional<Data> PageContext::FindPath(std::string_view name) const {
   const std::size_t dot = name.find('.');
-  if (dot == name.npos) return Find(name, value);
-  Data object(false);
-  return Find(name.substr(0, dot), object) && FindMember(object, name.substr(dot + 1), value);
+  if (dot == name.npos) return Find(name);
+  const std::optional<Data> object = Find(name.substr(0, dot));
+  return object ? FindMember(*object, name.substr(dot + 1)) : std::nullopt;
 }
 
 const Shown* PageContext::get(const std::string& name) const {
-  Data value(false);
   if (name == ".") return layers_.empty() ? nullptr : Show(layers_.back());
-  return FindPath(name, value) ? Show(value) : nullptr;
+  const std::optional<Data> value = FindPath(name);
+  return value ? Show(*value) : nullptr;
 }
 
 const Shown* PageContext::Show(const Data& value) const {

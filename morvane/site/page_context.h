@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,8 +41,8 @@ class PageContext : public kainjow::mustache::basic_context<std::string> {
     Data list = Data::EmptyList();
   };
 
-  bool Find(std::string_view name, Data& value) const;
-  bool FindPath(std::string_view name, Data& value) const;
+  std::optional<Data> Find(std::string_view name) const;
+  std::optional<Data> FindPath(std::string_view name) const;
   const Shown* Show(const Data& value) const;
   const Shown* ShowList(const Data& list) const;
   bool IsItem(const Shown* data, const OpenList& open, std::size_t& index) const;

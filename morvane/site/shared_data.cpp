@@ -27,9 +27,9 @@ void SharedData::DefineText(const std::string& name, std::function<std::string()
   Define(name, maker, From::kItself);
 }
 
-bool SharedData::Get(std::string_view name, Data& value, Asked* asked) const {
+std::optional<Data> SharedData::Get(std::string_view name, Asked* asked) const {
   const auto found = entries_.find(name);
-  if (found == entries_.end()) return false;
+  if (found == entries_.end()) return std::nullopt;
   Entry& entry = *found->second;
   if (asked != nullptr) {
     if (asked->size() <= entry.number) asked->resize(entries_.size());
@@ -38,8 +38,7 @@ bool SharedData::Get(std::string_view name, Data& value, Asked* asked) const {
   std::call_once(entry.made, [&] {
     entry.value = entry.maker(Demand(names_, entry.store).In(VariableName(name)));
   });
-  value = entry.value;
-  return true;
+  return entry.value;
 }
 
 std::vector<std::string> SharedData::NamesOf(const Asked& asked) const {
@@ -60,11 +59,9 @@ Digest128 SharedData::FingerprintOf(const std::vector<std::string>& names,
     print.Add(name);
     const From from = found->second->from;
     if (from == From::kSettings) continue;
-    Data value(false);
-    if (from == From::kItself) Get(name, value);
     if (from == From::kGames) {
       print.Add(games);
-    } else if (value.IsText()) {
+    } else if (const Data value = *Get(name); value.IsText()) {
       print.Add(value.Text());
     } else {
       print.Add(!value.IsFalse());

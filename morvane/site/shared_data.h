@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -36,9 +37,9 @@ class SharedData {
   /// The text, or a false flag for an empty one.
   void DefineText(const std::string& name, std::function<std::string()> make);
 
-  /// Sets `value` to that of a name without dots; false for a name that was not defined. Notes in
-  /// `asked` that it was asked for.
-  bool Get(std::string_view name, Data& value, Asked* asked = nullptr) const;
+  /// The value of a name without dots; none of a name that was not defined. Notes in `asked` that
+  /// it was asked for.
+  std::optional<Data> Get(std::string_view name, Asked* asked = nullptr) const;
 
   /// The names of those that were asked for, in order.
   std::vector<std::string> NamesOf(const Asked& asked) const;

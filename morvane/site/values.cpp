@@ -19,14 +19,12 @@ std::string_view Data::Text() const {
 
 Data Data::Item(std::size_t index) const { return store_->items_[first_ + index]; }
 
-bool Data::Find(const VariableName& name, Data& value) const {
-  if (kind_ != Kind::kObject) return false;
+std::optional<Data> Data::Find(const VariableName& name) const {
+  if (kind_ != Kind::kObject) return std::nullopt;
   for (std::uint32_t at = first_; at != ValueStore::kNone; at = store_->members_[at].next) {
-    if (store_->members_[at].name != name.Hash()) continue;
-    value = store_->members_[at].value;
-    return true;
+    if (store_->members_[at].name == name.Hash()) return store_->members_[at].value;
   }
-  return false;
+  return std::nullopt;
 }
 
 Data ValueStore::Text(std::string_view text) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,10 +27,11 @@ class Data {
   bool IsList() const { return kind_ == Kind::kList; }
   bool IsFlag() const { return kind_ == Kind::kFlag; }
 
-  std::string_view Text() const;                           ///< of a text
-  std::size_t Size() const { return size_; }               ///< of a list
-  Data Item(std::size_t index) const;                      ///< of a list
-  bool Find(const VariableName& name, Data& value) const;  ///< false for what is no object, too
+  std::string_view Text() const;              ///< of a text
+  std::size_t Size() const { return size_; }  ///< of a list
+  Data Item(std::size_t index) const;         ///< of a list
+  /// A member; none of what is no object.
+  std::optional<Data> Find(const VariableName& name) const;
 
  private:
   friend class ValueStore;
